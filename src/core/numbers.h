@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Numbers in texts, always with a point and without grouping, whatever the person's locale is.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tunemeadow {
+
+/// `value` with a fixed number of decimals; halves go away from zero, as formats do.
+[[nodiscard]] std::string FormatFixed(double value, int decimals);
+
+/// The shortest decimal text of a number: 44.1, 48, 22.05.
+[[nodiscard]] std::string FormatShortest(double value);
+
+/// To the nearest whole number, halves to the even neighbour, as number conversions do. The value
+/// must lie within the range of the result.
+[[nodiscard]] std::int64_t RoundHalfEven(double value) noexcept;
+
+/// The number that the text is, blanks around it allowed; a point or a comma stands before the
+/// decimals. nullopt where the text is anything else, or not finite.
+[[nodiscard]] std::optional<double> ParseNumber(std::string_view text) noexcept;
+
+/// The whole number that the text is, blanks around it allowed; nullopt where it is anything else.
+[[nodiscard]] std::optional<std::int64_t> ParseWhole(std::string_view text) noexcept;
+
+/// The number at the start of the text behind blanks, 0 where there is none.
+[[nodiscard]] double LeadingNumber(std::string_view text) noexcept;
+
+}  // namespace tunemeadow

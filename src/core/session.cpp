@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/session.h"
+
+#include "core/paths.h"
+
+namespace tunemeadow {
+
+Session::Session(std::string folder, const std::string& executable)
+    : program_folder(WithTrailingSeparator(folder)),
+      ini(JoinPath(program_folder, executable + ".INI")),
+      help_file(JoinPath(program_folder, "Tunemeadow.chm")) {
+  command.ActiveConnection = &connection;
+}
+
+}  // namespace tunemeadow
