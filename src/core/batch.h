@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The progress idiom of every long command: busy pointer, wide status panel, progress bar, frmLoading
-// with its line, disabled main window. The object undoes it on every way out.
+// The progress idiom of every long command: busy pointer, wide status panel, progress bar,
+// frmLoading with its line, disabled main window. The object undoes it on every way out.
 #pragma once
 
 #include <cstdint>
@@ -13,12 +13,12 @@ namespace tunemeadow {
 
 class Batch {
  public:
-  /// Begins: clears CancelRequested, shows `line` in frmLoading and, where `maximum` is above 0, the
-  /// progress bar. The catalogue writes in batches meanwhile.
+  /// Begins: clears CancelRequested, shows `line` in frmLoading and, where `maximum` is above 0,
+  /// the progress bar. The catalogue writes in batches meanwhile.
   Batch(Session& session, Interaction& interaction, const std::string& line, std::int64_t maximum);
 
-  /// Puts everything back: pointer, panel ("Ready.", width 2000), bar, frmLoading, main window; syncs
-  /// what the batch wrote.
+  /// Puts everything back: pointer, panel ("Ready.", width 2000), bar, frmLoading, main window;
+  /// syncs what the batch wrote.
   ~Batch();
   Batch(const Batch&) = delete;
   Batch& operator=(const Batch&) = delete;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -89,6 +90,10 @@ class Connection {
 
   /// kBatch for the time of a batch; going back to kFull syncs what was written meanwhile.
   void SetDurability(Durability durability) noexcept;
+
+  /// Called every few milliseconds while a long statement runs, so that the window can paint. It
+  /// must not run a statement itself. Empty: nobody is called.
+  void SetWorking(std::function<void()> callback);
 
  private:
   struct State;

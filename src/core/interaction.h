@@ -26,8 +26,8 @@ struct MessageBox {
 /// A choice of one file.
 struct FileChoice {
   std::string title;
-  std::string filter;   ///< "Name (*.ext)"; empty: all files
-  std::string start;    ///< folder or file offered first; bytes
+  std::string filter;  ///< "Name (*.ext)"; empty: all files
+  std::string start;   ///< folder or file offered first; bytes
   bool for_saving = false;
 };
 
@@ -64,7 +64,8 @@ class Interaction {
   virtual void SetProgress(std::int64_t value) = 0;
   virtual void HideProgress() = 0;
 
-  /// frmLoading with its line and its Cancel button. ShowLoading while it is shown changes the line.
+  /// frmLoading with its line and its Cancel button. ShowLoading while it is shown changes the
+  /// line.
   virtual void ShowLoading(const std::string& line) = 0;
   virtual void HideLoading() = 0;
 
@@ -77,6 +78,9 @@ class Interaction {
   /// Lets the window system work off what is waiting. Whatever the person does then happens inside
   /// this call. Painting is limited by the clock, so a yield per item is cheap.
   virtual void Yield() = 0;
+
+  /// Lets the window paint without taking input: for the middle of a statement.
+  virtual void KeepPainting() = 0;
 };
 
 }  // namespace tunemeadow

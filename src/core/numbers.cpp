@@ -35,8 +35,8 @@ std::string FormatFixed(double value, int decimals) {
 
 std::string FormatShortest(double value) {
   std::array<char, 400> digits{};
-  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value,
-                                          std::chars_format::fixed);
+  const auto [end, error] =
+      std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed);
   return error == std::errc() ? std::string(digits.data(), end) : std::string();
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Paths are bytes, handed to the system as they are. This is the only place that knows separators: a
-// path that holds a "/" is separated by "/", any other by "\". So "/music/AC\DC.mp3" is one file
+// Paths are bytes, handed to the system as they are. This is the only place that knows separators:
+// a path that holds a "/" is separated by "/", any other by "\". So "/music/AC\DC.mp3" is one file
 // name, and "CD07\Rock\a.mp3" still splits.
 #pragma once
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What one run shares: folders, settings, the open catalogue, the cancel flag. There is one, owned by
-// main and handed down.
+// What one run shares: folders, settings, the open catalogue, the cancel flag. There is one, owned
+// by main and handed down.
 #pragma once
 
 #include <cstdint>
@@ -23,17 +23,17 @@ struct Session {
   Preferences preferences;
 
   Connection connection;
-  Command command;                ///< its ActiveConnection is `connection`
+  Command command;  ///< its ActiveConnection is `connection`
   std::string connection_string;
-  char quote = '"';               ///< the delimiter of texts in statements
+  char quote = '"';  ///< the delimiter of texts in statements
 
-  bool CancelRequested = false;   ///< set by the Cancel button of frmLoading
-  bool busy = false;              ///< a batch runs; timers and play commands keep still
-  bool success_messages = true;   ///< from chkWarnGlobal
-  bool first_run = false;         ///< the stored `firstrun` is not "1"
+  bool CancelRequested = false;  ///< set by the Cancel button of frmLoading
+  bool busy = false;             ///< a batch runs; timers and play commands keep still
+  bool success_messages = true;  ///< from chkWarnGlobal
+  bool first_run = false;        ///< the stored `firstrun` is not "1"
 
-  std::int64_t track_count = 0;   ///< of the whole catalogue, as last counted
-  std::string PlayerKind;         ///< "Winamp", "Sonique", "Unknown", or empty for none
+  std::int64_t track_count = 0;  ///< of the whole catalogue, as last counted
+  std::string PlayerKind;        ///< "Winamp", "Sonique", "Unknown", or empty for none
   std::string help_file;
 };
 

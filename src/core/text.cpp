@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/text.h"
 
+#include <locale.h>
+
 #include <algorithm>
 #include <array>
 #include <clocale>
 #include <cwctype>
-#include <locale.h>
 
 namespace tunemeadow {
 namespace {
@@ -72,7 +73,9 @@ CodePoint DecodeUtf8(std::string_view text) noexcept {
 }
 
 void AppendUtf8(std::string& text, char32_t character) {
-  const auto put = [&](char32_t byte) { text += static_cast<char>(static_cast<unsigned char>(byte)); };
+  const auto put = [&](char32_t byte) {
+    text += static_cast<char>(static_cast<unsigned char>(byte));
+  };
   if (character >= kMalformed) {
     put(character - kMalformed);
   } else if (character < 0x80) {
@@ -159,9 +162,9 @@ bool EqualsNoCase(std::string_view left, std::string_view right) noexcept {
 
 std::size_t FindNoCase(std::string_view text, std::string_view part, std::size_t from) noexcept {
   if (from > text.size()) return std::string_view::npos;
-  const auto hit = std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(),
-                               part.begin(), part.end(),
-                               [](char a, char b) { return UpperAscii(a) == UpperAscii(b); });
+  const auto hit =
+      std::search(text.begin() + static_cast<std::ptrdiff_t>(from), text.end(), part.begin(),
+                  part.end(), [](char a, char b) { return UpperAscii(a) == UpperAscii(b); });
   if (hit == text.end() && !part.empty()) return std::string_view::npos;
   return static_cast<std::size_t>(hit - text.begin());
 }

@@ -11,9 +11,36 @@ namespace tunemeadow {
 
 /// Place of a field in the select list, from 0. `position` is there in a playlist view only.
 enum class Field : std::size_t {
-  uid, Songname, Artist, genrereal, quality, location, year, album, trackno, Playtime, Filesize,
-  Comment, BPM, preview, lasttimeplayed, Situation, preference, tempo, Mood, bios, Lyrics, haspic,
-  composer, copyright, encodedby, originalartist, url, hasid3v1, hasid3v2, position
+  uid,
+  Songname,
+  Artist,
+  genrereal,
+  quality,
+  location,
+  year,
+  album,
+  trackno,
+  Playtime,
+  Filesize,
+  Comment,
+  BPM,
+  preview,
+  lasttimeplayed,
+  Situation,
+  preference,
+  tempo,
+  Mood,
+  bios,
+  Lyrics,
+  haspic,
+  composer,
+  copyright,
+  encodedby,
+  originalartist,
+  url,
+  hasid3v1,
+  hasid3v2,
+  position
 };
 
 inline constexpr std::size_t kTrackFields = 29;     ///< uid to hasid3v2
@@ -25,10 +52,16 @@ inline constexpr std::size_t kPlaylistFields = 30;  ///< with position
 
 /// Names of the columns, as the statements of the views spell them.
 inline constexpr std::array<std::string_view, kPlaylistFields> kFieldNames = {
-    "uid", "Songname", "Artist", "genrereal", "quality", "location", "year", "album", "trackno",
-    "Playtime", "Filesize", "Comment", "BPM", "preview", "lasttimeplayed", "Situation",
-    "preference", "tempo", "Mood", "bios", "Lyrics", "haspic", "composer", "copyright",
-    "encodedby", "originalartist", "url", "hasid3v1", "hasid3v2", "position"};
+    "uid",       "Songname",       "Artist",
+    "genrereal", "quality",        "location",
+    "year",      "album",          "trackno",
+    "Playtime",  "Filesize",       "Comment",
+    "BPM",       "preview",        "lasttimeplayed",
+    "Situation", "preference",     "tempo",
+    "Mood",      "bios",           "Lyrics",
+    "haspic",    "composer",       "copyright",
+    "encodedby", "originalartist", "url",
+    "hasid3v1",  "hasid3v2",       "position"};
 
 /// The image of one row; a database null is an empty text. Texts are UTF-8, `location` is bytes.
 struct TrackRecord {

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The texts of the three detail panels, named as their controls, and what fills them.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "audio/id3v2_pictures.h"
+#include "audio/lyrics3.h"
+#include "views/quick_search.h"
+
+namespace tunemeadow {
+
+struct Workbench;
+
+/// The record in the panels. Texts are UTF-8; txtLocationSave is bytes.
+struct DetailEditor {
+  std::int64_t uid = 0;  ///< key of the row it was loaded from; 0: nothing is loaded
+  std::string txtTitelSave, txtInterpretSave, txtAlbumSave, cboGenre1, txtYearSave, txtTracknumber,
+      txtBPMSave, txtPlaytime, txtQualitaetSave, lblFilesize, txtLocationSave, txtCommentSave;
+  std::string txtSituationSave, txtPreferenceSave, txtTempoSave, txtMoodSave, txtBiosSave,
+      txtLyricsSave;
+  std::array<std::string, kExtraFields> txtSave3;
+
+  bool enabled = false;          ///< one row is loaded
+  bool save_all = false;         ///< several rows are selected: the save button reads "&Save all"
+  bool comment_enabled = false;  ///< txtCommentSave takes input: Auto-Comment is off
+
+  Lyrics3 lyrics3;  ///< the file's own block, read at the item click
+
+  /// The picture in the pane; no bytes: none.
+  Id3v2Picture picture;
+  std::string picture_path;  ///< file that it was read from
+};
+
+/// What a click on a row does: fills the editor from its cells, reads the Lyrics3 block and, where
+/// the row has one and the pane is shown, the picture. With two or more rows selected the editor
+/// goes into the mode for many. `row` is the clicked one.
+void ListView1_ItemClick(Workbench& bench, std::size_t row);
+
+/// The same for the focused row, from elsewhere.
+void ListView1_ItemExternClick(Workbench& bench);
+
+/// Next (0) or previous (1) row of the list in view, then its item click; a box where there is
+/// none.
+void cmdItemBlaetter_Click(Workbench& bench, int index);
+
+/// Reads the picture of the file into the editor, if the file exists and `show` is set
+/// (chkPicShow).
+void ShowPic(Workbench& bench, const std::string& path);
+
+}  // namespace tunemeadow

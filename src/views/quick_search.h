@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The search panels as data: their fields, the statement they make, the last five searches.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tunemeadow {
+
+struct Workbench;
+
+inline constexpr std::size_t kExtraFields = 5;
+
+/// Texts of the search controls, named as they are. txtFileSearch and txtLocation are bytes.
+struct SearchFields {
+  std::string cboSongname, cboArtistSearch, cboGenre, txtQualitaet, txtFileSearch, txtLocation;
+  std::string cboSituation, cboPreference, cboMood, cboTempo, txtLyrics, txtBios;
+  std::array<std::string, kExtraFields> txtSearch3;  ///< composer, copyright, encodedby, ...
+  std::string cboYearSearch, cboAlbum, txtComment;
+  std::string cboPlaylists, cboCDArchive;
+
+  bool operator==(const SearchFields&) const = default;
+};
+
+/// Column names of the extra fields, the tags of lblSearch3 and of lblDetail3.
+extern const std::array<std::string_view, kExtraFields> kExtraFieldColumns;
+
+/// One field of a search: its text, the column it searches, its word in a label.
+struct SearchField {
+  std::string SearchFields::*text;  ///< null for an extra field
+  std::size_t extra;                ///< number of the extra field
+  std::string_view column;
+  std::string_view word;
+  bool escaped;
+};
+
+/// The fields in the order in which they are evaluated.
+[[nodiscard]] const std::vector<SearchField>& SearchFieldTable();
+
+/// What a search asks of the store.
+struct SearchRequest {
+  SearchFields fields;
+  char quote = '"';
+  bool playlist_view = false;    ///< ListView3 is in view
+  std::string current_playlist;  ///< open in it
+};
+
+/// The statement, character for character, and the label of the history.
+struct BuiltSearch {
+  std::string sql;
+  std::string label;             ///< ";" word "=" value for each filled field
+  bool crosses_archive = false;  ///< an archive beside other fields: each track once for each row
+};
+[[nodiscard]] BuiltSearch BuildSearch(const SearchRequest& request);
+
+/// The last five searches, the oldest first.
+class SearchHistory {
+ public:
+  struct Entry {
+    std::string sql;
+    std::string label;
+  };
+  static constexpr std::size_t kPlaces = 5;
+
+  void Add(Entry entry);  ///< a sixth drops the oldest
+  [[nodiscard]] const std::vector<Entry>& Entries() const noexcept { return entries_; }
+
+  /// Caption of the menu entry `index` (1 to 5): "Empty Search", "1.) Full Search", "1.)
+  /// ;Artist=x". Plain text: an "&" is not doubled.
+  [[nodiscard]] std::string Caption(std::size_t index) const;
+
+ private:
+  std::vector<Entry> entries_;
+};
+
+/// Totals of a result, summed row by row.
+struct ListTotals {
+  std::int64_t seconds = 0;
+  std::int64_t megabytes = 0;  ///< the sum is rounded at each row, halves to even
+  void Add(std::string_view playtime, std::string_view filesize);
+};
+[[nodiscard]] std::string TotalTimeText(std::int64_t seconds);    ///< "2 days, 3hh:4min;5sec"
+[[nodiscard]] std::string TotalSizeText(std::int64_t megabytes);  ///< "512 MB", "1.50 GB"
+
+/// Runs the search of the fields, or the prepared statement, and fills the list in view.
+void cmdSuchen(Workbench& bench);
+
+/// Empties every search field. Runs no search.
+void cmdReset_Click(Workbench& bench);
+
+/// Replays entry `index` (1 to 5) of the history; nothing where it is empty.
+void mnuSuche_Click(Workbench& bench, std::size_t index);
+
+/// Renews the totals under the list: a blank and the text each.
+void Updatelistiewinfos(Workbench& bench, const std::string& time, const std::string& size);
+
+}  // namespace tunemeadow

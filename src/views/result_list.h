@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The rows of the current search: cells, order, selection. The working copy that every command on a
+// selection reads; the window's list is a view of it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/cell_table.h"
+#include "core/track_record.h"
+#include "views/list_columns.h"
+
+namespace tunemeadow {
+
+/// Rows and columns count from 0; a row number is a place in the shown order.
+class ResultList {
+ public:
+  ResultList();
+
+  /// Takes the rows of a search (29 columns, or 30 with `position`). Selection and sort mark go.
+  void Fill(CellTable rows);
+  void Clear();
+
+  [[nodiscard]] std::size_t RowCount() const noexcept { return order_.size(); }
+
+  /// Text of a cell: UTF-8, but for `location` and the file name, which are bytes. Lives until the
+  /// row is changed.
+  [[nodiscard]] std::string_view Cell(std::size_t row, std::size_t column) const noexcept;
+  [[nodiscard]] std::string_view Cell(std::size_t row, Field field) const noexcept;
+  void SetCell(std::size_t row, Field field, std::string_view text);
+
+  /// Key of the row; 0 where it is no number.
+  [[nodiscard]] std::int64_t Uid(std::size_t row) const noexcept;
+  [[nodiscard]] std::optional<std::size_t> RowOfUid(std::int64_t uid) const noexcept;
+
+  /// Takes rows out of the list, whatever their place in the order.
+  void RemoveRows(const std::vector<std::size_t>& rows);
+
+  /// Sorts by a column: ascending, or the other way round where it is the sorted one already.
+  /// Equal rows keep their order. Empty numbers stand first; a cell that its kind cannot read
+  /// sorts as the text it is. The selection stays with its rows.
+  void Sort(std::size_t column, SortKind kind);
+  [[nodiscard]] std::optional<std::size_t> SortColumn() const noexcept { return sort_column_; }
+  [[nodiscard]] bool SortAscending() const noexcept { return ascending_; }
+  void ClearSortMark() noexcept { sort_column_.reset(); }
+
+  // Selection, kept by row of the table, so that a sort leaves it where it belongs.
+  [[nodiscard]] bool IsSelected(std::size_t row) const noexcept;
+  void SetSelected(std::size_t first, std::size_t last, bool selected);  ///< `last` included
+  void SelectOnly(std::size_t row);
+  void ClearSelection() noexcept;
+  [[nodiscard]] std::size_t SelectedCount() const noexcept { return selected_count_; }
+  [[nodiscard]] std::vector<std::size_t> SelectedRows() const;  ///< ascending
+
+  /// The row that has the focus; nullopt in an empty list.
+  [[nodiscard]] std::optional<std::size_t> FocusedRow() const noexcept;
+  void SetFocusedRow(std::optional<std::size_t> row);
+
+  /// One record, with all its fields.
+  [[nodiscard]] TrackRecord Record(std::size_t row) const;
+
+  /// Bytes held.
+  [[nodiscard]] std::size_t MemoryUsed() const noexcept;
+
+ private:
+  CellTable rows_;
+  std::vector<std::uint32_t> order_;  ///< shown row -> table row
+  std::vector<bool> selected_;        ///< by table row
+  std::size_t selected_count_ = 0;
+  std::optional<std::uint32_t> focused_;  ///< table row
+  std::optional<std::size_t> sort_column_;
+  bool ascending_ = true;
+};
+
+/// mLVSort(list, column from 1, kind from 0 to 5).
+void mLVSort(ResultList& list, int column, int kind);
+
+}  // namespace tunemeadow

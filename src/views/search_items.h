@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The drop-down lists of the search panels: the distinct values of nine columns.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tunemeadow {
+
+struct Workbench;
+
+/// One drop-down list and the column it is filled from.
+struct SearchItemList {
+  std::string_view combo;  ///< cboArtistSearch, cboYearSearch, ...
+  std::string_view column;
+  std::vector<std::string> values;
+};
+
+struct SearchItems {
+  SearchItems();
+  /// cboArtistSearch, cboYearSearch, cboSongname, cboAlbum, cboGenre, cboSituation, cboPreference,
+  /// cboMood, cboTempo.
+  std::array<SearchItemList, 9> lists;
+  /// Genres of the catalogue that the list of 148 does not hold; cboGenre1 shows them behind it.
+  std::vector<std::string> further_genres;
+};
+
+/// Reads every list anew and tells the window. A failing statement leaves its list empty.
+void RefreshAllSearchitems(Workbench& bench);
+
+}  // namespace tunemeadow

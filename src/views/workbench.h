@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What a command is handed: the run, the way to ask and report, the lists, the details. Owned by
+// frmStart; a test builds one in three lines.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "audio/mp3_info.h"
+#include "core/interaction.h"
+#include "core/session.h"
+#include "views/detail_editor.h"
+#include "views/quick_search.h"
+#include "views/result_list.h"
+#include "views/search_items.h"
+
+namespace tunemeadow {
+
+/// The window behind the workbench is told what has changed and shows it anew. Without one, nothing
+/// happens.
+class WorkbenchWatcher {
+ public:
+  virtual ~WorkbenchWatcher() = default;
+  virtual void ListCleared() {}  ///< the rows of the list in view are about to go
+  virtual void ListFilled() {}   ///< the list in view holds new rows
+  virtual void RowChanged(std::size_t /*row*/) {}
+  virtual void SelectionSet() {}  ///< selection or focus was set by a command: show it
+  virtual void SearchFieldsChanged() {}
+  virtual void HistoryChanged() {}
+  virtual void SearchItemsChanged() {}
+  virtual void TotalsChanged() {}
+  virtual void TreeChanged() {}
+  virtual void DetailsChanged() {}
+  virtual void PictureChanged() {}
+  virtual void ListInViewChanged() {}
+};
+
+/// The nodes of the tree that stand for now: root and database with its count.
+struct TreeData {
+  std::string database_text;           ///< "Database [n Files]", "Database [shown/all Files]"
+  std::vector<std::string> playlists;  ///< names for cboPlaylists, without the empty entry
+  std::vector<std::string> archives;   ///< names for cboCDArchive, without the empty entry
+};
+
+struct Workbench {
+  Workbench(Session& session_in, Interaction& interaction_in)
+      : session(session_in), interaction(interaction_in) {}
+
+  Session& session;
+  Interaction& interaction;
+  WorkbenchWatcher* watcher = nullptr;  ///< may be null
+  [[nodiscard]] WorkbenchWatcher& Watcher() noexcept {
+    return watcher != nullptr ? *watcher : silent;
+  }
+
+  ResultList ListView1;
+  ResultList ListView3;
+  bool playlist_in_view = false;  ///< ListView3 is the list in view
+  [[nodiscard]] ResultList& ListInView() noexcept {
+    return playlist_in_view ? ListView3 : ListView1;
+  }
+  std::string current_view;      ///< "Database" or "CDArchive"; empty before the first search
+  std::string current_playlist;  ///< open in ListView3
+
+  SearchFields search;
+  SearchHistory history;
+  std::string prepared_statement;  ///< runs as it stands instead of the fields; once
+  SearchItems search_items;
+  std::string total_time, total_size;  ///< texts of lblTotalTime and lblTotalSize
+  TreeData tree;
+
+  DetailEditor details;
+  bool show_picture = true;  ///< chkPicShow
+
+  Mp3Info info;  ///< the current file's record
+
+  std::vector<std::string> ImportList;  ///< paths left by ripper, encoder or monitor
+  bool ImportGivenFiles = false;        ///< ImportList is to be imported instead of a folder
+  bool ImportFromMonitor = false;       ///< no question and no closing box
+
+ private:
+  WorkbenchWatcher silent;
+};
+
+/// Renews the tree's nodes and the names of playlists and archives.
+void updatetreeview(Workbench& bench);
+
+}  // namespace tunemeadow
