@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The Lyrics3 v2.00 block between the audio and the ID3v1 tag, or at the very end of a file, with
+// this program's own fields QUA, SIT and MOO.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "audio/file_bytes.h"
+#include "audio/mp3_info.h"
+
+namespace tunemeadow {
+
+/// The fields of one block, Windows-1252, blanks cut at both ends.
+struct Lyrics3 {
+  TagText Lyrics3Lyr;  ///< lyrics
+  TagText Lyrics3Inf;  ///< information
+  TagText Lyrics3Aut;  ///< author
+  TagText Lyrics3Eal;  ///< extended album
+  TagText Lyrics3Ear;  ///< extended artist
+  TagText Lyrics3Ett;  ///< extended title
+  TagText Lyrics3Img;  ///< image link
+  TagText Lyrics3Qua;
+  TagText Lyrics3Sit;       ///< situation
+  TagText Lyrics3Moo;       ///< mood
+  TagText Lyrics3Other;     ///< unknown fields as they stand: letters, digits, value, not trimmed
+  TagText Lyrics3SizeText;  ///< the six digits of the block last found
+};
+
+/// Where a block stands. Offsets count from 0.
+struct Lyrics3Block {
+  std::int64_t start = 0;     ///< of "LYRICSBEGIN"
+  std::int64_t limit = 0;     ///< behind the last field: of the six size digits
+  TagText size_text;          ///< the six size digits
+  bool before_id3v1 = false;  ///< its end mark stands 137 bytes before the end, not at the end
+};
+
+/// The block whose end mark stands before an ID3v1 tag, else the one at the end. nullopt if there
+/// is none, if the size is no number, points before the file or not at "LYRICSBEGIN", and for a
+/// file of under 143 bytes.
+[[nodiscard]] std::optional<Lyrics3Block> FindLyrics3Block(FileBytes& file);
+
+/// Whether FindLyrics3Block finds one; its size text is then stored in `lyrics`.
+[[nodiscard]] bool HasLyrics3Tag(FileBytes& file, Lyrics3& lyrics);
+[[nodiscard]] bool HasLyrics3Tag(const std::string& path, Lyrics3& lyrics);
+
+/// Empties `lyrics`, then fills it from the file's block. True if a whole block was walked. False,
+/// with the fields as far as they came, if there is none or a field's length is no number or above
+/// 32767. A value that runs past the block takes what stands there, up to the end of the file.
+[[nodiscard]] bool ReadLyrics3Tag(FileBytes& file, Lyrics3& lyrics);
+[[nodiscard]] bool ReadLyrics3Tag(const std::string& path, Lyrics3& lyrics);
+
+}  // namespace tunemeadow
