@@ -1,0 +1,197 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// An Interaction that answers from a script and keeps what it was told. A box without a prepared
+// answer, an answer that the box has no button for, and anything left open at the end of the object
+// (busy pointer, progress, frmLoading, disabled window, unused answers) fail the test.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/interaction.h"
+
+namespace tunemeadow {
+
+class ScriptedInteraction : public Interaction {
+ public:
+  ScriptedInteraction() = default;
+  ScriptedInteraction(std::initializer_list<Answer> answers) : answers_(answers) {}
+
+  ~ScriptedInteraction() override {
+    ExpectPutBack();
+    EXPECT_TRUE(answers_.empty()) << answers_.size() << " boxes that were expected did not come";
+    EXPECT_TRUE(texts_.empty()) << "a question for text that was expected did not come";
+    EXPECT_TRUE(choices_.empty()) << "a choice that was expected did not come";
+  }
+
+  ScriptedInteraction(const ScriptedInteraction&) = delete;
+  ScriptedInteraction& operator=(const ScriptedInteraction&) = delete;
+
+  // The script, each in the order of the calls.
+  void WillAnswer(Answer answer) { answers_.push_back(answer); }
+  void WillAnswerText(std::optional<std::string> text) { texts_.push_back(std::move(text)); }
+  void WillChoose(std::optional<std::string> path) { choices_.push_back(std::move(path)); }
+
+  /// Called inside each yield, with its number from 1 on: `session.CancelRequested = n == 3`.
+  std::function<void(std::size_t)> on_yield;
+  /// Called inside each box, before its answer.
+  std::function<void(const MessageBox&)> on_box;
+
+  // What came.
+  std::vector<MessageBox> boxes;
+  std::vector<std::string> prompts;        ///< of AskText
+  std::vector<std::string> choosers;       ///< titles of folder and file dialogs
+  std::vector<std::string> statuses;       ///< every text of panel 1
+  std::vector<std::string> loading_lines;  ///< every line of frmLoading
+  std::vector<std::int64_t> progress;      ///< every value of the bar
+  std::size_t yields = 0;
+  std::size_t paints = 0;
+  std::size_t layouts = 0;  ///< calls of ResizeForm
+
+  // How things stand.
+  int busy_depth = 0;
+  int panel_width = kPanelWidth;
+  std::optional<std::int64_t> progress_maximum;  ///< none: the bar is hidden
+  bool loading_shown = false;
+  bool main_window_enabled = true;
+
+  /// "title: text" of each box.
+  [[nodiscard]] std::vector<std::string> BoxTexts() const {
+    std::vector<std::string> texts;
+    for (const MessageBox& box : boxes) texts.push_back(box.title + ": " + box.text);
+    return texts;
+  }
+
+  [[nodiscard]] bool SawStatus(const std::string& text) const {
+    return std::find(statuses.begin(), statuses.end(), text) != statuses.end();
+  }
+
+  /// Whatever a command began, it has ended.
+  void ExpectPutBack() const {
+    EXPECT_EQ(busy_depth, 0) << "the pointer is still busy";
+    EXPECT_EQ(panel_width, kPanelWidth);
+    EXPECT_FALSE(progress_maximum.has_value()) << "the progress bar still stands";
+    EXPECT_FALSE(loading_shown) << "frmLoading is still there";
+    EXPECT_TRUE(main_window_enabled) << "the main window is still disabled";
+  }
+
+  Answer ShowMessage(const MessageBox& box) override {
+    boxes.push_back(box);
+    if (on_box) on_box(box);
+    if (answers_.empty()) {
+      ADD_FAILURE() << "unexpected box \"" << box.title << "\": " << box.text;
+      return EscapeOf(box.buttons);
+    }
+    const Answer answer = Take(answers_);
+    EXPECT_TRUE(HasButton(box.buttons, answer)) << "no such button on the box: " << box.text;
+    return answer;
+  }
+
+  std::optional<std::string> AskText(const std::string& prompt, const std::string& /*title*/,
+                                     const std::string& /*offered*/) override {
+    prompts.push_back(prompt);
+    return TakeOr(texts_, "question for text: " + prompt);
+  }
+
+  std::optional<std::string> ChooseFolder(const std::string& title,
+                                          const std::string& /*start*/) override {
+    choosers.push_back(title);
+    return TakeOr(choices_, "choice of a folder: " + title);
+  }
+
+  std::optional<std::string> ChooseFile(const FileChoice& choice) override {
+    choosers.push_back(choice.title);
+    return TakeOr(choices_, "choice of a file: " + choice.title);
+  }
+
+  void SetStatus(const std::string& text) override { statuses.push_back(text); }
+  [[nodiscard]] std::string Status() const override {
+    return statuses.empty() ? std::string() : statuses.back();
+  }
+  void SetPanelWidth(int twips) override { panel_width = twips; }
+
+  void SetBusyPointer(bool busy) override {
+    busy_depth += busy ? 1 : -1;
+    EXPECT_GE(busy_depth, 0) << "the pointer was released once too often";
+  }
+
+  void ShowProgress(std::int64_t maximum) override { progress_maximum = maximum; }
+  void SetProgress(std::int64_t value) override {
+    EXPECT_TRUE(progress_maximum && value >= 0 && value <= *progress_maximum)
+        << "progress " << value << " lies outside the bar";
+    progress.push_back(value);
+  }
+  void HideProgress() override { progress_maximum.reset(); }
+
+  void ShowLoading(const std::string& line) override {
+    loading_shown = true;
+    loading_lines.push_back(line);
+  }
+  void HideLoading() override { loading_shown = false; }
+  void EnableMainWindow(bool enabled) override { main_window_enabled = enabled; }
+  void ResizeForm() override { ++layouts; }
+
+  void Yield() override {
+    ++yields;
+    if (on_yield) on_yield(yields);
+  }
+  void KeepPainting() override { ++paints; }
+
+ private:
+  template <typename Item>
+  static Item Take(std::deque<Item>& queue) {
+    Item item = std::move(queue.front());
+    queue.pop_front();
+    return item;
+  }
+
+  static std::optional<std::string> TakeOr(std::deque<std::optional<std::string>>& queue,
+                                           const std::string& what) {
+    if (!queue.empty()) return Take(queue);
+    ADD_FAILURE() << "unexpected " << what;
+    return std::nullopt;
+  }
+
+  static bool HasButton(Buttons buttons, Answer answer) {
+    switch (buttons) {
+      case Buttons::kOk:
+        return answer == Answer::kOk;
+      case Buttons::kOkCancel:
+        return answer == Answer::kOk || answer == Answer::kCancel;
+      case Buttons::kYesNo:
+        return answer == Answer::kYes || answer == Answer::kNo;
+      case Buttons::kAbortRetryIgnore:
+        return answer == Answer::kAbort || answer == Answer::kRetry || answer == Answer::kIgnore;
+    }
+    return false;
+  }
+
+  static Answer EscapeOf(Buttons buttons) {
+    switch (buttons) {
+      case Buttons::kOkCancel:
+        return Answer::kCancel;
+      case Buttons::kYesNo:
+        return Answer::kNo;
+      case Buttons::kAbortRetryIgnore:
+        return Answer::kAbort;
+      case Buttons::kOk:
+        break;
+    }
+    return Answer::kOk;
+  }
+
+  std::deque<Answer> answers_;
+  std::deque<std::optional<std::string>> texts_;
+  std::deque<std::optional<std::string>> choices_;
+};
+
+}  // namespace tunemeadow
