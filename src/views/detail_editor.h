@@ -30,7 +30,7 @@ struct DetailEditor {
   Lyrics3 lyrics3;  ///< the file's own block, read at the item click
 
   /// The picture in the pane; no bytes: none.
-  Id3v2Picture picture;
+  ID3v2Picture picture;
   std::string picture_path;  ///< file that it was read from
 };
 
