@@ -19,7 +19,8 @@ struct Preferences {
   // Main
   std::string lblConfigWinamp;  ///< path of the player, or kNoPlayer
   std::string lblConfigDB;      ///< path of the catalogue, or kOtherDatabase
-  std::string sConnString;      ///< connection string; wins over lblConfigDB where it is not empty
+  std::string sConnString;      ///< connection string; wins over lblConfigDB where it is not empty.
+                                ///< Read from the file and never written: it is edited by hand
   std::string txtCDTag = "MP3-CD";
   bool chkAutoComment = true;
   std::string txtautocomment = "https://tunemeadow.example/";
@@ -81,10 +82,11 @@ struct PreferenceKey {
   PreferenceMember member;
 };
 
-/// Every stored setting that a control of frmPreferences holds.
+/// Every stored setting that a control of frmPreferences holds, in the order of the file.
 [[nodiscard]] std::span<const PreferenceKey> PreferenceKeys() noexcept;
 
-/// The settings of the file; the default where a key is missing or empty.
+/// The settings of the file; the default where a key is missing, empty, or nothing that its kind of
+/// setting can hold. A number other than zero and "True" are an "on" of a check box.
 [[nodiscard]] Preferences ReadPreferences(const cINI& ini);
 
 /// Writes every key in one replacement of the file; false where that failed.

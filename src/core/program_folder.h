@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Where the program's own files lie: settings, catalogue, backup, logs.
+#pragma once
+
+#include <string>
+
+namespace tunemeadow {
+
+/// The folder that holds settings, catalogue and backup, absolute, with a trailing separator:
+/// 1. the folder that the environment variable TUNEMEADOW_FOLDER names, if it is set and not empty;
+/// 2. the executable's folder, if files can be made there and it is none of the system's own (below
+///    /usr, /bin, /sbin), which belong to the package manager even where root runs the program;
+/// 3. $XDG_DATA_HOME/tunemeadow, or ~/.local/share/tunemeadow.
+/// It is made where it is missing; that this failed shows at the first file in it.
+[[nodiscard]] std::string ProgramFolder();
+
+/// The folder of the running executable, with a trailing separator; empty where the system does not
+/// tell.
+[[nodiscard]] std::string ExecutableFolder();
+
+/// The executable's name without ".exe". The settings file is named after it.
+[[nodiscard]] std::string ExecutableBaseName();
+
+/// Copies a file that is shipped beside the executable (`name` without folder) into `folder`,
+/// unless something of that name is there. The copy appears whole or not at all. True if `folder`
+/// has the file afterwards.
+bool ProvideShippedFile(const std::string& name, const std::string& folder);
+
+}  // namespace tunemeadow
