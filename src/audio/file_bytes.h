@@ -79,7 +79,7 @@ class FileBytes {
   Buffer head_;
   std::size_t head_size_ = 0;  ///< the first bytes of the file that head_ holds
   Buffer scratch_;
-  std::array<char, kTailBytes> tail_;
+  std::array<char, kTailBytes> tail_{};
   std::size_t tail_size_ = 0;
 };
 
