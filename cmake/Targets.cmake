@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # The flags of the project, once, and the three kinds of target that it is made of.
 
 add_library(tm_options INTERFACE)
