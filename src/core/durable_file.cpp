@@ -124,7 +124,9 @@ bool ReplaceFile(const std::string& path, std::string_view bytes) {
   if (!target || target->empty()) return false;
   struct stat old {};
   const bool exists = stat(target->c_str(), &old) == 0;
-  if (exists && (!S_ISREG(old.st_mode) || access(target->c_str(), W_OK) != 0)) return false;
+  if (exists &&
+      (!S_ISREG(old.st_mode) || faccessat(AT_FDCWD, target->c_str(), W_OK, AT_EACCESS) != 0))
+    return false;
   const std::string made = NameBeside(*target);
   if (!MakeSyncedFile(made, bytes, exists ? &old : nullptr)) return false;
   if (rename(made.c_str(), target->c_str()) != 0) {

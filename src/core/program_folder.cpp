@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/program_folder.h"
 
+#include <fcntl.h>
 #include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -37,6 +38,10 @@ bool IsSystemFolder(std::string_view folder) noexcept {
   constexpr std::array<std::string_view, 3> kSystemFolders = {"/usr/", "/bin/", "/sbin/"};
   return std::any_of(kSystemFolders.begin(), kSystemFolders.end(),
                      [&](std::string_view system) { return folder.starts_with(system); });
+}
+
+bool MayMakeFilesIn(const std::string& folder) noexcept {
+  return faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 std::string HomeFolder() {
@@ -77,17 +82,19 @@ std::string ExecutableBaseName() {
   return name;
 }
 
-std::string ProgramFolder() {
+std::string ProgramFolderFor(const std::string& executable_folder) {
   const std::string chosen = EnvironmentText("TUNEMEADOW_FOLDER");
-  std::string folder = ExecutableFolder();
+  std::string folder = executable_folder;
   if (!chosen.empty()) {
     folder = WithTrailingSeparator(AbsolutePath(chosen));
-  } else if (folder.empty() || IsSystemFolder(folder) || access(folder.c_str(), W_OK | X_OK) != 0) {
+  } else if (folder.empty() || IsSystemFolder(folder) || !MayMakeFilesIn(folder)) {
     folder = WithTrailingSeparator(JoinPath(UserDataFolder(), "tunemeadow"));
   }
   MakeFolders(folder);
   return folder;
 }
+
+std::string ProgramFolder() { return ProgramFolderFor(ExecutableFolder()); }
 
 bool ProvideShippedFile(const std::string& name, const std::string& folder) {
   return CopyFileIfMissing(JoinPath(ExecutableFolder(), name), JoinPath(folder, name));

@@ -14,6 +14,9 @@ namespace tunemeadow {
 /// It is made where it is missing; that this failed shows at the first file in it.
 [[nodiscard]] std::string ProgramFolder();
 
+/// ProgramFolder of a program whose executable lies in that folder, given with a trailing separator.
+[[nodiscard]] std::string ProgramFolderFor(const std::string& executable_folder);
+
 /// The folder of the running executable, with a trailing separator; empty where the system does not
 /// tell.
 [[nodiscard]] std::string ExecutableFolder();
