@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/start/bottom_strip.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QStyle>
+#include <QToolButton>
+
+namespace tunemeadow {
+namespace {
+
+QLabel* TotalLabel(QWidget* parent, const char* name, const QString& accessible) {
+  auto* label = new QLabel(parent);
+  label->setObjectName(QLatin1String(name));
+  label->setTextFormat(Qt::PlainText);
+  label->setToolTip(accessible);
+  return label;
+}
+
+}  // namespace
+
+BottomStrip::BottomStrip(QWidget* parent)
+    : QWidget(parent),
+      tree_button_(new QToolButton(this)),
+      picture_box_(new QCheckBox(tr("Show p&icture"), this)),
+      time_(TotalLabel(this, "lblTotalTime", tr("Total playtime of the list"))),
+      size_(TotalLabel(this, "lblTotalSize", tr("Total size of the list"))) {
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  tree_button_->setObjectName("cmdHideShowTreeview");
+  tree_button_->setAccessibleName(tr("Hide or show the tree"));
+  tree_button_->setFocusPolicy(Qt::StrongFocus);
+  tree_button_->setShortcut(Qt::Key_F9);
+  picture_box_->setObjectName("chkPicShow");
+  picture_box_->setToolTip(tr("Shows the picture of the clicked track beside its details"));
+  row->addWidget(tree_button_);
+  row->addWidget(picture_box_);
+  row->addStretch(1);
+  row->addWidget(time_);
+  row->addSpacing(style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing) * 2);
+  row->addWidget(size_);
+  connect(tree_button_, &QToolButton::clicked, this, &BottomStrip::TreeToggled);
+  connect(picture_box_, &QCheckBox::toggled, this, &BottomStrip::PictureToggled);
+  ShowTreeVisible(true);
+}
+
+void BottomStrip::ShowTotals(const QString& time, const QString& size) {
+  time_->setText(time);
+  size_->setText(size);
+}
+
+void BottomStrip::ShowTreeVisible(bool visible) {
+  tree_button_->setText(visible ? "<" : ">");
+  tree_button_->setToolTip(visible ? tr("Hides the tree (F9)") : tr("Shows the tree (F9)"));
+}
+
+void BottomStrip::SetPictureShown(bool shown) {
+  const QSignalBlocker quiet(picture_box_);
+  picture_box_->setChecked(shown);
+}
+
+}  // namespace tunemeadow

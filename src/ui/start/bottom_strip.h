@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The strip under the list: what stays usable when search and details are hidden.
+#pragma once
+
+#include <QWidget>
+
+class QCheckBox;
+class QLabel;
+class QToolButton;
+
+namespace tunemeadow {
+
+class BottomStrip : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit BottomStrip(QWidget* parent = nullptr);
+
+  /// lblTotalTime and lblTotalSize.
+  void ShowTotals(const QString& time, const QString& size);
+
+  /// Caption and icon of cmdHideShowTreeview.
+  void ShowTreeVisible(bool visible);
+  void SetPictureShown(bool shown);  ///< chkPicShow, without the signal
+
+ signals:
+  void TreeToggled();
+  void PictureToggled(bool shown);
+
+ private:
+  QToolButton* tree_button_;
+  QCheckBox* picture_box_;
+  QLabel* time_;
+  QLabel* size_;
+};
+
+}  // namespace tunemeadow
