@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The file walk of import and file monitor: the paths of all audio files in a folder tree. Knows
+// names only, opens no file.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "core/interaction.h"
+#include "core/session.h"
+
+namespace tunemeadow {
+
+/// Where a walk shows the folder that it enters.
+enum class StatusMode : int {
+  kSilent = 0,
+  kMonitor = 1,  ///< in the status bar of frmFileMonitor
+  kImport = 2,   ///< in panel 1 of the main window, with the count so far in frmLoading
+};
+
+struct WalkOptions {
+  std::string extensions;    ///< separated by ";"; only those of three letters ever match
+  bool recursive = false;    ///< enter the folders in the folder
+  bool read_hidden = false;  ///< enter those whose name begins with a dot; files are never tested
+  StatusMode statusMode = StatusMode::kSilent;
+  std::function<void(const std::string& folder)> show_in_monitor;  ///< for StatusMode::kMonitor
+};
+
+/// Appends the path of each regular file of `folder` that has one of the extensions to `list`: the
+/// folder as given, with a trailing separator where it has none, and the name, byte for byte.
+/// Symbolic links to regular files count as such; those to folders are entered.
+///
+/// The entries of a folder come in the order of their bytes, so that two walks give the same list.
+/// Each folder is read once, whatever links lead to it. Folders that vanish, may not be read or lie
+/// too deep for a path (4096 bytes), and the file systems that the kernel makes up (/proc, /sys),
+/// are passed over without a word.
+///
+/// Yields before each folder and stops at once when CancelRequested is set; `list` then holds what
+/// was found so far. The flag is not cleared here.
+void FindFilesRecursive(Session& session, Interaction& interaction, const std::string& folder,
+                        const WalkOptions& options, std::vector<std::string>& list);
+
+}  // namespace tunemeadow
