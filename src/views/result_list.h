@@ -21,7 +21,8 @@ class ResultList {
  public:
   ResultList();
 
-  /// Takes the rows of a search (29 columns, or 30 with `position`). Selection and sort mark go.
+  /// Takes the rows of a search (29 columns, or 30 with `position`). Selection, focus and sort mark
+  /// go.
   void Fill(CellTable rows);
   void Clear();
 
@@ -37,7 +38,8 @@ class ResultList {
   [[nodiscard]] std::int64_t Uid(std::size_t row) const noexcept;
   [[nodiscard]] std::optional<std::size_t> RowOfUid(std::int64_t uid) const noexcept;
 
-  /// Takes rows out of the list, whatever their place in the order.
+  /// Takes rows out of the list, whatever their place in the order. The focus of a row that goes
+  /// passes to the one that comes into its place.
   void RemoveRows(const std::vector<std::size_t>& rows);
 
   /// Sorts by a column: ascending, or the other way round where it is the sorted one already.
@@ -67,6 +69,9 @@ class ResultList {
   [[nodiscard]] std::size_t MemoryUsed() const noexcept;
 
  private:
+  [[nodiscard]] std::string_view TableCell(std::uint32_t table_row,
+                                           std::size_t column) const noexcept;
+
   CellTable rows_;
   std::vector<std::uint32_t> order_;  ///< shown row -> table row
   std::vector<bool> selected_;        ///< by table row
@@ -76,7 +81,8 @@ class ResultList {
   bool ascending_ = true;
 };
 
-/// mLVSort(list, column from 1, kind from 0 to 5).
+/// Sort by the column `column` (from 1) and the SortKind `kind`; nothing outside 1 to 30 and 0
+/// to 5.
 void mLVSort(ResultList& list, int column, int kind);
 
 }  // namespace tunemeadow
