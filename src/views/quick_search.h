@@ -56,6 +56,18 @@ struct BuiltSearch {
 };
 [[nodiscard]] BuiltSearch BuildSearch(const SearchRequest& request);
 
+/// Whether the statement joins an archive without tying it to the tracks, as BuildSearch does for
+/// an archive beside other fields. The rows of such a result are a product.
+[[nodiscard]] bool CrossesArchive(std::string_view sql) noexcept;
+inline constexpr std::int64_t kCrossingLimit = 1'000'000;  ///< rows that such a search may yield
+
+/// Counts the rows of a statement of BuildSearch, but stops counting at `limit`.
+[[nodiscard]] std::string LimitedCountStatement(std::string_view sql, std::int64_t limit);
+
+/// Whether the statement lists the tracks of this playlist in its order. Any other one shown as the
+/// playlist would be taken for its content.
+[[nodiscard]] bool IsViewOfPlaylist(std::string_view sql, std::string_view playlist);
+
 /// The last five searches, the oldest first.
 class SearchHistory {
  public:
@@ -76,16 +88,19 @@ class SearchHistory {
   std::vector<Entry> entries_;
 };
 
-/// Totals of a result, summed row by row.
+/// Totals of a result, summed row by row. What cannot be read counts as 0.
 struct ListTotals {
   std::int64_t seconds = 0;
-  std::int64_t megabytes = 0;  ///< the sum is rounded at each row, halves to even
+  std::int64_t megabytes = 0;  ///< the sum is rounded at each row, halves to even: files of under
+                               ///< half a megabyte add nothing
   void Add(std::string_view playtime, std::string_view filesize);
 };
 [[nodiscard]] std::string TotalTimeText(std::int64_t seconds);    ///< "2 days, 3hh:4min;5sec"
 [[nodiscard]] std::string TotalSizeText(std::int64_t megabytes);  ///< "512 MB", "1.50 GB"
 
-/// Runs the search of the fields, or the prepared statement, and fills the list in view.
+/// Runs the search of the fields, or the prepared statement, and fills the list in view. A prepared
+/// statement that does not list the open playlist first brings ListView1 into view. A statement
+/// that fails shows its box and leaves an empty list. Nothing happens inside a running search.
 void cmdSuchen(Workbench& bench);
 
 /// Empties every search field. Runs no search.
@@ -94,7 +109,7 @@ void cmdReset_Click(Workbench& bench);
 /// Replays entry `index` (1 to 5) of the history; nothing where it is empty.
 void mnuSuche_Click(Workbench& bench, std::size_t index);
 
-/// Renews the totals under the list: a blank and the text each.
+/// Sets the totals under the list: a blank and the text each.
 void Updatelistiewinfos(Workbench& bench, const std::string& time, const std::string& size);
 
 }  // namespace tunemeadow

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,17 +14,19 @@
 #include "views/detail_editor.h"
 #include "views/quick_search.h"
 #include "views/result_list.h"
+#include "views/row_icons.h"
 #include "views/search_items.h"
 
 namespace tunemeadow {
 
 /// The window behind the workbench is told what has changed and shows it anew. Without one, nothing
-/// happens.
+/// happens. Each ListCleared is followed by a ListFilled before anything is painted; a search does
+/// so twice, for the emptied list and for its result.
 class WorkbenchWatcher {
  public:
   virtual ~WorkbenchWatcher() = default;
   virtual void ListCleared() {}  ///< the rows of the list in view are about to go
-  virtual void ListFilled() {}   ///< the list in view holds new rows
+  virtual void ListFilled() {}   ///< the list in view holds new rows, or none
   virtual void RowChanged(std::size_t /*row*/) {}
   virtual void SelectionSet() {}  ///< selection or focus was set by a command: show it
   virtual void SearchFieldsChanged() {}
@@ -36,11 +39,12 @@ class WorkbenchWatcher {
   virtual void ListInViewChanged() {}
 };
 
-/// The nodes of the tree that stand for now: root and database with its count.
+/// What the tree and the two combos show.
 struct TreeData {
   std::string database_text;           ///< "Database [n Files]", "Database [shown/all Files]"
   std::vector<std::string> playlists;  ///< names for cboPlaylists, without the empty entry
   std::vector<std::string> archives;   ///< names for cboCDArchive, without the empty entry
+  std::optional<std::int64_t> names_read_at;  ///< write count of the catalogue at that moment
 };
 
 struct Workbench {
@@ -66,7 +70,10 @@ struct Workbench {
   SearchFields search;
   SearchHistory history;
   std::string prepared_statement;  ///< runs as it stands instead of the fields; once
+  bool searching = false;          ///< cmdSuchen is at work
+  bool search_ran = false;         ///< ListView1 holds the result of a search
   SearchItems search_items;
+  RowIcons row_icons;                  ///< of the list in view
   std::string total_time, total_size;  ///< texts of lblTotalTime and lblTotalSize
   TreeData tree;
 
@@ -83,7 +90,12 @@ struct Workbench {
   WorkbenchWatcher silent;
 };
 
-/// Renews the tree's nodes and the names of playlists and archives.
+/// Renews the tree's nodes and the names of playlists and archives, and tells the window where
+/// something has changed. A statement that fails leaves its names empty.
 void updatetreeview(Workbench& bench);
+
+/// Counts the tracks of the whole catalogue anew (session.track_count) and renews the tree. The
+/// count stays where the statement fails.
+void UpdateTrackCount(Workbench& bench);
 
 }  // namespace tunemeadow

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/quick_search.h"
+
+#include <exception>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "core/database.h"
+#include "core/numbers.h"
+#include "views/workbench.h"
+
+namespace tunemeadow {
+namespace {
+
+/// Rows between two signs of life. A hundred thousand of them pass in some hundredths of a second.
+constexpr std::size_t kRowsPerYield = 1000;
+
+/// What a search changes for its time, and puts back on every way out.
+class SearchScope {
+ public:
+  explicit SearchScope(Workbench& bench) : bench_(bench), was_busy_(bench.session.busy) {
+    bench_.searching = true;
+    bench_.session.busy = true;
+    bench_.interaction.SetBusyPointer(true);
+    bench_.session.connection.SetWorking([&bench] { bench.interaction.KeepPainting(); });
+  }
+  ~SearchScope() {
+    bench_.session.connection.SetWorking({});
+    bench_.interaction.HideProgress();
+    bench_.interaction.SetBusyPointer(false);
+    bench_.session.busy = was_busy_;
+    bench_.searching = false;
+  }
+  SearchScope(const SearchScope&) = delete;
+  SearchScope& operator=(const SearchScope&) = delete;
+
+ private:
+  Workbench& bench_;
+  bool was_busy_;
+};
+
+/// Rows that a search does not belong to must not stand in the playlist view.
+void BringFittingListIntoView(Workbench& bench, std::string_view prepared) {
+  if (!prepared.empty() && bench.playlist_in_view &&
+      !IsViewOfPlaylist(prepared, bench.current_playlist)) {
+    bench.playlist_in_view = false;
+    bench.current_view = "Database";
+    bench.Watcher().ListInViewChanged();
+  }
+  if (bench.current_view.empty()) bench.current_view = "Database";
+}
+
+void FillListInView(Workbench& bench, CellTable rows) {
+  bench.Watcher().ListCleared();
+  bench.ListInView().Fill(std::move(rows));
+  bench.Watcher().ListFilled();
+}
+
+void ClearListInView(Workbench& bench) {
+  bench.interaction.SetStatus("Clearing View...");
+  bench.row_icons = {};
+  FillListInView(bench, CellTable(kTrackFields));
+}
+
+/// The statement of the fields, kept as a new place of the history.
+std::string StatementOfFields(Workbench& bench) {
+  BuiltSearch search = BuildSearch({.fields = bench.search,
+                                    .quote = bench.session.quote,
+                                    .playlist_view = bench.playlist_in_view,
+                                    .current_playlist = bench.current_playlist});
+  bench.history.Add({search.sql, std::move(search.label)});
+  return std::move(search.sql);
+}
+
+CellTable RunStatement(Workbench& bench, const std::string& sql) {
+  Command& command = bench.session.command;
+  command.ActiveConnection = &bench.session.connection;
+  command.CommandType = 1;
+  if (CrossesArchive(sql)) {
+    command.CommandText = LimitedCountStatement(sql, kCrossingLimit + 1);
+    const CellTable count = command.Execute().GetRows();
+    if (!count.Empty() && ParseWhole(count.Cell(0, 0)).value_or(0) > kCrossingLimit) {
+      throw DatabaseError(0, "The search yields more than " + std::to_string(kCrossingLimit) +
+                                 " rows: beside other fields, each track comes once for each row "
+                                 "of the archive.");
+    }
+  }
+  command.CommandText = sql;
+  return command.Execute().GetRows();
+}
+
+/// Walks the rows for totals and icons, with a sign of life now and then.
+ListTotals WalkRows(Workbench& bench, const CellTable& rows) {
+  Interaction& interaction = bench.interaction;
+  ListTotals totals;
+  const std::size_t count = rows.RowCount();
+  interaction.ShowProgress(static_cast<std::int64_t>(count));
+  interaction.ResizeForm();
+  for (std::size_t row = 0; row < count; ++row) {
+    if (row % kRowsPerYield == 0) {
+      interaction.SetStatus("Entry " + std::to_string(row) + "/" + std::to_string(count));
+      interaction.SetProgress(static_cast<std::int64_t>(row));
+      interaction.Yield();
+    }
+    totals.Add(rows.Cell(row, IndexOf(Field::Playtime)), rows.Cell(row, IndexOf(Field::Filesize)));
+    bench.row_icons.Add(rows.Cell(row, IndexOf(Field::location)));
+  }
+  return totals;
+}
+
+/// Fetches and shows the rows; the totals are those of what is shown.
+ListTotals RunSearch(Workbench& bench, const std::string& sql) {
+  CellTable rows = RunStatement(bench, sql);
+  bench.interaction.SetStatus("Visualization...");
+  if (rows.Empty()) return {};
+  if (rows.ColumnCount() < kTrackFields) {
+    throw DatabaseError(0, "The statement does not yield the columns of the list.");
+  }
+  const ListTotals totals = WalkRows(bench, rows);
+  FillListInView(bench, std::move(rows));
+  return totals;
+}
+
+void SelectFirstRow(Workbench& bench) {
+  ResultList& list = bench.ListInView();
+  if (list.RowCount() == 0) return;
+  list.SelectOnly(0);
+  list.SetFocusedRow(0);
+  bench.Watcher().SelectionSet();
+}
+
+}  // namespace
+
+void cmdSuchen(Workbench& bench) {
+  const std::string prepared = std::exchange(bench.prepared_statement, {});
+  if (bench.searching) return;
+  ListTotals totals;
+  std::optional<MessageBox> failure;
+  {
+    const SearchScope scope(bench);
+    BringFittingListIntoView(bench, prepared);
+    ClearListInView(bench);
+    const std::string sql = prepared.empty() ? StatementOfFields(bench) : prepared;
+    bench.Watcher().HistoryChanged();
+    bench.interaction.SetStatus("Searching...");
+    try {
+      totals = RunSearch(bench, sql);
+    } catch (const std::exception& error) {
+      failure = MessageBox{.text = std::string(error.what()) + "\n" + sql};
+    }
+    if (!bench.playlist_in_view) bench.search_ran = true;
+  }
+  if (failure) bench.interaction.ShowMessage(*failure);
+  Updatelistiewinfos(bench, TotalTimeText(totals.seconds), TotalSizeText(totals.megabytes));
+  bench.interaction.SetStatus("Ready.");
+  updatetreeview(bench);
+  SelectFirstRow(bench);
+}
+
+void cmdReset_Click(Workbench& bench) {
+  bench.search = {};
+  bench.Watcher().SearchFieldsChanged();
+}
+
+void mnuSuche_Click(Workbench& bench, std::size_t index) {
+  const auto& entries = bench.history.Entries();
+  if (index < 1 || index > entries.size()) return;
+  bench.prepared_statement = entries[index - 1].sql;
+  cmdSuchen(bench);
+}
+
+void Updatelistiewinfos(Workbench& bench, const std::string& time, const std::string& size) {
+  bench.total_time = " " + time;
+  bench.total_size = " " + size;
+  bench.Watcher().TotalsChanged();
+}
+
+void SearchHistory::Add(Entry entry) {
+  if (entries_.size() == kPlaces) entries_.erase(entries_.begin());
+  entries_.push_back(std::move(entry));
+}
+
+std::string SearchHistory::Caption(std::size_t index) const {
+  if (index < 1 || index > entries_.size()) return "Empty Search";
+  const std::string& label = entries_[index - 1].label;
+  return std::to_string(index) + ".) " + (label.empty() ? "Full Search" : label);
+}
+
+}  // namespace tunemeadow
