@@ -27,7 +27,12 @@ struct SearchItems {
   std::vector<std::string> further_genres;
 };
 
-/// Reads every list anew and tells the window. A failing statement leaves its list empty.
+/// The statement whose rows fill the list of a column: its distinct values that are not empty, in
+/// their order without regard to the case of A to Z.
+[[nodiscard]] std::string SearchItemStatement(std::string_view column);
+
+/// Fills every list with the rows of its statement and tells the window. A list whose column cannot
+/// be read is empty.
 void RefreshAllSearchitems(Workbench& bench);
 
 }  // namespace tunemeadow
