@@ -31,12 +31,13 @@ struct DetailEditor {
 
   /// The picture in the pane; no bytes: none.
   ID3v2Picture picture;
-  std::string picture_path;  ///< file that it was read from
+  std::string picture_path;  ///< audio file that it was read from; bytes
+  std::string picture_file;  ///< its copy as a file of its own, "pic." and its extension; bytes
 };
 
-/// What a click on a row does: fills the editor from its cells, reads the Lyrics3 block and, where
-/// the row has one and the pane is shown, the picture. With two or more rows selected the editor
-/// goes into the mode for many. `row` is the clicked one.
+/// What a click on a row does, in either list: fills the editor from its cells, reads the Lyrics3
+/// block and, where the row has one and the pane is shown, the picture. With two or more rows
+/// selected the editor goes into the mode for many and keeps its texts. `row` is the clicked one.
 void ListView1_ItemClick(Workbench& bench, std::size_t row);
 
 /// The same for the focused row, from elsewhere.
@@ -46,8 +47,11 @@ void ListView1_ItemExternClick(Workbench& bench);
 /// none.
 void cmdItemBlaetter_Click(Workbench& bench, int index);
 
-/// Reads the picture of the file into the editor, if the file exists and `show` is set
-/// (chkPicShow).
+/// Reads the picture of the file into the editor. Where the file is missing, holds none, or the
+/// pane is not shown (chkPicShow), the editor has none afterwards.
 void ShowPic(Workbench& bench, const std::string& path);
+
+/// The line at the picture: its description, "no description", or "no picture". UTF-8.
+[[nodiscard]] std::string PictureText(const DetailEditor& details);
 
 }  // namespace tunemeadow

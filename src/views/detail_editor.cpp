@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/detail_editor.h"
+
+#include <array>
+#include <fstream>
+#include <optional>
+#include <utility>
+
+#include "core/code_page.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "views/workbench.h"
+
+namespace tunemeadow {
+namespace {
+
+/// Which cell goes into which detail field.
+struct CellToDetail {
+  Field field;
+  std::string DetailEditor::*text;
+};
+
+constexpr std::array kCellsToDetails = {
+    CellToDetail{Field::Artist, &DetailEditor::txtInterpretSave},
+    CellToDetail{Field::album, &DetailEditor::txtAlbumSave},
+    CellToDetail{Field::Songname, &DetailEditor::txtTitelSave},
+    CellToDetail{Field::genrereal, &DetailEditor::cboGenre1},
+    CellToDetail{Field::quality, &DetailEditor::txtQualitaetSave},
+    CellToDetail{Field::location, &DetailEditor::txtLocationSave},
+    CellToDetail{Field::year, &DetailEditor::txtYearSave},
+    CellToDetail{Field::trackno, &DetailEditor::txtTracknumber},
+    CellToDetail{Field::Playtime, &DetailEditor::txtPlaytime},
+    CellToDetail{Field::Filesize, &DetailEditor::lblFilesize},
+    CellToDetail{Field::Comment, &DetailEditor::txtCommentSave},
+    CellToDetail{Field::BPM, &DetailEditor::txtBPMSave},
+    CellToDetail{Field::Situation, &DetailEditor::txtSituationSave},
+    CellToDetail{Field::preference, &DetailEditor::txtPreferenceSave},
+    CellToDetail{Field::tempo, &DetailEditor::txtTempoSave},
+    CellToDetail{Field::Mood, &DetailEditor::txtMoodSave},
+    CellToDetail{Field::bios, &DetailEditor::txtBiosSave},
+    CellToDetail{Field::Lyrics, &DetailEditor::txtLyricsSave},
+};
+
+/// The columns of txtSave3, in its order.
+constexpr std::array<Field, kExtraFields> kExtraDetails = {
+    Field::composer, Field::copyright, Field::encodedby, Field::originalartist, Field::url};
+
+void CopyCells(const ResultList& list, std::size_t row, DetailEditor& details) {
+  details.uid = list.Uid(row);
+  for (const CellToDetail& pair : kCellsToDetails) details.*pair.text = list.Cell(row, pair.field);
+  for (std::size_t extra = 0; extra < kExtraFields; ++extra) {
+    details.txtSave3[extra] = list.Cell(row, kExtraDetails[extra]);
+  }
+}
+
+/// What the list does not hold. The values of a block that is not whole are not used.
+void ReadOwnLyrics3(DetailEditor& details) {
+  if (!ReadLyrics3Tag(details.txtLocationSave, details.lyrics3)) details.lyrics3 = {};
+}
+
+void ClearPicture(Workbench& bench) {
+  bench.details.picture = {};
+  bench.details.picture_path.clear();
+  bench.details.picture_file.clear();
+  bench.Watcher().PictureChanged();
+}
+
+/// Keeps the picture's bytes as a file of its own kind, for saving and for other programs. Empty
+/// where that failed; the pane shows the bytes themselves.
+std::string WritePictureFile(const Session& session, const ID3v2Picture& picture) {
+  std::string path = JoinPath(session.program_folder, "pic." + picture.extension);
+  std::ofstream file(path, std::ios::binary | std::ios::trunc);
+  file.write(picture.data.data(), static_cast<std::streamsize>(picture.data.size()));
+  file.close();
+  return file ? path : std::string();
+}
+
+}  // namespace
+
+void ListView1_ItemClick(Workbench& bench, std::size_t row) {
+  ResultList& list = bench.ListInView();
+  if (row >= list.RowCount()) return;
+  DetailEditor& details = bench.details;
+  details.save_all = list.SelectedCount() >= 2;
+  if (details.save_all) {
+    bench.Watcher().DetailsChanged();
+    return;
+  }
+  // Changes of the record that is about to go are asked for here.
+  details.enabled = true;
+  details.comment_enabled = !bench.session.preferences.chkAutoComment;
+  CopyCells(list, row, details);
+  ReadOwnLyrics3(details);
+  bench.Watcher().DetailsChanged();
+  if (bench.show_picture && list.Cell(row, Field::haspic) == "1") {
+    ShowPic(bench, details.txtLocationSave);
+  } else {
+    ClearPicture(bench);
+  }
+}
+
+void ListView1_ItemExternClick(Workbench& bench) {
+  const ResultList& list = bench.ListInView();
+  auto row = list.FocusedRow();
+  if (!row && list.SelectedCount() > 0) row = list.SelectedRows().front();
+  if (row) ListView1_ItemClick(bench, *row);
+}
+
+void cmdItemBlaetter_Click(Workbench& bench, int index) {
+  ResultList& list = bench.ListInView();
+  const auto focused = list.FocusedRow();
+  const bool forward = index == 0;
+  if (!focused || (forward ? *focused + 1 >= list.RowCount() : *focused == 0)) {
+    bench.interaction.ShowMessage(
+        {.text = forward ? "no next entry!" : "no previuos entry!", .title = "Error"});
+    return;
+  }
+  const std::size_t row = forward ? *focused + 1 : *focused - 1;
+  list.SelectOnly(row);
+  list.SetFocusedRow(row);
+  bench.Watcher().SelectionSet();
+  ListView1_ItemClick(bench, row);
+}
+
+void ShowPic(Workbench& bench, const std::string& path) {
+  if (!bench.show_picture || !MyFileExists(path)) {
+    ClearPicture(bench);
+    return;
+  }
+  bench.interaction.SetBusyPointer(true);
+  DetailEditor& details = bench.details;
+  details.picture = ReadID3v2Pictures(path).value_or(ID3v2Picture{});
+  details.picture_path = details.picture.data.empty() ? std::string() : path;
+  details.picture_file = details.picture.data.empty()
+                             ? std::string()
+                             : WritePictureFile(bench.session, details.picture);
+  bench.interaction.SetBusyPointer(false);
+  bench.Watcher().PictureChanged();
+}
+
+std::string PictureText(const DetailEditor& details) {
+  if (details.picture.data.empty()) return "no picture";
+  const std::string description = StripNulls(FromTagText(details.picture.description));
+  return description.empty() ? "no description" : description;
+}
+
+}  // namespace tunemeadow
