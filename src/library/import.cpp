@@ -13,7 +13,6 @@
 #include "audio/mp3reader.h"
 #include "core/batch.h"
 #include "core/database.h"
-#include "core/numbers.h"
 #include "core/paths.h"
 #include "core/text.h"
 #include "library/find_files.h"
@@ -178,19 +177,10 @@ void TellEnd(Workbench& bench, const ImportRun& run, ImportEnd end) {
   bench.ImportFromMonitor = false;
 }
 
-void CountTracks(Session& session) {
-  try {
-    Recordset rows = session.connection.Execute("select count(uid) as countuid FROM mp3sTabelle");
-    session.track_count = ParseWhole(rows.Fields("countuid")).value_or(0);
-  } catch (const DatabaseError&) {
-    // The count of before stays: whoever searches next is told of the catalogue's state.
-  }
-}
-
 /// The files that had a row already are told last, where the line stays.
 void RenewViews(Workbench& bench, const ImportRun& run) {
   RefreshAllSearchitems(bench);
-  CountTracks(bench.session);
+  UpdateTrackCount(bench);
   cmdSuchen(bench);
   if (run.known > 0) {
     bench.interaction.SetStatus(CountOfFiles(run.known) + " already known.");
