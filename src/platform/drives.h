@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Mounted file systems as drives. A drive's root ends in "/". Paths are bytes.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tunemeadow {
+
+enum class DriveType { kNone, kRemovable, kFixed, kRemote, kOptical, kMemory };
+
+/// "Drive Doesn't Exist", "Removable Drive", "Fixed Drive", "Remote Drive", "CD-ROM", "RAM Disk".
+[[nodiscard]] std::string_view DriveTypeText(DriveType type) noexcept;
+
+/// One line of a table of file systems (fstab(5), /proc/self/mounts), its escapes (\040) undone.
+struct MountEntry {
+  std::string device;  ///< as the table names it: "/dev/sr0", "tmpfs", "host:/export"
+  std::string folder;
+  std::string kind;  ///< file system: "iso9660", "ext4", "nfs4"
+};
+
+/// The entries of such a table; comments and lines with fewer than three fields are left out.
+[[nodiscard]] std::vector<MountEntry> ParseMounts(std::string_view table);
+
+/// One mounted file system that may hold a person's files; the kernel's own ones are none.
+struct Drive {
+  std::string root;  ///< with a trailing "/"
+  DriveType type = DriveType::kNone;
+};
+
+/// All drives in the order in which they were mounted; of those mounted over each other the one
+/// that can be seen. `system_root`: where the machine's files begin, with its trailing "/".
+[[nodiscard]] std::vector<Drive> MountedDrives(const std::string& system_root = "/");
+
+/// Root of the first mounted disc; else the folder where the first optical drive's discs are
+/// usually mounted (as fstab tells, or /media/cdrom0, or /media/cdrom, if that folder exists); else
+/// empty.
+[[nodiscard]] std::string FirstOpticalMount(const std::string& system_root = "/");
+
+}  // namespace tunemeadow

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/shell_open_qt.h"
+
+#include <QByteArray>
+#include <QDesktopServices>
+#include <QUrl>
+
+#include "core/paths.h"
+
+namespace tunemeadow {
+
+bool QtShellOpener::Open(const std::string& path_or_url) {
+  const bool is_url = IsUrl(path_or_url);
+  if (!is_url && !MyFileExists(path_or_url)) return false;
+  const std::string url = is_url ? path_or_url : FileUrl(path_or_url);
+  return QDesktopServices::openUrl(QUrl::fromEncoded(QByteArray::fromStdString(url)));
+}
+
+}  // namespace tunemeadow

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/desktop_player_finder.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/desktop_entry.h"
+#include "support/scoped_environment.h"
+#include "support/temp_folder.h"
+
+namespace tunemeadow {
+namespace {
+
+TEST(ExecWords, UndoesEscapesQuotesAndFieldCodes) {
+  struct {
+    const char* exec;
+    std::vector<std::string> words;
+  } cases[] = {
+      {"audacious %U", {"audacious"}},
+      {"\"/opt/my player/play\" --icon %i -e %F", {"/opt/my player/play", "--icon", "-e"}},
+      {R"("/opt/a\\"b\\$c/play" 100%%)", {"/opt/a\"b$c/play", "100%"}},
+      {R"(/opt/a\sb "")", {"/opt/a", "b"}},
+      {"  %u ", {}},
+      {"\"never closed %", {"never closed "}},
+      {"trailing\\", {"trailing\\"}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(ExecWords(c.exec), c.words) << c.exec;
+}
+
+TEST(DesktopValue, ReadsTheFirstGroupOfThatNameOnly) {
+  constexpr std::string_view text =
+      "#[A]\nx=no\n[B]\nx=b\r\n[A]\n# x=comment\n x = 1 \nx[de]=zwei\nx=3\n[A]\ny=late\n[A";
+  EXPECT_EQ(DesktopValue(text, "A", "x"), "1");
+  EXPECT_EQ(DesktopValue(text, "B", "x"), "b");
+  EXPECT_EQ(DesktopValue(text, "A", "y"), "");
+  EXPECT_EQ(DesktopValue(text, "a", "x"), "");
+}
+
+/// A desktop of its own, with programs that can be found.
+class DesktopPlayerFinderTest : public testing::Test {
+ protected:
+  void Program(const std::string& name) {
+    ASSERT_EQ(chmod(folder_.Write(name, "#!/bin/sh\n").c_str(), 0755), 0);
+  }
+  void Entry(const std::string& name, const std::string& lines) {
+    folder_.Write(name, "[Desktop Entry]\nType=Application\nMimeType=audio/mpeg;\n" + lines);
+  }
+  void List(const std::string& name, const std::string& text) { folder_.Write(name, text); }
+  std::string Found() { return DesktopPlayerFinder().AssociatedCommand(); }
+
+  const TempFolder folder_;
+
+ private:
+  const ScopedEnvironment home_{"HOME", folder_.Path("home").c_str()};
+  const ScopedEnvironment config_{"XDG_CONFIG_HOME", nullptr};
+  const ScopedEnvironment config_dirs_{"XDG_CONFIG_DIRS", folder_.Path("etc").c_str()};
+  const ScopedEnvironment data_{"XDG_DATA_HOME", nullptr};
+  const ScopedEnvironment data_dirs_{"XDG_DATA_DIRS", folder_.Path("share").c_str()};
+  const ScopedEnvironment desktop_{"XDG_CURRENT_DESKTOP", "Meadow:GNOME"};
+  const ScopedEnvironment path_{"PATH",
+                                (folder_.Path("empty") + ":" + folder_.Path("bin")).c_str()};
+};
+
+TEST_F(DesktopPlayerFinderTest, FindsNothingWhereNothingIsInstalled) {
+  EXPECT_EQ(Found(), "");
+  List("home/.config/mimeapps.list", "[Default Applications]\naudio/mpeg=gone.desktop\n");
+  Entry("share/applications/gone.desktop", "Exec=gone %U\n");
+  EXPECT_EQ(Found(), "") << "an entry whose program is not there";
+}
+
+TEST_F(DesktopPlayerFinderTest, EachSourceYieldsToTheOneBeforeIt) {
+  for (const std::string name : {"a", "b", "c", "d", "e", "f"}) {
+    Program("bin/" + name);
+    Entry("share/applications/" + name + ".desktop", "Exec=" + name + " %U\n");
+  }
+  List("share/applications/mimeinfo.cache", "[MIME Cache]\naudio/mpeg=a.desktop;b.desktop;\n");
+  EXPECT_EQ(Found(), folder_.Path("bin/a"));
+  List("home/.local/share/applications/mimeapps.list",
+       "[Removed Associations]\naudio/mpeg=a.desktop;\n");
+  EXPECT_EQ(Found(), folder_.Path("bin/b"));
+  List("etc/mimeapps.list", "[Added Associations]\naudio/mpeg=c.desktop;\n");
+  EXPECT_EQ(Found(), folder_.Path("bin/c"));
+  List("etc/gnome-mimeapps.list", "[Default Applications]\naudio/mpeg=missing.desktop;d.desktop\n");
+  EXPECT_EQ(Found(), folder_.Path("bin/d"));
+  List("home/.config/mimeapps.list",
+       "[Added Associations]\naudio/mpeg=f.desktop;\n[Default Applications]\naudio/mpeg = "
+       "e.desktop;\n");
+  EXPECT_EQ(Found(), folder_.Path("bin/e"));
+  List("home/.config/meadow-mimeapps.list", "[Default Applications]\naudio/mpeg=f.desktop;\n");
+  EXPECT_EQ(Found(), folder_.Path("bin/f"));
+}
+
+TEST_F(DesktopPlayerFinderTest, ReadsTheProgramOutOfTheEntry) {
+  Program("bin/play");
+  Program("apps/exports/bin/org.example.Play");
+  Program("bin/flatpak");
+  const std::string play = folder_.Path("bin/play");
+  List("share/applications/mimeinfo.cache", "[MIME Cache]\naudio/mpeg=kde-sub-play.desktop;\n");
+  const std::string path = "share/applications/kde/sub-play.desktop";
+  Entry(path, "Exec=\"" + play + "\" --quiet %U\n");
+  EXPECT_EQ(Found(), play) << "a path in quotes, in a folder that the id names";
+  Entry(path, "Exec=env LANG=C X=1 play %U\n");
+  EXPECT_EQ(Found(), play);
+  Entry(path, "TryExec=missing\nExec=play %U\n");
+  EXPECT_EQ(Found(), "");
+  Entry(path, "Exec=play\n");
+  Entry("home/.local/share/applications/kde-sub-play.desktop", "Hidden=true\nExec=play\n");
+  EXPECT_EQ(Found(), "") << "the user has hidden it";
+  const ScopedEnvironment data("XDG_DATA_DIRS", folder_.Path("apps/exports/share").c_str());
+  List("apps/exports/share/applications/mimeinfo.cache",
+       "[MIME Cache]\naudio/mpeg=org.example.Play.desktop;\n");
+  Entry("apps/exports/share/applications/org.example.Play.desktop",
+        "Exec=flatpak run org.example.Play @@u %U @@\n");
+  EXPECT_EQ(Found(), folder_.Path("apps/exports/bin/org.example.Play"));
+}
+
+}  // namespace
+}  // namespace tunemeadow
