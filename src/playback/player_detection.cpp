@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "playback/player_detection.h"
+
+#include "core/paths.h"
+#include "core/text.h"
+
+namespace tunemeadow {
+namespace {
+
+bool ContainsNoCase(std::string_view text, std::string_view part) noexcept {
+  return FindNoCase(text, part) != std::string_view::npos;
+}
+
+/// The program of a command line: quotes gone, and what stands behind an ".exe".
+std::string PlayerOfCommand(std::string_view command) {
+  constexpr std::string_view kExecutable = ".EXE";
+  std::string player = ReplaceEach(command, "\"", "");
+  const std::size_t extension = FindNoCase(player, kExecutable);
+  if (extension != std::string::npos) player.resize(extension + kExecutable.size());
+  return player;
+}
+
+}  // namespace
+
+std::string PlayerKindOf(std::string_view path) {
+  const std::string_view name = FileNamePart(path);
+  if (path.empty() || path == kNoPlayer) return {};
+  if (ContainsNoCase(path, "WINAMP") || name == "audacious" || name == "qmmp") return "Winamp";
+  if (ContainsNoCase(path, "SONIQUE")) return "Sonique";
+  return "Unknown";
+}
+
+void DetectPlayer(Session& session, PlayerFinder& finder, Interaction& interaction) {
+  std::string& player = session.preferences.lblConfigWinamp;
+  if (player.empty()) player = PlayerOfCommand(finder.AssociatedCommand());
+  if (player.empty()) {
+    interaction.ShowMessage({.text = "No MP3-Player found.\nEnqueuing will be disabled.\n\n"
+                                     "Check out preferencees to change your player.",
+                             .title = "Warning"});
+    player = kNoPlayer;
+  }
+  session.PlayerKind = PlayerKindOf(player);
+}
+
+}  // namespace tunemeadow

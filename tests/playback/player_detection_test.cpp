@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "playback/player_detection.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/scripted_interaction.h"
+#include "support/temp_folder.h"
+
+namespace tunemeadow {
+namespace {
+
+struct AnswerFinder : PlayerFinder {
+  std::string command;
+  int asked = 0;
+  std::string AssociatedCommand() override {
+    ++asked;
+    return command;
+  }
+};
+
+TEST(PlayerKindOf, GoesByThePathAndByTheNamesOfPlayersThatEnqueue) {
+  EXPECT_EQ(PlayerKindOf(""), "");
+  EXPECT_EQ(PlayerKindOf("No MP3-Player"), "");
+  EXPECT_EQ(PlayerKindOf("C:\\Programme\\WinAmp\\studio.exe"), "Winamp");
+  EXPECT_EQ(PlayerKindOf("/opt/sonique-to-winamp/run"), "Winamp");
+  EXPECT_EQ(PlayerKindOf("/usr/bin/audacious"), "Winamp");
+  EXPECT_EQ(PlayerKindOf("/usr/bin/qmmp"), "Winamp");
+  EXPECT_EQ(PlayerKindOf("/opt/Sonique/x"), "Sonique");
+  EXPECT_EQ(PlayerKindOf("/opt/audacious/mpv"), "Unknown") << "the name counts, not the folder";
+}
+
+TEST(DetectPlayer, TakesTheAssociatedProgramOnlyWhereNoneIsStored) {
+  const TempFolder folder;
+  struct {
+    const char *stored, *command, *player, *kind;
+  } cases[] = {
+      {"/usr/bin/mpv", "/usr/bin/audacious", "/usr/bin/mpv", "Unknown"},
+      {"No MP3-Player", "/usr/bin/audacious", "No MP3-Player", ""},
+      {"", "/usr/bin/audacious", "/usr/bin/audacious", "Winamp"},
+      {"", "\"/m/Winamp.Exe\" /ADD \"x.EXE\"", "/m/Winamp.Exe", "Winamp"},
+      {"", "\"/opt/my player/play\"", "/opt/my player/play", "Unknown"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.command);
+    Session session(folder.Path(), "test");
+    session.preferences.lblConfigWinamp = c.stored;
+    AnswerFinder finder;
+    finder.command = c.command;
+    ScriptedInteraction interaction;
+    DetectPlayer(session, finder, interaction);
+    EXPECT_EQ(session.preferences.lblConfigWinamp, c.player);
+    EXPECT_EQ(session.PlayerKind, c.kind);
+    EXPECT_EQ(finder.asked, *c.stored == '\0' ? 1 : 0);
+  }
+}
+
+TEST(DetectPlayer, TellsThePersonOnceThatThereIsNone) {
+  const TempFolder folder;
+  Session session(folder.Path(), "test");
+  AnswerFinder finder;
+  finder.command = "\"\"";
+  ScriptedInteraction interaction({Answer::kOk});
+  DetectPlayer(session, finder, interaction);
+  ASSERT_EQ(interaction.boxes.size(), 1u);
+  EXPECT_EQ(interaction.boxes[0].title, "Warning");
+  EXPECT_EQ(interaction.boxes[0].text,
+            "No MP3-Player found.\nEnqueuing will be disabled.\n\n"
+            "Check out preferencees to change your player.");
+  EXPECT_EQ(session.preferences.lblConfigWinamp, "No MP3-Player");
+  EXPECT_EQ(session.PlayerKind, "");
+  DetectPlayer(session, finder, interaction);
+  EXPECT_EQ(interaction.boxes.size(), 1u);
+}
+
+}  // namespace
+}  // namespace tunemeadow
