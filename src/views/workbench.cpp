@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/workbench.h"
 
+#include <utility>
+
 #include "core/numbers.h"
 
 namespace tunemeadow {
