@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/detail_editor.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "support/mp3_builder.h"
+#include "support/scripted_interaction.h"
+#include "support/temp_folder.h"
+#include "views/workbench.h"
+
+namespace tunemeadow {
+namespace {
+
+struct Watcher : WorkbenchWatcher {
+  int details = 0, pictures = 0, selections = 0;
+  void DetailsChanged() override { ++details; }
+  void PictureChanged() override { ++pictures; }
+  void SelectionSet() override { ++selections; }
+};
+
+/// A list of tracks whose cells hold "<field>-<row>", over real files.
+class Details : public testing::Test {
+ protected:
+  Details() { bench_.watcher = &watcher_; }
+
+  void Fill(const std::vector<std::string>& locations, const std::string& haspic = "1") {
+    CellTable rows(kTrackFields);
+    for (std::size_t i = 0; i < locations.size(); ++i) {
+      std::array<std::string, kTrackFields> cells;
+      for (std::size_t field = 0; field < kTrackFields; ++field) {
+        cells[field] = std::string(kFieldNames[field]) + "-" + std::to_string(i);
+      }
+      cells[IndexOf(Field::uid)] = std::to_string(100 + i);
+      cells[IndexOf(Field::location)] = locations[i];
+      cells[IndexOf(Field::haspic)] = haspic;
+      rows.AppendRow(std::vector<std::string_view>(cells.begin(), cells.end()));
+    }
+    bench_.ListInView().Fill(std::move(rows));
+  }
+
+  void Click(std::size_t row) {
+    bench_.ListInView().SelectOnly(row);
+    bench_.ListInView().SetFocusedRow(row);
+    ListView1_ItemClick(bench_, row);
+  }
+
+  TempFolder folder_;
+  Session session_{folder_.Path(), "tunemeadow"};
+  ScriptedInteraction interaction_;
+  Workbench bench_{session_, interaction_};
+  Watcher watcher_;
+  DetailEditor& details_ = bench_.details;
+};
+
+TEST_F(Details, AClickCopiesTheRowIntoThePanels) {
+  Fill({"/nowhere/a.mp3", "/nowhere/b.mp3"});
+  Click(1);
+  EXPECT_EQ(details_.uid, 101);
+  EXPECT_TRUE(details_.enabled);
+  const std::vector<std::pair<std::string, std::string>> fields = {
+      {details_.txtTitelSave, "Songname-1"},
+      {details_.txtInterpretSave, "Artist-1"},
+      {details_.txtAlbumSave, "album-1"},
+      {details_.cboGenre1, "genrereal-1"},
+      {details_.txtYearSave, "year-1"},
+      {details_.txtTracknumber, "trackno-1"},
+      {details_.txtBPMSave, "BPM-1"},
+      {details_.txtPlaytime, "Playtime-1"},
+      {details_.txtQualitaetSave, "quality-1"},
+      {details_.lblFilesize, "Filesize-1"},
+      {details_.txtLocationSave, "/nowhere/b.mp3"},
+      {details_.txtCommentSave, "Comment-1"},
+      {details_.txtSituationSave, "Situation-1"},
+      {details_.txtPreferenceSave, "preference-1"},
+      {details_.txtTempoSave, "tempo-1"},
+      {details_.txtMoodSave, "Mood-1"},
+      {details_.txtBiosSave, "bios-1"},
+      {details_.txtLyricsSave, "Lyrics-1"},
+      {details_.txtSave3[0], "composer-1"},
+      {details_.txtSave3[1], "copyright-1"},
+      {details_.txtSave3[2], "encodedby-1"},
+      {details_.txtSave3[3], "originalartist-1"},
+      {details_.txtSave3[4], "url-1"}};
+  for (const auto& [shown, expected] : fields) EXPECT_EQ(shown, expected);
+  EXPECT_EQ(watcher_.details, 1);
+}
+
+TEST_F(Details, AutoCommentRulesTheCommentField) {
+  Fill({"/nowhere/a.mp3"});
+  for (const bool automatic : {true, false}) {
+    session_.preferences.chkAutoComment = automatic;
+    Click(0);
+    EXPECT_EQ(details_.comment_enabled, !automatic);
+  }
+}
+
+TEST_F(Details, SeveralRowsKeepTheTextsAndSwitchToSaveAll) {
+  Fill({"/nowhere/a.mp3", "/nowhere/b.mp3"});
+  Click(0);
+  bench_.ListView1.SetSelected(1, 1, true);
+  ListView1_ItemClick(bench_, 1);
+  EXPECT_TRUE(details_.save_all);
+  EXPECT_EQ(details_.uid, 100);
+  Click(1);
+  EXPECT_FALSE(details_.save_all);
+  EXPECT_EQ(details_.uid, 101);
+}
+
+TEST_F(Details, TheLyrics3BlockIsThatOfTheFileAlone) {
+  const std::string with =
+      folder_.Write("with.mp3", Mp3File().Frames(3).Lyrics3({{"LYR", "la la"}}).Id3v1({}).Build());
+  const std::string without = folder_.Write("without.mp3", Mp3File().Frames(3).Id3v1({}).Build());
+  Fill({with, without, "/nowhere/a.mp3"}, "0");
+  Click(0);
+  EXPECT_EQ(details_.lyrics3.Lyrics3Lyr, "la la");
+  Click(1);
+  EXPECT_EQ(details_.lyrics3.Lyrics3Lyr, "");
+  EXPECT_EQ(details_.lyrics3.Lyrics3SizeText, "");
+  Click(0);
+  Click(2);
+  EXPECT_EQ(details_.lyrics3.Lyrics3Lyr, "") << "a missing file has none";
+}
+
+TEST_F(Details, ThePictureIsReadKeptAsAFileAndClearedAgain) {
+  const auto picture = [&](const std::string& description) {
+    return Id3v2Tag(PictureFrame(FakeJpeg(), "image/jpeg", description)) +
+           Mp3File().Frames(3).Build();
+  };
+  const std::string a = folder_.Write("a.mp3", picture("Fr\xFChling"));
+  const std::string b = folder_.Write("b.mp3", picture(""));
+  const std::string none = folder_.Write("c.mp3", Mp3File().Frames(3).Build());
+  Fill({a, b, none, "/nowhere/a.mp3"});
+  Click(0);
+  EXPECT_EQ(details_.picture.data, FakeJpeg());
+  EXPECT_EQ(details_.picture_path, a);
+  EXPECT_EQ(details_.picture_file, folder_.Path("pic." + details_.picture.extension));
+  EXPECT_EQ(folder_.Read("pic." + details_.picture.extension), FakeJpeg());
+  EXPECT_EQ(PictureText(details_), "Frühling");
+  Click(1);
+  EXPECT_EQ(PictureText(details_), "no description");
+  for (const std::size_t row : {2U, 3U}) {
+    Click(0);
+    Click(row);
+    EXPECT_EQ(PictureText(details_), "no picture");
+    EXPECT_EQ(details_.picture_file, "");
+  }
+  bench_.show_picture = false;
+  Click(0);
+  EXPECT_TRUE(details_.picture.data.empty()) << "the pane is not shown";
+  bench_.show_picture = true;
+  Fill({a}, "0");
+  Click(0);
+  EXPECT_TRUE(details_.picture.data.empty()) << "the row has none";
+}
+
+TEST_F(Details, NextAndPreviousWalkTheListInViewToItsEnds) {
+  bench_.playlist_in_view = true;
+  Fill({"/nowhere/a.mp3", "/nowhere/b.mp3"});
+  Click(0);
+  bench_.ListView3.SetSelected(0, 1, true);
+  cmdItemBlaetter_Click(bench_, 0);
+  EXPECT_EQ(details_.uid, 101);
+  EXPECT_EQ(bench_.ListView3.SelectedRows(), (std::vector<std::size_t>{1}));
+  EXPECT_EQ(bench_.ListView3.FocusedRow(), 1U);
+  EXPECT_EQ(watcher_.selections, 1);
+  interaction_.WillAnswer(Answer::kOk);
+  cmdItemBlaetter_Click(bench_, 0);
+  cmdItemBlaetter_Click(bench_, 1);
+  EXPECT_EQ(details_.uid, 100);
+  interaction_.WillAnswer(Answer::kOk);
+  cmdItemBlaetter_Click(bench_, 1);
+  bench_.ListView3.Clear();
+  interaction_.WillAnswer(Answer::kOk);
+  cmdItemBlaetter_Click(bench_, 0);
+  EXPECT_EQ(interaction_.BoxTexts(),
+            (std::vector<std::string>{"Error: no next entry!", "Error: no previuos entry!",
+                                      "Error: no next entry!"}));
+}
+
+}  // namespace
+}  // namespace tunemeadow

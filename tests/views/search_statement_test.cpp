@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "views/quick_search.h"
+
+namespace tunemeadow {
+namespace {
+
+const std::string kHead =
+    "SELECT mp3sTabelle.uid,Songname,Artist,genrereal,quality,location,[year],album,trackno,"
+    "Playtime,Filesize,Comment,BPM,preview,lasttimeplayed,Situation,preference,tempo,Mood,bios,"
+    "Lyrics,haspic ,composer,copyright,encodedby,originalartist,url,hasid3v1,hasid3v2";
+const std::string kList = kHead + "  FROM mp3sTabelle ";
+const std::string kOrder = " order by mp3sTabelle.location";
+const std::string kPlaylist = kHead + ", [position] FROM mp3sTabelle , playlists ";
+const std::string kPlaylistEnd =
+    " playlists.playlist='Mine' and playlists.uid=mp3sTabelle.uid order by "
+    "[position],mp3sTabelle.location";
+
+struct Case {
+  std::string what;
+  SearchRequest request;
+  std::string sql;
+  std::string label;
+};
+
+SearchRequest Fields(SearchFields fields, char quote = '"') {
+  return {.fields = std::move(fields), .quote = quote};
+}
+
+TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
+  SearchFields all;
+  all.cboSongname = "a", all.cboArtistSearch = "b", all.cboGenre = "c", all.txtQualitaet = "d";
+  all.txtFileSearch = "e", all.txtLocation = "f", all.cboSituation = "g", all.cboPreference = "h";
+  all.cboMood = "i", all.cboTempo = "j", all.txtLyrics = "k", all.txtBios = "l";
+  all.txtSearch3 = {"m", "n", "o", "p", "q"};
+  all.cboYearSearch = "r", all.cboAlbum = "s", all.txtComment = "t";
+  const SearchFields both{.cboPlaylists = "It's", .cboCDArchive = "CD"};
+  const SearchFields both_and_artist{
+      .cboArtistSearch = "x", .cboPlaylists = "L", .cboCDArchive = "CD"};
+  const std::vector<Case> cases = {
+      {"empty", Fields({}), kList + kOrder, ""},
+      {"every field in its order", Fields(all),
+       kList +
+           " where  Songname like \"%a%\"  AND Artist like \"%b%\"  AND Genrereal like \"%c%\" "
+           " AND quality like \"%d%\"  AND Location like \"%e%\"  AND Location like \"%f%\" "
+           " AND Situation like \"%g%\"  AND Preference like \"%h%\"  AND Mood like \"%i%\" "
+           " AND tempo like \"%j%\"  AND Lyrics like \"%k%\"  AND Bios like \"%l%\" "
+           " AND composer like \"%m%\"  AND copyright like \"%n%\"  AND encodedby like \"%o%\" "
+           " AND originalartist like \"%p%\"  AND url like \"%q%\"  AND [year] like \"%r%\" "
+           " AND Album like \"%s%\"  AND comment like \"%t%\" " +
+           kOrder,
+       ";Songname=a;Artist=b;Genre=c;quality=d;Filename=e;Location=f;Situation=g;Preference=h"
+       ";Mood=i;Tempo=j;Lyrics=k;Bios=l;composer=m;copyright=n;encodedby=o;originalartist=p;url=q"
+       ";year=r;Album=s;comment=t"},
+      {"quotes, escaped but for the genre",
+       Fields({.cboArtistSearch = "O'Neil \"x\"", .cboGenre = "R\"B"}),
+       kList + " where  Artist like \"%O'Neil ''x''%\"  AND Genrereal like \"%R\"B%\" " + kOrder,
+       ";Artist=O'Neil \"x\";Genre=R\"B"},
+      {"the other delimiter", Fields({.cboArtistSearch = "O'Neil"}, '\''),
+       kList + " where  Artist like '%O\"Neil%' " + kOrder, ";Artist=O'Neil"},
+      {"a playlist alone", Fields({.cboPlaylists = "L"}),
+       kList + " , Playlists  where  playlists.playlist='L' and playlists.uid=mp3sTabelle.uid" +
+           kOrder,
+       ";Playlist=L"},
+      {"a playlist beside a field", Fields({.cboArtistSearch = "x", .cboPlaylists = "L"}),
+       kList +
+           " , Playlists  where  Artist like \"%x%\"  AND playlists.playlist='L' and "
+           "playlists.uid=mp3sTabelle.uid" +
+           kOrder,
+       ";Artist=x;Playlist=L"},
+      {"an archive alone", Fields({.cboCDArchive = "CD"}),
+       kList +
+           " , cdarchives  where  cdarchives.cdarchive='CD' and "
+           "cdarchives.uid=mp3sTabelle.uid" +
+           kOrder,
+       ";CDArchive=CD"},
+      {"an archive beside a field", Fields({.cboArtistSearch = "x", .cboCDArchive = "CD"}),
+       kList +
+           " , cdarchives  where  Artist like \"%x%\"  AND cdarchives.cdarchive='CD' and "
+           "cdarchives.uid=cdarchives.uid" +
+           kOrder,
+       ";Artist=x;CDArchive=CD"},
+      {"both, names as they stand", Fields(both),
+       kList +
+           " , cdarchives, Playlists  where  cdarchives.cdarchive='CD' and "
+           "cdarchives.uid=mp3sTabelle.uid and playlists.playlist='It's' and "
+           "playlists.uid=mp3sTabelle.uid" +
+           kOrder,
+       ";Playlist=It's;CDArchive=CD"},
+      {"both beside a field", Fields(both_and_artist),
+       kList +
+           " , cdarchives, Playlists  where  Artist like \"%x%\"  AND "
+           "cdarchives.cdarchive='CD' and cdarchives.uid=cdarchives.uid AND "
+           "playlists.playlist='L' and playlists.uid=mp3sTabelle.uid" +
+           kOrder,
+       ";Artist=x;Playlist=L;CDArchive=CD"},
+      {"an open playlist; the combos do not count",
+       {both, '"', true, "Mine"},
+       kPlaylist + " where" + kPlaylistEnd,
+       ""},
+      {"a search in an open playlist",
+       {{.cboArtistSearch = "x"}, '"', true, "Mine"},
+       kPlaylist + " where  Artist like \"%x%\"  and" + kPlaylistEnd,
+       ";Artist=x"},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.what);
+    const BuiltSearch search = BuildSearch(each.request);
+    EXPECT_EQ(search.sql, each.sql);
+    EXPECT_EQ(search.label, each.label);
+    EXPECT_EQ(CrossesArchive(search.sql),
+              each.what == "an archive beside a field" || each.what == "both beside a field");
+    EXPECT_EQ(IsViewOfPlaylist(search.sql, "Mine"), each.request.playlist_view);
+  }
+}
+
+TEST(BuildSearch, OnlyTheOpenPlaylistsOwnStatementIsItsView) {
+  const std::string other = BuildSearch({{}, '"', true, "Not Mine"}).sql;
+  EXPECT_FALSE(IsViewOfPlaylist(other, "Mine"));
+  const std::string named = BuildSearch(Fields({.txtComment = "[position]" + kPlaylistEnd})).sql;
+  EXPECT_FALSE(IsViewOfPlaylist(named, "Mine")) << "the text of a field is no playlist";
+}
+
+TEST(LimitedCountStatement, CountsTheRowsOfTheStatementWithoutSortingThem) {
+  const SearchFields fields{.txtComment = " order by x", .cboCDArchive = "CD"};
+  EXPECT_EQ(LimitedCountStatement(BuildSearch(Fields(fields)).sql, 5),
+            "SELECT count(*) FROM (SELECT 1 FROM mp3sTabelle  , cdarchives  where  comment like "
+            "\"% order by x%\"  AND cdarchives.cdarchive='CD' and cdarchives.uid=cdarchives.uid "
+            "limit 5)");
+}
+
+TEST(SearchHistory, KeepsTheLastFiveWithTheOldestFirst) {
+  SearchHistory history;
+  EXPECT_EQ(history.Caption(1), "Empty Search");
+  for (int i = 0; i < 6; ++i) {
+    history.Add({"statement " + std::to_string(i), i == 2 ? "" : ";Artist=" + std::to_string(i)});
+  }
+  std::vector<std::string> captions;
+  for (std::size_t i = 0; i <= 6; ++i) captions.push_back(history.Caption(i));
+  EXPECT_EQ(captions, (std::vector<std::string>{"Empty Search", "1.) ;Artist=1", "2.) Full Search",
+                                                "3.) ;Artist=3", "4.) ;Artist=4", "5.) ;Artist=5",
+                                                "Empty Search"}));
+  EXPECT_EQ(history.Entries().front().sql, "statement 1");
+}
+
+struct TotalsCase {
+  std::vector<std::pair<std::string, std::string>> rows;  ///< playtime and size
+  std::string time;
+  std::string size;
+};
+
+TEST(ListTotals, SumRowByRowAndReadAsText) {
+  const std::vector<TotalsCase> cases = {
+      {{}, "", "0 MB"},
+      {{{"3:05", "3.50 MB"}, {"0:55", "3.50 MB"}}, "4min;", "8 MB"},  // 4 (even), then 7.5 is 8
+      {{{"0:01", "0.50 MB"}, {"0:01", "0.49 MB"}, {"", ""}}, "2sec", "0 MB"},
+      {{{"7200", "1,50 MB"}, {":", "MB"}, {"x:30", "big"}}, "30sec", "2 MB"},
+      {{{"1500:01", " 1 0 2 4MB"}}, "1 days, 1hh:1sec", "1024 MB"},
+      {{{"60:00", "1025 MB"}}, "1hh:", "1.00 GB"},
+      {{{"99999999999999999999:00", "99999999999999999999 MB"}, {"0:09", "1 MB"}}, "9sec", "1 MB"},
+  };
+  for (const TotalsCase& each : cases) {
+    ListTotals totals;
+    for (const auto& [playtime, size] : each.rows) totals.Add(playtime, size);
+    EXPECT_EQ(TotalTimeText(totals.seconds), each.time);
+    EXPECT_EQ(TotalSizeText(totals.megabytes), each.size);
+  }
+  EXPECT_EQ(TotalSizeText(1536), "1.50 GB");
+}
+
+}  // namespace
+}  // namespace tunemeadow
