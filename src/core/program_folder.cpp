@@ -52,7 +52,7 @@ std::string HomeFolder() {
 }
 
 std::string UserDataFolder() {
-  // A relative path in this variable is to be ignored (XDG Base Directory Specification).
+  // A relative path in this variable is to be ignored (XDG base directories).
   const std::string data_home = EnvironmentText("XDG_DATA_HOME");
   return data_home.starts_with('/') ? data_home : JoinPath(HomeFolder(), ".local/share");
 }

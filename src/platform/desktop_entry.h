@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The text files of the desktop: groups in brackets, lines of key, equals sign and value, comments
-// after "#" (Desktop Entry Specification 1.5). Names match exactly.
+// after "#" (freedesktop.org desktop entries 1.5). Names match exactly.
 #pragma once
 
 #include <string>
