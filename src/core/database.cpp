@@ -18,6 +18,7 @@ namespace tunemeadow {
 namespace {
 
 constexpr int kBusyWaitMilliseconds = 3000;
+constexpr int kStepsPerSignOfLife = 50000;  ///< of the store's machine: a few milliseconds
 constexpr std::size_t kKeptStatements = 32;
 constexpr std::size_t kLongestKeptStatement = 8192;  ///< lists of keys come once and are long
 
@@ -231,6 +232,7 @@ void Connection::Open(std::string_view connection_string) {
   // Measured on 100,000 rows: more makes the sort of a whole catalogue slower, less the searches.
   RunPlain(store, "pragma cache_size=-16000");
   state_ = std::make_unique<State>(std::move(handle));
+  SetWorking(std::move(working_));
   state_->writes_at_open = sqlite3_total_changes64(store);
 }
 
@@ -289,6 +291,20 @@ void Connection::SetDurability(Durability durability) noexcept {
   RunPlain(store, "pragma synchronous=full");
   // The checkpoint syncs the log before it moves anything.
   sqlite3_wal_checkpoint_v2(store, nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+}
+
+void Connection::SetWorking(std::function<void()> callback) {
+  working_ = std::move(callback);
+  if (!state_) return;
+  const auto call = [](void* connection) {
+    static_cast<Connection*>(connection)->working_();
+    return 0;
+  };
+  if (working_) {
+    sqlite3_progress_handler(state_->store.get(), kStepsPerSignOfLife, call, this);
+  } else {
+    sqlite3_progress_handler(state_->store.get(), 0, nullptr, nullptr);
+  }
 }
 
 Recordset Command::Execute() {

@@ -98,6 +98,7 @@ class Connection {
  private:
   struct State;
   std::unique_ptr<State> state_;
+  std::function<void()> working_;
 };
 
 /// The one reusable command object.
