@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -85,7 +86,7 @@ class FileWalker {
       if (entry.is_folder) {
         path_ += separator_;
         go_on = EnterFolder();
-      } else {
+      } else if (path_.size() < PATH_MAX) {  // a longer one can never be opened
         list_.push_back(path_);
       }
     }
