@@ -89,7 +89,9 @@ Preferences ReadPreferences(const cINI& ini) {
     if (EqualsNoCase(name, "sConnString")) preferences.sConnString = text;
     for (const PreferenceKey& key : kPreferenceKeys) {
       if (!EqualsNoCase(name, key.key)) continue;
-      std::visit([&](auto member) { TakeStoredText(text, preferences.*member); }, key.member);
+      std::visit([&preferences,
+                  &stored = text](auto member) { TakeStoredText(stored, preferences.*member); },
+                 key.member);
     }
   }
   return preferences;
