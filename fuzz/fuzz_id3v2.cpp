@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The ID3v2 reader gives what a plain search gives, from memory and from a file.
+#include "audio/id3v2_reader.h"
+#include "fuzz/fuzz_target.h"
+#include "support/plain_id3v2.h"
+
+using namespace tunemeadow;        // NOLINT: one file, one program
+using namespace tunemeadow::fuzz;  // NOLINT
+
+namespace {
+
+void Compare(const std::string& bytes) {
+  Mp3Info measure{.Title = "old", .Comment = "old"};
+  Mp3Info info = measure;
+  const std::string expected = plain::Parse(bytes, measure);
+  Require(ParseID3v2Tag(bytes, ID3v2Versions::kAny, info) == expected, "the same result");
+  Require(plain::Fields(info) == plain::Fields(measure), "the same fields");
+  const UnnamedFile real(bytes);
+  Mp3Info from_file{.Title = "old", .Comment = "old"};
+  Require(ReadID3v2Tag(real.Path(), ID3v2Versions::kAny, from_file) == expected,
+          "the same result from a file");
+  Require(plain::Fields(from_file) == plain::Fields(measure), "the same fields from a file");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view input = Input(data, size);
+  Compare(std::string(input));
+  // The same behind a header of its own, so that frames need not be guessed behind a good one.
+  Compare("ID3\3" + std::string(4, '\0') + "\x7F\x7F" + std::string(input));
+  const GenreText genre = SplitGenreText(input);
+  Require(genre.number.size() + genre.name.size() <= size, "a genre text has only its own letters");
+  return 0;
+}
