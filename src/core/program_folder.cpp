@@ -96,8 +96,17 @@ std::string ProgramFolderFor(const std::string& executable_folder) {
 
 std::string ProgramFolder() { return ProgramFolderFor(ExecutableFolder()); }
 
-bool ProvideShippedFile(const std::string& name, const std::string& folder) {
-  return CopyFileIfMissing(JoinPath(ExecutableFolder(), name), JoinPath(folder, name));
+void ProvideShippedFiles(const std::string& folder, const std::string& executable_folder) {
+  if (MyFileExists(JoinPath(folder, ExecutableBaseName() + ".INI")) ||
+      MyFileExists(JoinPath(folder, "mp3s.bak"))) {
+    return;
+  }
+  for (const std::string name : {"mp3s.mdb", "monster.mp3"}) {
+    for (const std::string place : {"../share/tunemeadow/", "../data/", ""}) {
+      if (CopyFileIfMissing(JoinPath(executable_folder, place + name), JoinPath(folder, name)))
+        break;
+    }
+  }
 }
 
 }  // namespace tunemeadow

@@ -14,7 +14,8 @@ namespace tunemeadow {
 /// It is made where it is missing; that this failed shows at the first file in it.
 [[nodiscard]] std::string ProgramFolder();
 
-/// ProgramFolder of a program whose executable lies in that folder, given with a trailing separator.
+/// ProgramFolder of a program whose executable lies in that folder, given with a trailing
+/// separator.
 [[nodiscard]] std::string ProgramFolderFor(const std::string& executable_folder);
 
 /// The folder of the running executable, with a trailing separator; empty where the system does not
@@ -24,9 +25,12 @@ namespace tunemeadow {
 /// The executable's name without ".exe". The settings file is named after it.
 [[nodiscard]] std::string ExecutableBaseName();
 
-/// Copies a file that is shipped beside the executable (`name` without folder) into `folder`,
-/// unless something of that name is there. The copy appears whole or not at all. True if `folder`
-/// has the file afterwards.
-bool ProvideShippedFile(const std::string& name, const std::string& folder);
+/// Puts the catalogue and the demonstration track into a program folder that the program has not
+/// run in yet: one without settings file and without backup. Where it has, a missing catalogue is
+/// an accident that an empty one would only cover up. Files that are there are never touched; a
+/// copy appears whole or not at all. The originals are looked for in ../share/tunemeadow, in
+/// ../data, and beside the executable, as seen from its folder.
+void ProvideShippedFiles(const std::string& folder = ProgramFolder(),
+                         const std::string& executable_folder = ExecutableFolder());
 
 }  // namespace tunemeadow

@@ -48,6 +48,34 @@ TEST(ProgramFolder, AnExecutableInASystemOrProtectedFolderUsesTheUsersDataFolder
   EXPECT_TRUE(IsDirectory(temp.Path("home/.local/share/tunemeadow")));
 }
 
+TEST(ProvideShippedFiles, FillsAFolderThatTheProgramHasNotRunIn) {
+  const TempFolder temp;
+  const std::string folder = temp.Path("mine/");
+  temp.Write("mine/other", "");
+  temp.Write("usr/share/tunemeadow/mp3s.mdb", "catalogue");
+  temp.Write("usr/bin/mp3s.mdb", "somebody's rows");
+  temp.Write("usr/bin/monster.mp3", "track");
+  ProvideShippedFiles(folder, temp.Path("usr/bin/"));
+  EXPECT_EQ(temp.Read("mine/mp3s.mdb"), "catalogue");
+  EXPECT_EQ(temp.Read("mine/monster.mp3"), "track");
+  temp.Write("mine/mp3s.mdb", "rows");
+  ProvideShippedFiles(folder, temp.Path("usr/bin/"));
+  EXPECT_EQ(temp.Read("mine/mp3s.mdb"), "rows");
+}
+
+TEST(ProvideShippedFiles, DoesNotCoverUpACatalogueThatWasLost) {
+  const TempFolder temp;
+  temp.Write("bin/mp3s.mdb", "catalogue");
+  for (const std::string& trace : {ExecutableBaseName() + ".INI", std::string("mp3s.bak")}) {
+    temp.Write(trace, "");
+    ProvideShippedFiles(temp.Path() + "/", temp.Path("bin/"));
+    EXPECT_FALSE(MyFileExists(temp.Path("mp3s.mdb"))) << trace;
+    ASSERT_EQ(unlink(temp.Path(trace).c_str()), 0);
+  }
+  ProvideShippedFiles(temp.Path() + "/", temp.Path("bin/"));
+  EXPECT_TRUE(MyFileExists(temp.Path("mp3s.mdb")));
+}
+
 TEST(CopyFileIfMissing, CopiesWholeAndNeverTouchesWhatIsThere) {
   const TempFolder temp;
   const std::string bytes = std::string("\0\xFF", 2) + std::string(100000, 'x');
