@@ -1,0 +1,170 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// tagdump FILE...: what the readers of an import find in each file, one JSON object a line:
+//   path, length, id3v1 (its flag), id3v2 (null, or the fields after that reader), ogg (null, or
+//   that reader's result), info (the whole record after the analysis), quality, lyrics3 (null, or
+//   its fields).
+// As in an import one record serves all files: what a file leaves out stays from the one before.
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "audio/file_bytes.h"
+#include "audio/id3v2_reader.h"
+#include "audio/lyrics3.h"
+#include "audio/mdl_ID3.h"
+#include "audio/mp3reader.h"
+#include "audio/ogg_comments.h"
+#include "core/code_page.h"
+#include "core/paths.h"
+
+namespace {
+
+using tunemeadow::Lyrics3;
+using tunemeadow::Mp3Info;
+using tunemeadow::TagText;
+
+std::string Quoted(std::string_view text) {
+  std::string quoted = "\"";
+  for (const char each : text) {
+    const auto code = static_cast<unsigned char>(each);
+    if (code < 0x20) {
+      std::array<char, 8> escape{};
+      std::snprintf(escape.data(), escape.size(), "\\u%04x", code);
+      quoted += escape.data();
+    } else {
+      if (each == '"' || each == '\\') quoted += '\\';
+      quoted += each;
+    }
+  }
+  return quoted + '"';
+}
+
+/// Members in the order in which they are added.
+class JsonObject {
+ public:
+  void AddRaw(std::string_view name, std::string_view value) {
+    members_ += (members_.empty() ? "" : ", ") + Quoted(name) + ": " + std::string(value);
+  }
+  void AddTag(std::string_view name, std::string_view tag_text) {
+    AddRaw(name, Quoted(tunemeadow::FromTagText(tag_text)));
+  }
+  void AddNumber(std::string_view name, std::int64_t number) {
+    AddRaw(name, std::to_string(number));
+  }
+  void AddFlag(std::string_view name, bool flag) { AddRaw(name, flag ? "true" : "false"); }
+
+  [[nodiscard]] std::string Text() const { return "{" + members_ + "}"; }
+
+ private:
+  std::string members_;
+};
+
+std::string JsonOf(const Mp3Info& i) {
+  JsonObject o;
+  o.AddNumber("Bitrate", i.Bitrate);
+  o.AddNumber("SampleRate", i.SampleRate);
+  o.AddTag("ChannelMode", i.ChannelMode);
+  o.AddTag("Emphasis", i.Emphasis);
+  o.AddNumber("Version", i.Version);
+  o.AddNumber("Layer", i.Layer);
+  o.AddTag("Padding", i.Padding);
+  o.AddTag("Crc", i.Crc);
+  o.AddNumber("Playtime", i.Playtime);
+  o.AddTag("Copyright", i.Copyright);
+  o.AddTag("Original", i.Original);
+  o.AddTag("Private", i.Private);
+  o.AddFlag("HasID3v1", i.HasID3v1);
+  o.AddTag("Title", i.Title);
+  o.AddTag("Artist", i.Artist);
+  o.AddTag("Album", i.Album);
+  o.AddTag("Year", i.Year);
+  o.AddTag("Comment", i.Comment);
+  o.AddNumber("Genre", i.Genre);
+  o.AddTag("Track", i.Track);
+  o.AddFlag("IsVbr", i.IsVbr);
+  o.AddNumber("VbrFrames", i.VbrFrames);
+  o.AddNumber("FileLength", i.FileLength);
+  o.AddTag("CommentOverride", i.CommentOverride);
+  o.AddTag("EncodedBy", i.EncodedBy);
+  o.AddTag("Bpm", i.Bpm);
+  o.AddTag("TrackV2", i.TrackV2);
+  o.AddTag("Composer", i.Composer);
+  o.AddTag("GenreV2", i.GenreV2);
+  o.AddTag("Url", i.Url);
+  o.AddTag("Lyrics", i.Lyrics);
+  o.AddTag("Bio", i.Bio);
+  o.AddTag("Tempo", i.Tempo);
+  o.AddTag("Mood", i.Mood);
+  o.AddTag("Situation", i.Situation);
+  o.AddTag("Preference", i.Preference);
+  o.AddFlag("HasPicture", i.HasPicture);
+  o.AddFlag("NoHeader", i.NoHeader);
+  return o.Text();
+}
+
+std::string JsonOf(const Lyrics3& l) {
+  JsonObject o;
+  o.AddTag("Lyrics3Lyr", l.Lyrics3Lyr);
+  o.AddTag("Lyrics3Inf", l.Lyrics3Inf);
+  o.AddTag("Lyrics3Aut", l.Lyrics3Aut);
+  o.AddTag("Lyrics3Eal", l.Lyrics3Eal);
+  o.AddTag("Lyrics3Ear", l.Lyrics3Ear);
+  o.AddTag("Lyrics3Ett", l.Lyrics3Ett);
+  o.AddTag("Lyrics3Img", l.Lyrics3Img);
+  o.AddTag("Lyrics3Qua", l.Lyrics3Qua);
+  o.AddTag("Lyrics3Sit", l.Lyrics3Sit);
+  o.AddTag("Lyrics3Moo", l.Lyrics3Moo);
+  o.AddTag("Lyrics3Other", l.Lyrics3Other);
+  o.AddTag("Lyrics3SizeText", l.Lyrics3SizeText);
+  return o.Text();
+}
+
+void AddMp3(tunemeadow::FileBytes& file, Mp3Info& info, JsonObject& o) {
+  std::string id3v2 = "null";
+  if (tunemeadow::HasID3v2Tag(file)) {
+    const auto any = tunemeadow::ID3v2Versions::kAny;
+    id3v2 = tunemeadow::ReadID3v2Tag(file, any, info) == "OK" ? JsonOf(info) : Quoted("");
+  }
+  tunemeadow::ID3v1Tag tag;
+  const bool has_id3v1 = tunemeadow::ReadID3v1Tag(file, tag);
+  tunemeadow::ReadMp3Info(file, has_id3v1, true, info);
+  Lyrics3 lyrics;
+  const bool has_lyrics3 = tunemeadow::ReadLyrics3Tag(file, lyrics);
+  o.AddFlag("id3v1", has_id3v1);
+  o.AddRaw("id3v2", id3v2);
+  o.AddRaw("info", JsonOf(info));
+  o.AddRaw("quality", Quoted(QualityText(info)));
+  o.AddRaw("lyrics3", has_lyrics3 ? JsonOf(lyrics) : "null");
+}
+
+std::string DumpLine(const std::string& path, tunemeadow::FileBytes& file, Mp3Info& info) {
+  JsonObject o;
+  o.AddRaw("path", Quoted(tunemeadow::DisplayPath(path)));
+  if (!file.Open(path)) {
+    o.AddRaw("error", Quoted("not a file that can be read"));
+    return o.Text();
+  }
+  o.AddNumber("length", file.Length());
+  if (tunemeadow::HasExtension(path, "ogg")) {
+    o.AddRaw("ogg", Quoted(ReadOggInfo(file, info)));
+    o.AddRaw("info", JsonOf(info));
+  } else {
+    AddMp3(file, info, o);
+  }
+  return o.Text();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 2) {
+    std::fputs("usage: tagdump FILE...\n", stderr);
+    return 2;
+  }
+  tunemeadow::FileBytes file;
+  Mp3Info info;
+  for (int i = 1; i < argc; ++i) std::puts(DumpLine(argv[i], file, info).c_str());
+  return 0;
+}
