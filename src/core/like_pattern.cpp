@@ -34,6 +34,59 @@ bool HoldsOnlyAscii(std::string_view text) noexcept {
   return std::all_of(at, at + left, [](char c) { return (c & 0x80) == 0; });
 }
 
+/// Whether the folded `piece` stands at `at`, in either case.
+bool StandsAt(std::string_view piece, const char* at) noexcept {
+  return std::equal(piece.begin(), piece.end(), at, [](char wanted, char found) {
+    return static_cast<unsigned char>(wanted) == FoldedByte(found);
+  });
+}
+
+/// Sixteen bytes side by side, on any processor.
+using ByteLanes = unsigned char __attribute__((vector_size(16)));
+
+/// Compares sixteen bytes with one folded byte. A letter is met in either case, now and then
+/// another byte passes for it: what is found is only a candidate.
+class LaneByte {
+ public:
+  explicit LaneByte(char folded) noexcept {
+    const bool letter = folded >= 'a' && folded <= 'z';
+    std::memset(&case_bit_, letter ? 0x20 : 0, sizeof case_bit_);
+    std::memset(&wanted_, static_cast<unsigned char>(folded), sizeof wanted_);
+  }
+
+  [[nodiscard]] ByteLanes Hits(const char* at) const noexcept {
+    ByteLanes lanes;
+    std::memcpy(&lanes, at, sizeof lanes);
+    return reinterpret_cast<ByteLanes>((lanes | case_bit_) == wanted_);
+  }
+
+ private:
+  ByteLanes case_bit_;
+  ByteLanes wanted_;
+};
+
+/// The end of the first place of `piece`, by its first and last byte; at least sixteen places must
+/// be left to look at.
+std::size_t EndOfFirstByLanes(std::string_view piece, std::string_view text,
+                              std::size_t from) noexcept {
+  const LaneByte first(piece.front());
+  const LaneByte last(piece.back());
+  const std::size_t last_block = text.size() - piece.size() + 1 - sizeof(ByteLanes);
+  for (std::size_t block = from;; block += sizeof(ByteLanes)) {
+    block = std::min(block, last_block);  // the last one overlaps the one before
+    const char* const at = text.data() + block;
+    const ByteLanes hits = first.Hits(at) & last.Hits(at + piece.size() - 1);
+    std::array<std::uint64_t, 2> halves{};
+    std::memcpy(halves.data(), &hits, sizeof hits);
+    if ((halves[0] | halves[1]) != 0) {
+      for (std::size_t lane = 0; lane < sizeof(ByteLanes); ++lane) {
+        if (hits[lane] != 0 && StandsAt(piece, at + lane)) return block + lane + piece.size();
+      }
+    }
+    if (block == last_block) return std::string_view::npos;
+  }
+}
+
 /// Appends the text with each character folded.
 void AppendFolded(std::string& folded, std::string_view text) {
   while (!text.empty()) {
@@ -133,17 +186,13 @@ std::size_t LikePattern::EndOfFirst(const Piece& piece, std::string_view text,
     return kNotFound;
   }
   const std::size_t size = piece.bytes.size();
-  const auto* const want = piece.bytes.data();
-  const auto last = static_cast<unsigned char>(want[size - 1]);
+  if (text.size() - from >= size + sizeof(ByteLanes)) {
+    return EndOfFirstByLanes(piece.bytes, text, from);
+  }
+  const auto last = static_cast<unsigned char>(piece.bytes.back());
   for (std::size_t end = from + size; end <= text.size();) {
-    const char* const window = text.data() + end - size;
-    const unsigned char under_last = FoldedByte(window[size - 1]);
-    if (under_last == last &&
-        std::equal(want, want + size - 1, window, [](char wanted, char found) {
-          return static_cast<unsigned char>(wanted) == FoldedByte(found);
-        })) {
-      return end;
-    }
+    const unsigned char under_last = FoldedByte(text[end - 1]);
+    if (under_last == last && StandsAt(piece.bytes, text.data() + end - size)) return end;
     end += piece.skip[under_last];
   }
   return kNotFound;
