@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Runs each fuzz target over its corpus in an ordinary build, with any compiler: the tests
 # fuzz_replay_NAME. Included by tests/CMakeLists.txt.
 include(${CMAKE_CURRENT_LIST_DIR}/targets.cmake)
