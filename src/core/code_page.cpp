@@ -15,11 +15,6 @@ constexpr std::array<char16_t, 32> kHighControls = {
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-bool AllAscii(std::string_view text) noexcept {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 char ByteOf(char32_t character) noexcept {
   if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) {
     return static_cast<char>(static_cast<unsigned char>(character));
@@ -37,7 +32,11 @@ std::string FromTagText(std::string_view tag_bytes) {
   text.reserve(tag_bytes.size() + tag_bytes.size() / 2);
   for (const char c : tag_bytes) {
     const auto byte = static_cast<unsigned char>(c);
-    AppendUtf8(text, byte >= 0x80 && byte < 0xA0 ? kHighControls[byte - 0x80u] : byte);
+    if (byte < 0x80) {
+      text += c;
+    } else {
+      AppendUtf8(text, byte < 0xA0 ? kHighControls[byte - 0x80u] : byte);
+    }
   }
   return text;
 }

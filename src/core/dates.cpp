@@ -3,7 +3,7 @@
 
 #include <sys/stat.h>
 
-#include <array>
+#include <algorithm>
 #include <charconv>
 
 #include "core/text.h"
@@ -11,14 +11,27 @@
 namespace tunemeadow {
 namespace {
 
-/// Takes a number of 1 to 4 digits off the front of `text`; -1 where there is none.
-int TakeNumber(std::string_view& text) noexcept {
-  int number = -1;
-  const std::string_view digits = text.substr(0, text.find_first_not_of("0123456789"));
-  if (digits.empty() || digits.size() > 4) return -1;
-  std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  text.remove_prefix(digits.size());
+/// Takes a number of at most `digits` digits off the front of `text`; -1 where there is none.
+int TakeNumber(std::string_view& text, std::size_t digits) noexcept {
+  const std::size_t length = std::min(text.find_first_not_of("0123456789"), text.size());
+  if (length == 0 || length > digits) return -1;
+  int number = 0;
+  std::from_chars(text.data(), text.data() + length, number);
+  text.remove_prefix(length);
   return number;
+}
+
+/// A year has four digits: "26" may be any of several.
+int TakeYear(std::string_view& text) noexcept {
+  const std::size_t before = text.size();
+  const int year = TakeNumber(text, 4);
+  return before - text.size() == 4 ? year : -1;
+}
+
+int DaysOf(int month, int year) noexcept {
+  const bool is_leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+  if (month == 2) return is_leap ? 29 : 28;
+  return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
 }
 
 bool Take(std::string_view& text, char expected) noexcept {
@@ -28,16 +41,16 @@ bool Take(std::string_view& text, char expected) noexcept {
 }
 
 bool TakeDate(std::string_view& text, std::tm& moment) noexcept {
-  const int first = TakeNumber(text);
-  const char separator = text.empty() ? '\0' : text.front();
-  if (first < 0 || (separator != '-' && separator != '.')) return false;
-  text.remove_prefix(1);
-  const int month = TakeNumber(text);
+  const bool year_first = text.find('-') == 4;
+  const char separator = year_first ? '-' : '.';
+  const int first = year_first ? TakeYear(text) : TakeNumber(text, 2);
+  if (!Take(text, separator)) return false;
+  const int month = TakeNumber(text, 2);
   if (month < 1 || month > 12 || !Take(text, separator)) return false;
-  const int last = TakeNumber(text);
-  const int year = separator == '-' ? first : last;
-  const int day = separator == '-' ? last : first;
-  if (year < 1 || day < 1 || day > 31) return false;
+  const int last = year_first ? TakeNumber(text, 2) : TakeYear(text);
+  const int year = year_first ? first : last;
+  const int day = year_first ? last : first;
+  if (year < 1 || day < 1 || day > DaysOf(month, year)) return false;
   moment.tm_year = year - 1900;
   moment.tm_mon = month - 1;
   moment.tm_mday = day;
@@ -45,13 +58,27 @@ bool TakeDate(std::string_view& text, std::tm& moment) noexcept {
 }
 
 bool TakeTime(std::string_view& text, std::tm& moment) noexcept {
-  moment.tm_hour = TakeNumber(text);
+  moment.tm_hour = TakeNumber(text, 2);
   if (moment.tm_hour < 0 || moment.tm_hour > 23 || !Take(text, ':')) return false;
-  moment.tm_min = TakeNumber(text);
+  moment.tm_min = TakeNumber(text, 2);
   if (moment.tm_min < 0 || moment.tm_min > 59) return false;
   if (!Take(text, ':')) return true;
-  moment.tm_sec = TakeNumber(text);
+  moment.tm_sec = TakeNumber(text, 2);
   return moment.tm_sec >= 0 && moment.tm_sec <= 59;
+}
+
+/// Seconds that local time is ahead of UTC at a moment.
+std::time_t AheadOfUtc(std::time_t moment) noexcept {
+  std::tm local{};
+  return localtime_r(&moment, &local) == nullptr ? 0 : local.tm_gmtoff;
+}
+
+/// The moment of a local time; one of the two that it may mean where clocks are put forward over it
+/// or back. mktime would do, but looks at the zone file at each call.
+std::time_t MomentOf(std::tm local) noexcept {
+  const std::time_t as_utc = timegm(&local);
+  const std::time_t first_guess = as_utc - AheadOfUtc(as_utc);
+  return as_utc - AheadOfUtc(first_guess);
 }
 
 void PutDigits(char* at, int number, int digits) noexcept {
@@ -84,16 +111,12 @@ std::string FileTimeText(const std::string& path) {
 
 std::optional<std::time_t> ParseDateTime(std::string_view text) {
   std::tm moment{};
-  moment.tm_isdst = -1;
   text = Trim(text);
   if (!TakeDate(text, moment)) return std::nullopt;
   if (!text.empty() && !(Take(text, ' ') && TakeTime(text, moment) && text.empty())) {
     return std::nullopt;
   }
-  const int day = moment.tm_mday;
-  const std::time_t result = std::mktime(&moment);
-  // mktime turns 31 February into 3 March without a word.
-  return moment.tm_mday == day ? std::optional(result) : std::nullopt;
+  return MomentOf(moment);
 }
 
 }  // namespace tunemeadow

@@ -20,7 +20,8 @@ namespace tunemeadow {
 [[nodiscard]] std::string FileTimeText(const std::string& path);
 
 /// The moment that a text names: "YYYY-MM-DD hh:mm[:ss]" or "DD.MM.YYYY hh:mm[:ss]", the time of
-/// day left out or not. nullopt where it is anything else.
+/// day left out or not, blanks around it. nullopt where it is anything else, also a day that the
+/// month does not have.
 [[nodiscard]] std::optional<std::time_t> ParseDateTime(std::string_view text);
 
 }  // namespace tunemeadow

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 #include "core/text.h"
 
@@ -12,35 +13,62 @@ namespace {
 
 template <typename Number>
 std::optional<Number> ParseWholeText(std::string_view text) noexcept {
+  // from_chars knows no plus sign; behind one, a minus sign is no number.
+  if (text.starts_with('+')) {
+    text.remove_prefix(1);
+    if (text.starts_with('-')) return std::nullopt;
+  }
   Number number{};
   const char* end = text.data() + text.size();
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
   const auto [stop, error] = std::from_chars(text.data(), end, number);
   if (error != std::errc() || stop != end || text.empty()) return std::nullopt;
   return number;
 }
 
-}  // namespace
-
-std::string FormatFixed(double value, int decimals) {
-  const double scale = std::pow(10.0, decimals);
-  const double scaled = std::round(value * scale);
-  // Beyond 2^53 a double holds no decimals that could be rounded.
-  const double rounded = std::abs(scaled) < 9007199254740992.0 ? scaled / scale : value;
-  std::array<char, 400> digits{};
-  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), rounded,
-                                          std::chars_format::fixed, decimals);
-  return error == std::errc() ? std::string(digits.data(), end) : std::string();
+/// Adds one to the last digit of a decimal number without sign.
+void CountUp(std::string& digits) {
+  for (std::size_t i = digits.size(); i-- > 0;) {
+    if (digits[i] == '.') continue;
+    if (digits[i]++ != '9') return;
+    digits[i] = '0';
+  }
+  digits.insert(0, 1, '1');
 }
 
+}  // namespace
+
 std::string FormatShortest(double value) {
+  if (!std::isfinite(value)) return {};
   std::array<char, 400> digits{};
   const auto [end, error] =
       std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed);
   return error == std::errc() ? std::string(digits.data(), end) : std::string();
 }
 
+std::string FormatFixed(double value, int decimals) {
+  // Rounded in decimal, as a person would: 1.005 is a little less than that in a double.
+  std::string text = FormatShortest(std::abs(value));
+  if (text.empty()) return text;
+  const std::size_t wanted = static_cast<std::size_t>(decimals);
+  std::size_t point = text.find('.');
+  if (point == std::string::npos) {
+    point = text.size();
+    text += '.';
+  }
+  const std::size_t size = point + 1 + wanted;
+  const bool up = text.size() > size && text[size] >= '5';
+  text.resize(size, '0');
+  if (up) CountUp(text);
+  if (wanted == 0) text.pop_back();
+  const bool is_zero = text.find_first_not_of("0.") == std::string::npos;
+  return std::signbit(value) && !is_zero ? "-" + text : text;
+}
+
 std::int64_t RoundHalfEven(double value) noexcept {
+  constexpr double kTwoTo63 = 9223372036854775808.0;
+  if (std::isnan(value)) return 0;
+  if (value >= kTwoTo63) return std::numeric_limits<std::int64_t>::max();
+  if (value < -kTwoTo63) return std::numeric_limits<std::int64_t>::min();
   const double below = std::floor(value);
   const double rest = value - below;
   const auto whole = static_cast<std::int64_t>(below);
@@ -68,9 +96,13 @@ std::optional<std::int64_t> ParseWhole(std::string_view text) noexcept {
 
 double LeadingNumber(std::string_view text) noexcept {
   text = TrimLeft(text);
-  double number = 0;
-  const auto first = text.find_first_not_of("+-");
+  if (text.starts_with('+')) {
+    text.remove_prefix(1);
+    if (text.starts_with('-')) return 0;
+  }
+  const std::size_t first = text.find_first_not_of('-');
   if (first == std::string_view::npos || text[first] > '9') return 0;  // "inf" is a word here
+  double number = 0;
   const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   return error == std::errc() && std::isfinite(number) ? number : 0;
 }

@@ -9,14 +9,17 @@
 
 namespace tunemeadow {
 
-/// `value` with a fixed number of decimals; halves go away from zero, as formats do.
+/// `value` with a fixed number of decimals (0 and more), rounded in decimal; halves go away from
+/// zero, as formats do: 1.005 with two decimals is "1.01". No "-0.00". Empty for what is not
+/// finite.
 [[nodiscard]] std::string FormatFixed(double value, int decimals);
 
-/// The shortest decimal text of a number: 44.1, 48, 22.05.
+/// The shortest decimal text that reads back as this number, without exponent: 44.1, 48, 22.05.
+/// Empty for what is not finite.
 [[nodiscard]] std::string FormatShortest(double value);
 
-/// To the nearest whole number, halves to the even neighbour, as number conversions do. The value
-/// must lie within the range of the result.
+/// To the nearest whole number, halves to the even neighbour, as number conversions do. Beyond the
+/// range of the result its end; 0 for what is no number.
 [[nodiscard]] std::int64_t RoundHalfEven(double value) noexcept;
 
 /// The number that the text is, blanks around it allowed; a point or a comma stands before the

@@ -47,8 +47,8 @@ std::string JoinPath(std::string_view folder, std::string_view name) {
 std::string DisplayPath(std::string_view path) { return ToValidUtf8(path); }
 
 bool HasExtension(std::string_view path, std::string_view extension) noexcept {
-  return extension.size() == 3 && path.size() >= 4 && path[path.size() - 4] == '.' &&
-         EndsWithNoCase(path, extension);
+  return path.size() > extension.size() && path[path.size() - extension.size() - 1] == '.' &&
+         Length(extension) == 3 && EndsWithNoCase(path, extension);
 }
 
 bool HasOneOfExtensions(std::string_view path, std::string_view extensions) noexcept {

@@ -5,7 +5,8 @@
 
 #include <algorithm>
 #include <array>
-#include <clocale>
+#include <cstdint>
+#include <cstring>
 #include <cwctype>
 
 namespace tunemeadow {
@@ -20,26 +21,63 @@ locale_t CaseLocale() noexcept {
   return locale;
 }
 
+/// Upper and lower case of the characters below kCached, where the scripts live that have case and
+/// are common in titles.
+struct CaseTable {
+  static constexpr char32_t kCached = 0x600;
+  std::array<char32_t, kCached> upper{}, lower{}, folded{};
+
+  CaseTable() {
+    for (char32_t c = 0; c < kCached; ++c) {
+      upper[c] = UpperOfWide(c);
+      lower[c] = LowerOfWide(c);
+      folded[c] = LowerOfWide(upper[c]);
+    }
+  }
+
+  static char32_t UpperOfWide(char32_t c) noexcept {
+    if (c >= kMalformed || CaseLocale() == nullptr) return c;
+    return static_cast<char32_t>(towupper_l(static_cast<wint_t>(c), CaseLocale()));
+  }
+
+  static char32_t LowerOfWide(char32_t c) noexcept {
+    if (c >= kMalformed || CaseLocale() == nullptr) return c;
+    return static_cast<char32_t>(towlower_l(static_cast<wint_t>(c), CaseLocale()));
+  }
+};
+
+const CaseTable& Cases() noexcept {
+  static const CaseTable table;
+  return table;
+}
+
 char32_t UpperOf(char32_t c) noexcept {
-  if (c < 0x80) return static_cast<char32_t>(UpperAscii(static_cast<char>(c)));
-  if (c >= kMalformed || CaseLocale() == nullptr) return c;
-  return static_cast<char32_t>(towupper_l(static_cast<wint_t>(c), CaseLocale()));
+  return c < CaseTable::kCached ? Cases().upper[c] : CaseTable::UpperOfWide(c);
 }
 
 char32_t LowerOf(char32_t c) noexcept {
-  if (c < 0x80) return c >= 'A' && c <= 'Z' ? c + 32 : c;
-  if (c >= kMalformed || CaseLocale() == nullptr) return c;
-  return static_cast<char32_t>(towlower_l(static_cast<wint_t>(c), CaseLocale()));
+  return c < CaseTable::kCached ? Cases().lower[c] : CaseTable::LowerOfWide(c);
 }
 
-template <typename Mapping>
-std::string MapCharacters(std::string_view text, Mapping mapping) {
-  std::string mapped;
-  mapped.reserve(text.size());
-  while (!text.empty()) {
-    const CodePoint point = DecodeUtf8(text);
-    AppendUtf8(mapped, mapping(point.value));
-    text.remove_prefix(point.bytes);
+char LowerAscii(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
+
+/// `of_ascii` maps a char, `of_any` any character; they agree on ASCII.
+template <typename OfAscii, typename OfAny>
+std::string MapCharacters(std::string_view text, OfAscii of_ascii, OfAny of_any) {
+  std::string mapped(text);
+  std::size_t offset = 0;
+  for (; offset < text.size() && IsAscii(text[offset]); ++offset) {
+    mapped[offset] = of_ascii(text[offset]);
+  }
+  mapped.resize(offset);
+  while (offset < text.size()) {
+    if (IsAscii(text[offset])) {
+      mapped += of_ascii(text[offset++]);
+      continue;
+    }
+    const CodePoint point = DecodeUtf8(text.substr(offset));
+    AppendUtf8(mapped, of_any(point.value));
+    offset += point.bytes;
   }
   return mapped;
 }
@@ -51,6 +89,16 @@ std::size_t OffsetOf(std::string_view text, std::size_t index) noexcept {
     offset += IsAscii(text[offset]) ? 1 : DecodeUtf8(text.substr(offset)).bytes;
   }
   return offset;
+}
+
+/// Puts the character at `offset` into upper case.
+void CapitalizeWide(std::string& text, std::size_t offset) {
+  constexpr char32_t kMicroSign = 0xB5, kFlorin = 0x192;
+  const CodePoint point = DecodeUtf8(std::string_view(text).substr(offset));
+  if (point.value == kMicroSign || point.value == kFlorin) return;
+  std::string upper;
+  AppendUtf8(upper, UpperOf(point.value));
+  text.replace(offset, point.bytes, upper);
 }
 
 }  // namespace
@@ -96,21 +144,30 @@ void AppendUtf8(std::string& text, char32_t character) {
 }
 
 char32_t FoldCase(char32_t character) noexcept {
-  // Below this bound live the scripts that have case and are common in titles.
-  constexpr char32_t kCached = 0x600;
-  static const std::array<char32_t, kCached> table = [] {
-    std::array<char32_t, kCached> folded{};
-    for (char32_t c = 0; c < kCached; ++c) folded[c] = LowerOf(UpperOf(c));
-    return folded;
-  }();
-  return character < kCached ? table[character] : LowerOf(UpperOf(character));
+  return character < CaseTable::kCached ? Cases().folded[character] : LowerOf(UpperOf(character));
 }
 
 std::string ToValidUtf8(std::string_view bytes) {
-  return MapCharacters(bytes, [](char32_t c) { return c >= kMalformed ? char32_t{0xFFFD} : c; });
+  const auto same = [](char c) { return c; };
+  return MapCharacters(bytes, same,
+                       [](char32_t c) { return c >= kMalformed ? char32_t{0xFFFD} : c; });
+}
+
+bool AllAscii(std::string_view text) noexcept {
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  std::uint64_t seen = 0;
+  while (text.size() >= sizeof(seen)) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, text.data(), sizeof(eight));
+    seen |= eight;
+    text.remove_prefix(sizeof(eight));
+  }
+  for (const char c : text) seen |= static_cast<unsigned char>(c);
+  return (seen & kHighBits) == 0;
 }
 
 std::size_t Length(std::string_view text) noexcept {
+  if (AllAscii(text)) return text.size();
   std::size_t count = 0;
   for (std::size_t offset = 0; offset < text.size(); ++count) {
     offset += IsAscii(text[offset]) ? 1 : DecodeUtf8(text.substr(offset)).bytes;
@@ -143,9 +200,12 @@ std::string_view TrimRight(std::string_view text) noexcept {
 
 std::string_view Trim(std::string_view text) noexcept { return TrimLeft(TrimRight(text)); }
 
-std::string Upper(std::string_view text) { return MapCharacters(text, UpperOf); }
+std::string Upper(std::string_view text) {
+  return MapCharacters(
+      text, [](char c) { return UpperAscii(c); }, UpperOf);
+}
 
-std::string Lower(std::string_view text) { return MapCharacters(text, LowerOf); }
+std::string Lower(std::string_view text) { return MapCharacters(text, LowerAscii, LowerOf); }
 
 char UpperAscii(char c) noexcept { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
 
@@ -174,14 +234,16 @@ bool EndsWithNoCase(std::string_view text, std::string_view end) noexcept {
 }
 
 std::string Capitalize(std::string_view text) {
-  std::string capitalized;
-  capitalized.reserve(text.size());
+  std::string capitalized(text);
   bool at_word_start = true;
-  while (!text.empty()) {
-    const CodePoint point = DecodeUtf8(text);
-    AppendUtf8(capitalized, at_word_start ? UpperOf(point.value) : point.value);
-    at_word_start = point.value == U' ';
-    text.remove_prefix(point.bytes);
+  // The size may change under way. No byte inside a longer character is a blank.
+  for (std::size_t i = 0; i < capitalized.size(); ++i) {
+    if (at_word_start && IsAscii(capitalized[i])) {
+      capitalized[i] = UpperAscii(capitalized[i]);
+    } else if (at_word_start) {
+      CapitalizeWide(capitalized, i);
+    }
+    at_word_start = capitalized[i] == ' ';
   }
   return capitalized;
 }
@@ -190,7 +252,8 @@ std::string StripNulls(std::string_view text) {
   if (text.find('\0') == std::string_view::npos) return std::string(Trim(text));
   std::string kept(text);
   std::erase(kept, '\0');
-  return std::string(Trim(kept));
+  kept.resize(TrimRight(kept).size());
+  return kept.erase(0, kept.size() - TrimLeft(kept).size());
 }
 
 std::string ReplaceEach(std::string_view text, std::string_view what, std::string_view with) {

@@ -10,6 +10,9 @@
 
 namespace tunemeadow {
 
+/// Whether no byte is above 7F, so that bytes are characters.
+[[nodiscard]] bool AllAscii(std::string_view text) noexcept;
+
 /// Number of characters.
 [[nodiscard]] std::size_t Length(std::string_view text) noexcept;
 
@@ -46,7 +49,8 @@ namespace tunemeadow {
 [[nodiscard]] bool EndsWithNoCase(std::string_view text, std::string_view end) noexcept;
 
 /// Each blank-separated word gets an upper-case first letter; the rest of it stays as it is, and so
-/// do runs of blanks.
+/// do runs of blanks. Two letters that a tag can hold have capitals that it cannot, "µ" and "ƒ":
+/// they stay as they are.
 [[nodiscard]] std::string Capitalize(std::string_view text);
 
 /// Removes every NUL character, then blanks at both ends. All tag text passes through it before it
@@ -70,7 +74,7 @@ inline constexpr char32_t kMalformed = 0x110000;
 [[nodiscard]] CodePoint DecodeUtf8(std::string_view text) noexcept;  ///< `text` must not be empty
 void AppendUtf8(std::string& text, char32_t character);
 
-/// Simple case folding for comparisons: lower case of the upper case, cached.
+/// Simple case folding for comparisons: lower case of the upper case.
 [[nodiscard]] char32_t FoldCase(char32_t character) noexcept;
 
 /// Malformed bytes replaced by U+FFFD, so that the text can be shown.
