@@ -126,7 +126,7 @@ void SetIniValue(std::string& text, std::string_view section, std::string_view k
   }
   added.append(key).append("=").append(value).append(line_end);
   const bool open_line = *at > 0 && text[*at - 1] != '\n' && text != kByteOrderMark;
-  if (open_line) added.insert(0, line_end);
+  if (open_line) added.insert(0, text[*at - 1] == '\r' ? "\n" : line_end);
   text.insert(*at, added);
 }
 

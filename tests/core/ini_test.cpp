@@ -91,6 +91,7 @@ TEST(IniSaveString, ChangesOneValueAndKeepsEveryOtherByte) {
       {"a new key goes to the end of its section", "[C]\r\na=1\r\n\r\n[D]\r\nb=2\r\n", "C", "k",
        "v", "[C]\r\na=1\r\nk=v\r\n\r\n[D]\r\nb=2\r\n"},
       {"an open last line is closed", "[C]\na=1", "C", "k", "v", "[C]\na=1\nk=v\n"},
+      {"half a line end is made whole", "[C]\r\na=1\r", "C", "k", "v", "[C]\r\na=1\r\nk=v\r\n"},
       {"a new section", "junk line\n[D]\nk=1", "C", "k", "v", "junk line\n[D]\nk=1\n[C]\nk=v\n"},
       {"a byte order mark alone", "\xEF\xBB\xBF", "C", "k", "v", "\xEF\xBB\xBF[C]\nk=v\n"},
       {"a byte order mark before the section", "\xEF\xBB\xBF[C]\n", "C", "k", "v",
