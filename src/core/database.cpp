@@ -12,47 +12,39 @@
 #include "core/paths.h"
 #include "core/statement.h"
 #include "core/store_functions.h"
+#include "core/store_handle.h"
 #include "core/text.h"
 
 namespace tunemeadow {
 namespace {
 
-constexpr int kBusyWaitMilliseconds = 3000;
 constexpr int kStepsPerSignOfLife = 50000;  ///< of the store's machine: a few milliseconds
 constexpr std::size_t kKeptStatements = 32;
 constexpr std::size_t kLongestKeptStatement = 8192;  ///< lists of keys come once and are long
-
-struct StoreCloser {
-  void operator()(sqlite3* store) const noexcept { sqlite3_close_v2(store); }
-};
-struct StatementFinalizer {
-  void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
-};
-using StoreHandle = std::unique_ptr<sqlite3, StoreCloser>;
-using StatementHandle = std::unique_ptr<sqlite3_stmt, StatementFinalizer>;
 
 [[noreturn]] void ThrowStoreError(sqlite3* store) {
   throw DatabaseError(sqlite3_errcode(store), sqlite3_errmsg(store));
 }
 
-/// Runs a statement of our own that returns nothing of use.
-int RunPlain(sqlite3* store, const char* sql) noexcept {
-  return sqlite3_exec(store, sql, nullptr, nullptr, nullptr);
-}
-
-/// Gives a statement back: no lock is held and no text is bound afterwards.
+/// Gives a statement back: no lock is held and no text is bound afterwards. `running` counts the
+/// statements under way.
 class StatementUse {
  public:
-  explicit StatementUse(sqlite3_stmt* statement) noexcept : statement_(statement) {}
+  StatementUse(sqlite3_stmt* statement, int& running) noexcept
+      : statement_(statement), running_(running) {
+    ++running_;
+  }
   ~StatementUse() {
     sqlite3_reset(statement_);
     sqlite3_clear_bindings(statement_);
+    --running_;
   }
   StatementUse(const StatementUse&) = delete;
   StatementUse& operator=(const StatementUse&) = delete;
 
  private:
   sqlite3_stmt* statement_;
+  int& running_;
 };
 
 /// The file that a connection string names. A ";" ends it, unless a file of the whole rest is
@@ -63,15 +55,6 @@ std::string FileOfConnectionString(std::string_view text) {
   if (key == std::string_view::npos) return std::string(text);
   const std::string rest(text.substr(key + kKey.size()));
   return MyFileExists(rest) ? rest : rest.substr(0, rest.find(';'));
-}
-
-/// Null where memory is short; else a handle, also after a failure, which it describes.
-StoreHandle OpenFile(const std::string& path, int& result) noexcept {
-  sqlite3* store = nullptr;
-  result = sqlite3_open_v2(path.c_str(), &store,
-                           SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_PRIVATECACHE,
-                           nullptr);
-  return StoreHandle(store);
 }
 
 /// A pipe or a device would hang the program, not fail.
@@ -161,6 +144,7 @@ struct Connection::State {
 
   StoreHandle store;
   std::vector<Kept> kept;  ///< the last used first; goes before the store
+  int running = 0;         ///< above 1 only below a sign of life
   std::int64_t changes = 0;
   std::int64_t writes_at_open = 0;
 
@@ -187,7 +171,7 @@ sqlite3_stmt* Connection::State::Prepared(std::string sql) {
 }
 
 Recordset Connection::State::Run(const StoreStatement& translated, sqlite3_stmt* statement) {
-  const StatementUse use(statement);
+  const StatementUse use(statement, running);
   BindTexts(store.get(), statement, translated.values);
   const int columns = sqlite3_column_count(statement);
   CellTable rows = FetchRows(store.get(), statement, columns);
@@ -213,13 +197,12 @@ void Connection::Open(std::string_view connection_string) {
   const std::string path = FileOfConnectionString(connection_string);
   RequireRegularFile(path);
   int result = SQLITE_OK;
-  StoreHandle handle = OpenFile(path, result);
+  StoreHandle handle = OpenStoreFile(path, result);
   sqlite3* const store = handle.get();
   if (store == nullptr) throw DatabaseError(SQLITE_NOMEM, sqlite3_errstr(SQLITE_NOMEM));
   if (result != SQLITE_OK) {
     throw DatabaseError(result, std::string(sqlite3_errmsg(store)) + ": " + DisplayPath(path));
   }
-  sqlite3_busy_timeout(store, kBusyWaitMilliseconds);
   // A text in double quotes must never be taken for a name, nor a name for a text.
   sqlite3_db_config(store, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(store, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
@@ -243,7 +226,8 @@ Recordset Connection::Execute(std::string_view statement) {
   sqlite3* const store = state.store.get();
   try {
     Recordset rows;
-    if (translated.sql.size() > kLongestKeptStatement) {
+    // Below a sign of life the kept statements may be in use.
+    if (translated.sql.size() > kLongestKeptStatement || state.running > 0) {
       const StatementHandle once = PrepareStatement(store, translated.sql, 0);
       rows = state.Run(translated, once.get());
     } else {

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The compacted copy of the catalogue: the repair tool makes it beside the running program, a later
+// start puts it in the catalogue's place. Between the two the person may have written to the
+// catalogue, and a file's times tell little about that: a copy that is finished after a row was
+// written is younger than the row and does not hold it, and a restored backup is as old as one
+// likes. So the copy carries the size and a checksum of the very bytes that it was made from, and
+// is taken over only if the catalogue consists of these bytes still. In write-ahead logging a clean
+// end folds every write into the file, and a start without a write leaves each byte as it was.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+struct sqlite3;
+
+namespace tunemeadow {
+
+/// The bytes of a database file.
+struct FileOrigin {
+  std::int64_t bytes = 0;
+  std::int64_t checksum = 0;  ///< for accidents, not against a forger
+  bool operator==(const FileOrigin&) const = default;
+};
+
+/// The origin that the file of an open store would have. The caller holds a read transaction, so
+/// that nothing is folded into the file meanwhile. nullopt where it cannot be read.
+[[nodiscard]] std::optional<FileOrigin> OriginOf(sqlite3* store);
+
+/// Makes a compacted copy of the catalogue `source` at `output`, replacing an older one; both are
+/// paths in bytes. The copy appears under its name only when it is whole, checked and synced; it
+/// carries its origin and the source's modification time. "" for success, else what went wrong;
+/// then `output` is as before. Fails rather than copies a catalogue that is written to meanwhile.
+[[nodiscard]] std::string MakeCompactCopy(const std::string& source, const std::string& output);
+
+/// Puts `compact.mdb` of the program's folder in the place of the catalogue, if nothing was written
+/// to the catalogue since the copy was made and the copy is a sound catalogue; any other copy is
+/// removed. A copy without an origin, from elsewhere, must not be older than the catalogue's last
+/// change. Copy and catalogue both stay where the catalogue is missing, locked or damaged, or where
+/// a journal or log still lies beside it (it would be rolled into the new file). At no moment is
+/// there no catalogue. Must run before the catalogue is opened. True if the copy is in its place.
+bool TakeOverCompactCopy(const std::string& database_path, const std::string& program_folder);
+
+}  // namespace tunemeadow

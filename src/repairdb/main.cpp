@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// RepairDB.exe -i CATALOGUE -o COPY: makes a compacted copy of a catalogue, beside the running
+// program. A blank in a path may be written as "%20". Exit codes: 0 made, 1 not made (the reason is
+// on the standard error), 2 wrong arguments.
+#include <iostream>
+#include <string>
+#include <string_view>
+
+#include "core/compact_copy.h"
+#include "core/paths.h"
+#include "core/text.h"
+
+namespace {
+
+using namespace std::string_view_literals;
+
+/// The path as it stands, if there is such a file or folder; else with its "%20" as blanks, for a
+/// real "%20" in a name is as possible as a blank.
+std::string PathOfArgument(const std::string& argument, bool folder_counts) {
+  const std::string place =
+      folder_counts ? std::string(tunemeadow::FolderPart(argument)) : argument;
+  if (place.empty() || tunemeadow::MyFileExists(place)) return argument;
+  return tunemeadow::ReplaceEach(argument, "%20", " ");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::string source;
+  std::string output;
+  for (int i = 1; i + 1 < argc; i += 2) {
+    if (argv[i] == "-i"sv) source = argv[i + 1];
+    if (argv[i] == "-o"sv) output = argv[i + 1];
+  }
+  if (argc != 5 || source.empty() || output.empty()) {
+    std::cerr << "RepairDB.exe -i CATALOGUE -o COPY\n";
+    return 2;
+  }
+  const std::string failure =
+      tunemeadow::MakeCompactCopy(PathOfArgument(source, false), PathOfArgument(output, true));
+  if (failure.empty()) return 0;
+  std::cerr << "RepairDB.exe: " << failure << '\n';
+  return 1;
+}
