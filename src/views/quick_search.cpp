@@ -8,6 +8,7 @@
 
 #include "core/database.h"
 #include "core/numbers.h"
+#include "views/paint_while_working.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
@@ -23,10 +24,8 @@ class SearchScope {
     bench_.searching = true;
     bench_.session.busy = true;
     bench_.interaction.SetBusyPointer(true);
-    bench_.session.connection.SetWorking([&bench] { bench.interaction.KeepPainting(); });
   }
   ~SearchScope() {
-    bench_.session.connection.SetWorking({});
     bench_.interaction.HideProgress();
     bench_.interaction.SetBusyPointer(false);
     bench_.session.busy = was_busy_;
@@ -37,6 +36,7 @@ class SearchScope {
 
  private:
   Workbench& bench_;
+  PaintWhileWorking paint_{bench_};
   bool was_busy_;
 };
 
@@ -141,9 +141,9 @@ void cmdSuchen(Workbench& bench) {
     const SearchScope scope(bench);
     BringFittingListIntoView(bench, prepared);
     ClearListInView(bench);
+    bench.interaction.SetStatus("Searching...");
     const std::string sql = prepared.empty() ? StatementOfFields(bench) : prepared;
     bench.Watcher().HistoryChanged();
-    bench.interaction.SetStatus("Searching...");
     try {
       totals = RunSearch(bench, sql);
     } catch (const std::exception& error) {

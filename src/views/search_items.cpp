@@ -9,6 +9,7 @@
 #include "audio/genres.h"
 #include "core/database.h"
 #include "core/text.h"
+#include "views/paint_while_working.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
@@ -158,6 +159,7 @@ std::string SearchItemStatement(std::string_view column) {
 }
 
 void RefreshAllSearchitems(Workbench& bench) {
+  const PaintWhileWorking paint(bench);
   SearchItems& items = bench.search_items;
   try {
     FillInOnePass(bench.session, items);
