@@ -45,6 +45,19 @@ constexpr std::array kCellsToDetails = {
 constexpr std::array<Field, kExtraFields> kExtraDetails = {
     Field::composer, Field::copyright, Field::encodedby, Field::originalartist, Field::url};
 
+class BusyPointer {
+ public:
+  explicit BusyPointer(Interaction& interaction) : interaction_(interaction) {
+    interaction_.SetBusyPointer(true);
+  }
+  ~BusyPointer() { interaction_.SetBusyPointer(false); }
+  BusyPointer(const BusyPointer&) = delete;
+  BusyPointer& operator=(const BusyPointer&) = delete;
+
+ private:
+  Interaction& interaction_;
+};
+
 void CopyCells(const ResultList& list, std::size_t row, DetailEditor& details) {
   details.uid = list.Uid(row);
   for (const CellToDetail& pair : kCellsToDetails) details.*pair.text = list.Cell(row, pair.field);
@@ -127,14 +140,13 @@ void ShowPic(Workbench& bench, const std::string& path) {
     ClearPicture(bench);
     return;
   }
-  bench.interaction.SetBusyPointer(true);
+  const BusyPointer busy(bench.interaction);
   DetailEditor& details = bench.details;
   details.picture = ReadID3v2Pictures(path).value_or(ID3v2Picture{});
   details.picture_path = details.picture.data.empty() ? std::string() : path;
   details.picture_file = details.picture.data.empty()
                              ? std::string()
                              : WritePictureFile(bench.session, details.picture);
-  bench.interaction.SetBusyPointer(false);
   bench.Watcher().PictureChanged();
 }
 
