@@ -4,7 +4,7 @@
 namespace tunemeadow {
 
 const std::array<ListColumn, kListColumns> kColumns = {{
-    {"UID", SortKind::kNumber, 900},
+    {"UID", SortKind::kNumber, 1350},
     {"Songname", SortKind::kText, 3600},
     {"Artist", SortKind::kText, 2700},
     {"Genre", SortKind::kText, 1650},
