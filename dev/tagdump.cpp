@@ -2,7 +2,7 @@
 // tagdump FILE...: what the readers of an import find in each file, one JSON object a line:
 //   path, length, id3v1 (its flag), id3v2 (null, or the fields after that reader), ogg (null, or
 //   that reader's result), info (the whole record after the analysis), quality, lyrics3 (null, or
-//   its fields).
+//   its fields), row (what an import with the default settings would write).
 // As in an import one record serves all files: what a file leaves out stays from the one before.
 #include <array>
 #include <cstdint>
@@ -18,6 +18,8 @@
 #include "audio/ogg_comments.h"
 #include "core/code_page.h"
 #include "core/paths.h"
+#include "library/import_file.h"
+#include "library/import_row.h"
 
 namespace {
 
@@ -121,6 +123,18 @@ std::string JsonOf(const Lyrics3& l) {
   return o.Text();
 }
 
+/// The columns that the statement of the row names. Paths that are not UTF-8 are shown, not kept.
+std::string JsonOf(const tunemeadow::ImportRow& row) {
+  JsonObject o;
+  for (std::size_t i = 0; i < row.texts.size(); ++i) {
+    if (!row.whole && row.texts[i].empty()) continue;
+    std::string_view name = tunemeadow::kImportColumnNames[i];
+    if (name.front() == '[') name = name.substr(1, name.size() - 2);
+    o.AddRaw(name, Quoted(tunemeadow::DisplayPath(row.texts[i])));
+  }
+  return o.Text();
+}
+
 void AddMp3(tunemeadow::FileBytes& file, Mp3Info& info, JsonObject& o) {
   std::string id3v2 = "null";
   if (tunemeadow::HasID3v2Tag(file)) {
@@ -139,12 +153,11 @@ void AddMp3(tunemeadow::FileBytes& file, Mp3Info& info, JsonObject& o) {
   o.AddRaw("lyrics3", has_lyrics3 ? JsonOf(lyrics) : "null");
 }
 
-std::string DumpLine(const std::string& path, tunemeadow::FileBytes& file, Mp3Info& info) {
-  JsonObject o;
-  o.AddRaw("path", Quoted(tunemeadow::DisplayPath(path)));
+void AddFindings(const std::string& path, tunemeadow::FileBytes& file, Mp3Info& info,
+                 JsonObject& o) {
   if (!file.Open(path)) {
     o.AddRaw("error", Quoted("not a file that can be read"));
-    return o.Text();
+    return;
   }
   o.AddNumber("length", file.Length());
   if (tunemeadow::HasExtension(path, "ogg")) {
@@ -153,7 +166,6 @@ std::string DumpLine(const std::string& path, tunemeadow::FileBytes& file, Mp3In
   } else {
     AddMp3(file, info, o);
   }
-  return o.Text();
 }
 
 }  // namespace
@@ -165,6 +177,15 @@ int main(int argc, char** argv) {
   }
   tunemeadow::FileBytes file;
   Mp3Info info;
-  for (int i = 1; i < argc; ++i) std::puts(DumpLine(argv[i], file, info).c_str());
+  const tunemeadow::Preferences options;
+  Mp3Info import_info;
+  tunemeadow::ImportReader reader(options, import_info);
+  for (int i = 1; i < argc; ++i) {
+    JsonObject line;
+    line.AddRaw("path", Quoted(tunemeadow::DisplayPath(argv[i])));
+    AddFindings(argv[i], file, info, line);
+    line.AddRaw("row", JsonOf(reader.Read(argv[i], nullptr)));
+    std::puts(line.Text().c_str());
+  }
   return 0;
 }
