@@ -65,23 +65,6 @@ TEST(ImportRow, CutsTextsByCharactersAndTitlesByFarMoreThanTheirLimit) {
   }
 }
 
-TEST(ImportRow, PrefersACandidateThatIsNotEmptyToTheID3v1Value) {
-  Findings findings;
-  findings.info.Title = "old title ";
-  findings.info.Artist = std::string("old\0\0 ", 6);
-  findings.info.Year = "1999";
-  findings.info.Track = "7";
-  findings.info.Copyright = "Yes";  // a flag of the frame header, not a text
-  findings.facts.candidates.title = "new title";
-  findings.facts.candidates.track = "8";
-  const ImportRow row = findings.Row();
-  EXPECT_EQ(row[Songname], "new title");
-  EXPECT_EQ(row[Artist], "old");
-  EXPECT_EQ(row[year], "1999");
-  EXPECT_EQ(row[trackno], "8");
-  EXPECT_EQ(row[copyright], "");
-}
-
 TEST(ImportRow, CutsTheCommentOnlyBesideAnID3v1Track) {
   const std::string thirty = "123456789012345678901234567890";
   const struct {
@@ -156,25 +139,6 @@ TEST(ImportRow, ShowsStreamAndSize) {
   EXPECT_EQ(findings.Row()[filesize], "0.00 MB");
   findings.facts.length.reset();
   EXPECT_EQ(findings.Row()[filesize] + "=" + findings.Row()[filesizereal], "=");
-}
-
-TEST(ImportRow, TakesNothingOfTheFileBeforeForAnOggFile) {
-  Findings findings;
-  findings.facts.kind = FileKind::kOgg;
-  findings.info = {.Bitrate = 320,
-                   .Playtime = 99,
-                   .Title = "tag",
-                   .Comment = "tag",
-                   .Genre = 17,
-                   .Track = "9",
-                   .IsVbr = true,
-                   .HasPicture = true};
-  const ImportRow row = findings.Row();
-  EXPECT_EQ(row[quality], "0 kbps");
-  EXPECT_EQ(row[playtime], "0:00");
-  EXPECT_EQ(row[genre], "255");
-  EXPECT_EQ(row[Songname] + row[comment] + row[trackno], "");
-  EXPECT_EQ(row[haspic], "0");
 }
 
 TEST(ImportRow, CapitalizesAndReplacesEightTextsBehindEverythingElse) {

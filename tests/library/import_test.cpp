@@ -17,6 +17,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using enum Answer;
 
 /// A file of one frame, long enough to be analysed.
 Mp3File Plain() { return Mp3File().Frames(1); }
@@ -30,12 +31,13 @@ class Import : public CatalogueTest {
     for (const char* name : {"a.mp3", "b.mp3", "c.mp3"}) music_.Write(name, Plain());
   }
 
-  /// Imports all files of the folder.
-  void ImportAll() {
-    interaction_.WillAnswer(Answer::kOk);
-    interaction_.WillAnswer(Answer::kOk);
-    EXPECT_EQ(Command1_Click(bench_), ImportEnd::kComplete);
+  ImportEnd Click(std::initializer_list<Answer> answers) {
+    for (const Answer answer : answers) interaction_.WillAnswer(answer);
+    return Command1_Click(bench_);
   }
+
+  /// Imports all files of the folder.
+  void ImportAll() { EXPECT_EQ(Click({kOk, kOk}), ImportEnd::kComplete); }
 
   /// One column of all rows, in the order of their keys.
   Texts Column(const std::string& name) {
@@ -78,15 +80,12 @@ TEST_F(Import, TellsEachStepAndPutsEverythingBackBeforeItsBoxes) {
   EXPECT_FALSE(session_.busy);
   EXPECT_EQ(session_.track_count, 2);
   EXPECT_EQ(bench_.ListView1.RowCount(), 2U) << "the search ran";
-  EXPECT_EQ(interaction_.Status(), "Ready.");
 }
 
 TEST_F(Import, SaysThatNothingWasFoundOrThatTheSearchWasCancelled) {
-  interaction_.WillAnswer(Answer::kOk);
-  EXPECT_EQ(Command1_Click(bench_), ImportEnd::kNothingDone);
-  interaction_.WillAnswer(Answer::kOk);
+  EXPECT_EQ(Click({kOk}), ImportEnd::kNothingDone);
   interaction_.on_yield = [&](std::size_t) { session_.CancelRequested = true; };
-  EXPECT_EQ(Command1_Click(bench_), ImportEnd::kNothingDone);
+  EXPECT_EQ(Click({kOk}), ImportEnd::kNothingDone);
   EXPECT_THAT(interaction_.BoxTexts(),
               ElementsAre("Tunemeadow: No File(s) found", "Tunemeadow: Search was cancelled!"));
   EXPECT_EQ(interaction_.boxes[0].icon, Icon::kExclamation);
@@ -99,8 +98,7 @@ TEST_F(Import, AsksForAFolderWhereNoneIsSetAndDoesNothingWithoutOne) {
   interaction_.WillChoose(std::nullopt);
   EXPECT_EQ(Command1_Click(bench_), ImportEnd::kNothingDone);
   interaction_.WillChoose(music_.Path());
-  interaction_.WillAnswer(Answer::kCancel);
-  EXPECT_EQ(Command1_Click(bench_), ImportEnd::kNothingDone);
+  EXPECT_EQ(Click({kCancel}), ImportEnd::kNothingDone);
   EXPECT_EQ(session_.preferences.lblScan, music_.Path() + "/");
   EXPECT_THAT(interaction_.BoxTexts(), ElementsAre("Tunemeadow: Import 3 File(s)?"));
   EXPECT_THAT(Column("location"), IsEmpty());
@@ -110,17 +108,13 @@ TEST_F(Import, ACancelKeepsTheRowsSoFarAndIsAlwaysTold) {
   WriteThree();
   session_.success_messages = false;
   interaction_.on_yield = [&](std::size_t n) { session_.CancelRequested = n == 3; };
-  interaction_.WillAnswer(Answer::kOk);
-  interaction_.WillAnswer(Answer::kOk);
-  EXPECT_EQ(Command1_Click(bench_), ImportEnd::kCancelled);
+  EXPECT_EQ(Click({kOk, kOk}), ImportEnd::kCancelled);
   EXPECT_THAT(Column("location"), ElementsAre(music_.Path("a.mp3")));
   EXPECT_EQ(bench_.ListView1.RowCount(), 1U);
   // Behind the last file too: the loop goes one step further than there are files.
   const std::size_t before = interaction_.yields;
   interaction_.on_yield = [&](std::size_t n) { session_.CancelRequested = n == before + 5; };
-  interaction_.WillAnswer(Answer::kOk);
-  interaction_.WillAnswer(Answer::kOk);
-  EXPECT_EQ(Command1_Click(bench_), ImportEnd::kCancelled);
+  EXPECT_EQ(Click({kOk, kOk}), ImportEnd::kCancelled);
   EXPECT_THAT(interaction_.BoxTexts(),
               ElementsAre("Tunemeadow: Import 3 File(s)?",
                           "Import was cancelled!: 1/3 Files successfully imported.",
@@ -133,9 +127,7 @@ TEST_F(Import, TakesAGivenListOnceAndCountsItsEmptyEntries) {
   bench_.ImportList = {music_.Path("b.mp3"), "", music_.Path("nothing there.mp3")};
   bench_.ImportGivenFiles = true;
   session_.preferences.lblScan.clear();
-  interaction_.WillAnswer(Answer::kOk);
-  interaction_.WillAnswer(Answer::kOk);
-  EXPECT_EQ(Command1_Click(bench_), ImportEnd::kComplete);
+  EXPECT_EQ(Click({kOk, kOk}), ImportEnd::kComplete);
   EXPECT_THAT(interaction_.BoxTexts(), ElementsAre("Tunemeadow: Import 3 File(s)?",
                                                    "Import: 3 File(s) successfully imported."));
   EXPECT_THAT(Column("location"),
@@ -145,8 +137,7 @@ TEST_F(Import, TakesAGivenListOnceAndCountsItsEmptyEntries) {
 
   bench_.ImportList = {music_.Path("b.mp3")};
   bench_.ImportGivenFiles = true;
-  interaction_.WillAnswer(Answer::kCancel);
-  EXPECT_EQ(Command1_Click(bench_), ImportEnd::kNothingDone);
+  EXPECT_EQ(Click({kCancel}), ImportEnd::kNothingDone);
   EXPECT_FALSE(bench_.ImportGivenFiles) << "also where the person did not want it";
 }
 
@@ -178,10 +169,8 @@ TEST_F(Import, ShowsWhatTheStoreRefusesAndGoesOn) {
       "create trigger refuse before insert on mp3sTabelle when new.location like '%b.mp3' "
       "begin select raise(abort, 'not this one'); end");
   session_.success_messages = false;
-  interaction_.WillAnswer(Answer::kOk);
-  interaction_.WillAnswer(Answer::kOk);
   interaction_.on_box = [&](const MessageBox&) { EXPECT_FALSE(interaction_.loading_shown); };
-  EXPECT_EQ(Command1_Click(bench_), ImportEnd::kComplete);
+  EXPECT_EQ(Click({kOk, kOk}), ImportEnd::kComplete);
   ASSERT_EQ(interaction_.boxes.size(), 2U);
   EXPECT_TRUE(
       interaction_.boxes[1].text.starts_with("not this one\ninsert into mp3sTabelle (genrereal,"))
