@@ -76,9 +76,13 @@ begin
   select raise(ignore);
 end;
 
--- The demonstration track; the first start points it to its file.
+-- The demonstration track, as an import of monster.mp3 would write it; the first start points it to
+-- its file.
 insert into mp3sTabelle (uid, Songname, Artist, genre, genrereal, quality, location, [year], album,
-  trackno, Playtime, playtimereal, Filesize, filesizereal, Comment, BPM, haspic, hasid3v1, hasid3v2)
+  trackno, Playtime, playtimereal, Filesize, filesizereal, Comment, BPM, Lyrics, composer, haspic,
+  hasid3v1, hasid3v2)
 values (1, 'Monster', 'Tunemeadow', '12', 'Other', '128 kbps / 44.1 khz / Joint Stereo',
-  'monster.mp3', '2026', 'Demonstration', '1', '0:08', '8', '0.12 MB', '128000',
-  'Made for this catalogue', '120', 1, 1, 1);
+  'monster.mp3', '2026', 'Demonstration', '1', '0:08', '8', '0.13 MB', '137188',
+  'Made for this catalogue', '120',
+  'Hum, little monster, under the hill,' || char(13, 10)
+    || 'hum till the meadow is sleeping and still.', 'Tunemeadow', 1, 1, 1);
