@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/support/path_field.h"
+
+#include <QApplication>
+#include <QEvent>
+
+#include "core/paths.h"
+#include "core/preference_rules.h"
+#include "ui/support/qt_text.h"
+
+namespace tunemeadow {
+
+PathField::PathField(QWidget* parent) : QLineEdit(parent) {
+  setReadOnly(true);
+  ApplyGround();
+}
+
+void PathField::ApplyGround() {
+  QPalette colours = QApplication::palette(this);
+  colours.setBrush(QPalette::Base, colours.brush(QPalette::Window));
+  setPalette(colours);
+}
+
+QSize PathField::minimumSizeHint() const {
+  constexpr int kCharacters = 26;
+  return {kCharacters * fontMetrics().averageCharWidth(), QLineEdit::minimumSizeHint().height()};
+}
+
+void PathField::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::ApplicationPaletteChange) ApplyGround();
+  QLineEdit::changeEvent(event);
+}
+
+void PathField::SetPath(const std::string& path) {
+  path_ = path;
+  setText(PathForEye(path));
+  setToolTip(text());
+  setCursorPosition(0);
+}
+
+void ChooseFolderFor(PathField& field, Interaction& interaction, const std::string& title) {
+  const auto chosen = interaction.ChooseFolder(title, field.Path());
+  if (!chosen) return;
+  const std::string folder = WithTrailingSeparator(*chosen);
+  if (PathFitsSettings(interaction, folder)) field.SetPath(folder);
+}
+
+bool ChooseFileFor(PathField& field, Interaction& interaction, FileChoice choice) {
+  if (!field.Path().empty()) choice.start = field.Path();
+  const auto chosen = interaction.ChooseFile(choice);
+  if (!chosen || !PathFitsSettings(interaction, *chosen)) return false;
+  field.SetPath(*chosen);
+  return true;
+}
+
+}  // namespace tunemeadow
