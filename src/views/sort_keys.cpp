@@ -256,12 +256,13 @@ void SortOrder(std::vector<std::uint32_t>& order,
   KeyTable keys(kind, order.size());
   for (const std::uint32_t row : order) keys.Add(row, cell(row));
   std::vector<KeyTable::Entry>& entries = keys.Finish();
+  using Entry = KeyTable::Entry;
+  const auto before = [&](const Entry& one, const Entry& other) { return keys.Less(one, other); };
+  const auto behind = [&](const Entry& one, const Entry& other) { return keys.Less(other, one); };
   if (ascending) {
-    std::stable_sort(entries.begin(), entries.end(),
-                     [&](const auto& left, const auto& right) { return keys.Less(left, right); });
+    std::stable_sort(entries.begin(), entries.end(), before);
   } else {
-    std::stable_sort(entries.begin(), entries.end(),
-                     [&](const auto& left, const auto& right) { return keys.Less(right, left); });
+    std::stable_sort(entries.begin(), entries.end(), behind);
   }
   for (std::size_t i = 0; i < order.size(); ++i) order[i] = entries[i].row;
 }

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "core/numbers.h"
+#include "core/database_care.h"
 
 namespace tunemeadow {
 namespace {
@@ -57,9 +57,7 @@ void updatetreeview(Workbench& bench) {
 
 void UpdateTrackCount(Workbench& bench) {
   try {
-    bench.session.command.CommandText = "select count(uid) as countuid FROM mp3sTabelle";
-    const std::string count = bench.session.command.Execute().Fields("countuid");
-    bench.session.track_count = ParseWhole(count).value_or(bench.session.track_count);
+    CountAllTracks(bench.session);
   } catch (const DatabaseError&) {
     // The node keeps the count of last time.
   }

@@ -55,7 +55,7 @@ struct Workbench {
   Interaction& interaction;
   WorkbenchWatcher* watcher = nullptr;  ///< may be null
   [[nodiscard]] WorkbenchWatcher& Watcher() noexcept {
-    return watcher != nullptr ? *watcher : silent;
+    return watcher != nullptr ? *watcher : silent_;
   }
 
   ResultList ListView1;
@@ -87,7 +87,7 @@ struct Workbench {
   bool ImportFromMonitor = false;       ///< no question and no closing box
 
  private:
-  WorkbenchWatcher silent;
+  WorkbenchWatcher silent_;
 };
 
 /// Renews the tree's nodes and the names of playlists and archives, and tells the window where

@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
+#include "support/catalogue.h"
 #include "support/scripted_interaction.h"
 #include "support/temp_folder.h"
 #include "views/workbench.h"
@@ -19,8 +19,7 @@ class CatalogueTest : public testing::Test {
   using Texts = std::vector<std::string>;
 
   CatalogueTest() {
-    std::filesystem::copy_file(TM_BINARY_DIR "/data/mp3s.mdb", folder_.Path("mp3s.mdb"));
-    session_.connection.Open(folder_.Path("mp3s.mdb"));
+    session_.connection.Open(ProvideCatalogue(folder_));
     session_.connection.SetDurability(Durability::kBatch);
     Run("delete from mp3sTabelle");
   }
