@@ -87,6 +87,10 @@ std::size_t EndOfFirstByLanes(std::string_view piece, std::string_view text,
   }
 }
 
+/// The first byte of a malformed one in folded text; it holds the two upper bits, a continuation
+/// byte the others. So no part of a character is ever taken for one.
+constexpr unsigned char kMalformedLead = 0xFC;
+
 /// Appends the text with each character folded.
 void AppendFolded(std::string& folded, std::string_view text) {
   while (!text.empty()) {
@@ -96,9 +100,21 @@ void AppendFolded(std::string& folded, std::string_view text) {
       continue;
     }
     const CodePoint point = DecodeUtf8(text);
-    AppendUtf8(folded, point.value >= kMalformed ? point.value : FoldCase(point.value));
+    if (point.value >= kMalformed) {
+      const auto byte = static_cast<unsigned char>(text.front());
+      folded += static_cast<char>(kMalformedLead | byte >> 6);
+      folded += static_cast<char>(0x80 | (byte & 0x3F));
+    } else {
+      AppendUtf8(folded, FoldCase(point.value));
+    }
     text.remove_prefix(point.bytes);
   }
+}
+
+/// Bytes of the first character of a folded text.
+std::size_t FoldedCharacterBytes(std::string_view folded) noexcept {
+  if (static_cast<unsigned char>(folded.front()) >= kMalformedLead) return 2;
+  return DecodeUtf8(folded).bytes;
 }
 
 }  // namespace
@@ -167,7 +183,7 @@ std::size_t LikePattern::EndOfMatchAt(const Piece& piece, std::string_view text,
   for (const char c : piece.bytes) {
     if (at >= text.size()) return kNotFound;
     if (c == '_') {
-      at += DecodeUtf8(text.substr(at)).bytes;
+      at += FoldedCharacterBytes(text.substr(at));
     } else if (FoldedByte(text[at++]) != static_cast<unsigned char>(c)) {
       return kNotFound;
     }
@@ -181,7 +197,7 @@ std::size_t LikePattern::EndOfFirst(const Piece& piece, std::string_view text,
     while (from < text.size()) {
       const std::size_t end = EndOfMatchAt(piece, text, from);
       if (end != kNotFound) return end;
-      from += DecodeUtf8(text.substr(from)).bytes;
+      from += FoldedCharacterBytes(text.substr(from));
     }
     return kNotFound;
   }
@@ -205,7 +221,7 @@ bool LikePattern::MatchesAtEnd(const Piece& piece, std::string_view text,
     return text.size() >= from + size &&
            EndOfMatchAt(piece, text, text.size() - size) == text.size();
   }
-  for (; from < text.size(); from += DecodeUtf8(text.substr(from)).bytes) {
+  for (; from < text.size(); from += FoldedCharacterBytes(text.substr(from))) {
     if (EndOfMatchAt(piece, text, from) == text.size()) return true;
   }
   return false;
