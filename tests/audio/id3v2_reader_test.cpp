@@ -94,6 +94,14 @@ TEST(ReadID3v2Tag, ANameInsideAnotherTextCountsAsAFrame) {
   EXPECT_EQ(Parsed(Id3v2Tag("") + Zero(91) + Id3v2FieldFrame({"TIT2", "Blue"})).Title, "");
 }
 
+TEST(ReadID3v2Tag, TheSizeBytesOfTheHeaderCountWhole) {
+  // 01 FF is 128 + 255, so that the text has 484 bytes.
+  const std::string head = "ID3\3" + Zero(4) + "\1\xFF";
+  const std::string frame = Id3v2FieldFrame({"TIT2", "Blue"});
+  EXPECT_EQ(Parsed(head + Zero(484 - 10 - frame.size()) + frame + Zero(99)).Title, "Blue");
+  EXPECT_EQ(Parsed(head + Zero(484 - 10 - 3) + frame + Zero(99)).Title, "");
+}
+
 TEST(ReadID3v2Tag, AVersion22TagIsReadAndEmpty) {
   const std::string frame = std::string("TT2") + Zero(2) + "\5" + Zero() + "Blue";
   EXPECT_EQ(plain::Fields(Parsed(Id3v2Tag(frame, 2))), plain::Fields({}));
