@@ -51,7 +51,7 @@ install_packages() {
   mkdir -p build
   local log=build/apt.log
   local apt=("${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get -y -qq -o DPkg::Lock::Timeout=300)
-  say "Installing ${#missing[@]} package(s): ${missing[*]}"
+  say "Installing ${#missing[@]} package(s), which can take some minutes: ${missing[*]}"
   if ! { "${apt[@]}" update && "${apt[@]}" install --no-install-recommends "${missing[@]}"; } \
        >"$log" 2>&1 </dev/null; then
     tail -n 15 "$log" >&2
