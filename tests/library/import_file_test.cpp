@@ -80,7 +80,8 @@ TEST_F(ImportedRows, HoldWhatTheReadersFoundInTheirOrder) {
                                                     .year = "1984",
                                                     .comment = "a comment of 30 letters at all",
                                                     .genre = 0}));
-  music_.Write("3 nothing.mp3", Mp3File().Frames(1, {.rate = 1, .mode = 3}));
+  music_.Write("3 nothing.mp3",
+               Mp3File().Frames(1, {.rate = 1, .mode = 3}).Bytes("on stage, live"));
   music_.Write("4 damaged.mp3", Mp3File().Id3v2({{"TIT2", "Lost"}}).FillTo(3000));
   music_.Write("5 lyrics3.mp3",
                Mp3File()
@@ -88,13 +89,15 @@ TEST_F(ImportedRows, HoldWhatTheReadersFoundInTheirOrder) {
                    .Frames(1)
                    .Lyrics3({{"ETT", " long title "}, {"LYR", "new"}, {"SIT", "s"}, {"MOO", "m"}})
                    .Id3v1({.title = "shor"}));
+  music_.Write("5b broken.mp3", Mp3File().Frames(1).Lyrics3({{"ETT", "x"}, {"LYR40000", ""}}));
   music_.Write("6 wide.mp3", Mp3File()
                                  .Id3v2({{"TIT2",
                                           "\xDC"
                                           "ber"},
                                          {"COMM", "wide"}},
                                         {.utf16 = true})
-                                 .Frames(1));
+                                 .Frames(1)
+                                 .Id3v1({.genre = 17}));
   music_.Write("7.ogg", OggHead({{"TITLE", "O'g"},
                                  {"TRACKNUMBER", "5"},
                                  {"GENRE", "(1)Folk"},
@@ -115,7 +118,8 @@ TEST_F(ImportedRows, HoldWhatTheReadersFoundInTheirOrder) {
           "||||0|255|||0:00|128 kbps / 48 khz / Single Channel",
           "Lost||||0|255|||0:00|damaged header",
           "long title|Anna|||0|255|||0:00|128 kbps / 44.1 khz / Joint Stereo",
-          "Über||||0|255||wide|0:00|128 kbps / 44.1 khz / Joint Stereo",
+          "||||0|255|||0:00|128 kbps / 44.1 khz / Joint Stereo",
+          "Über||||0|17|Rock|wide|0:00|128 kbps / 44.1 khz / Joint Stereo",
           "O''g|||1999|5|255|(1)Folk|d|0:00|0 kbps",
           // Under 256 bytes nothing is analysed: the quality is that of the last one that was.
           "||||0|255|||0:00|128 kbps / 44.1 khz / Joint Stereo", "|||||||||"));
@@ -183,10 +187,10 @@ TEST_F(ImportedRows, ExistForFilesThatCannotBeRead) {
                        music_.Path("gone.ogg"), music_.Path("gone.mp2")};
   bench_.ImportGivenFiles = true;
   EXPECT_THAT(
-      Import("Songname,quality,Filesize,filesizereal,hasid3v2"),
-      ElementsAre("Blue|128 kbps / 44.1 khz / Joint Stereo|0.16 MB|" +
+      Import("Songname,composer,quality,Filesize,filesizereal,hasid3v2"),
+      ElementsAre("Blue|Bo|128 kbps / 44.1 khz / Joint Stereo|0.16 MB|" +
                       std::to_string(FullFile().Build().size()) + "|1",
-                  "|128 kbps / 44.1 khz / Joint Stereo|||0", "||||", "|0 kbps|||0", "||||"));
+                  "||128 kbps / 44.1 khz / Joint Stereo|||0", "|||||", "||0 kbps|||0", "|||||"));
 }
 
 }  // namespace

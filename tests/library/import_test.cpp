@@ -58,6 +58,7 @@ class Import : public CatalogueTest {
 TEST_F(Import, TellsEachStepAndPutsEverythingBackBeforeItsBoxes) {
   music_.Write("a.mp3", Plain());
   music_.Write("sub/b.mp3", Plain());
+  music_.Write(".hidden/c.mp3", Plain());
   interaction_.WillAnswer(Answer::kOk);
   interaction_.WillAnswer(Answer::kOk);
   interaction_.on_box = [&](const MessageBox&) { interaction_.ExpectPutBack(); };
@@ -205,6 +206,7 @@ TEST_F(Import, KeepsEveryByteOfAPathAndEscapesOnlyTagText) {
   EXPECT_THAT(Column("location"),
               ElementsAre(music_.Path(names[0]), music_.Path(names[1]), music_.Path(names[2])));
   EXPECT_THAT(Column("artist"), ElementsAre("O''Neil", "O''Neil", "O''Neil"));
+  EXPECT_THAT(bench_.search_items.lists[0].values, ElementsAre("O''Neil")) << "renewed";
   EXPECT_THAT(Column("Songname"), ElementsAre("''Album''", "''Album''", "''Album''"));
 }
 
