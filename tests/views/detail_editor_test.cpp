@@ -15,7 +15,7 @@
 namespace tunemeadow {
 namespace {
 
-struct Watcher : WorkbenchWatcher {
+struct DetailWatcher : WorkbenchWatcher {
   int details = 0, pictures = 0, selections = 0;
   void DetailsChanged() override { ++details; }
   void PictureChanged() override { ++pictures; }
@@ -52,7 +52,7 @@ class Details : public testing::Test {
   Session session_{folder_.Path(), "tunemeadow"};
   ScriptedInteraction interaction_;
   Workbench bench_{session_, interaction_};
-  Watcher watcher_;
+  DetailWatcher watcher_;
   DetailEditor& details_ = bench_.details;
 };
 

@@ -11,7 +11,7 @@
 namespace tunemeadow {
 namespace {
 
-struct Watcher : WorkbenchWatcher {
+struct SearchWatcher : WorkbenchWatcher {
   std::vector<std::string> told;
   void ListCleared() override { told.emplace_back("cleared"); }
   void ListFilled() override { told.emplace_back("filled"); }
@@ -50,7 +50,7 @@ class Search : public CatalogueTest {
 
   std::vector<std::string> Locations() { return Column(Field::location); }
 
-  Watcher watcher_;
+  SearchWatcher watcher_;
 };
 
 TEST_F(Search, TellsItsStepsAndFillsTheList) {

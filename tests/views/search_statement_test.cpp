@@ -20,7 +20,7 @@ const std::string kPlaylistEnd =
     " playlists.playlist='Mine' and playlists.uid=mp3sTabelle.uid order by "
     "[position],mp3sTabelle.location";
 
-struct Case {
+struct StatementCase {
   std::string what;
   SearchRequest request;
   std::string sql;
@@ -41,7 +41,7 @@ TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
   const SearchFields both{.cboPlaylists = "It's", .cboCDArchive = "CD"};
   const SearchFields both_and_artist{
       .cboArtistSearch = "x", .cboPlaylists = "L", .cboCDArchive = "CD"};
-  const std::vector<Case> cases = {
+  const std::vector<StatementCase> cases = {
       {"empty", Fields({}), kList + kOrder, ""},
       {"every field in its order", Fields(all),
        kList +
@@ -107,7 +107,7 @@ TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
        kPlaylist + " where  Artist like \"%x%\"  and" + kPlaylistEnd,
        ";Artist=x"},
   };
-  for (const Case& each : cases) {
+  for (const StatementCase& each : cases) {
     SCOPED_TRACE(each.what);
     const BuiltSearch search = BuildSearch(each.request);
     EXPECT_EQ(search.sql, each.sql);
