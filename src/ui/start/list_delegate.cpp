@@ -2,6 +2,9 @@
 #include "ui/start/list_delegate.h"
 
 #include <QHelpEvent>
+#include <QIcon>
+#include <QPainter>
+#include <QPixmapCache>
 #include <QToolTip>
 #include <algorithm>
 
@@ -12,6 +15,31 @@ namespace {
 
 constexpr int kRoomAboveAndBelow = 3;  ///< device independent pixels
 
+/// The icon in the colour of selected text: its own colours fade on the highlight.
+QIcon IconOnHighlight(const QStyleOptionViewItem& option) {
+  const bool active = option.state.testFlag(QStyle::State_Active);
+  const QColor color = option.palette.color(active ? QPalette::Active : QPalette::Inactive,
+                                            QPalette::HighlightedText);
+  const qreal ratio = option.widget != nullptr ? option.widget->devicePixelRatioF() : 1.0;
+  const QString key = QStringLiteral("tm_icon_%1_%2_%3_%4")
+                          .arg(option.icon.cacheKey())
+                          .arg(option.decorationSize.width())
+                          .arg(ratio)
+                          .arg(color.rgba());
+  QPixmap pixmap;
+  if (!QPixmapCache::find(key, &pixmap)) {
+    pixmap = option.icon.pixmap(option.decorationSize, ratio);
+    QPainter painter(&pixmap);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(pixmap.rect(), color);
+    painter.end();
+    QPixmapCache::insert(key, pixmap);
+  }
+  QIcon icon(pixmap);
+  icon.addPixmap(pixmap, QIcon::Selected);  // else the style would tint it once more
+  return icon;
+}
+
 }  // namespace
 
 ListDelegate::ListDelegate(const ResultList& list, QObject* parent)
@@ -19,8 +47,9 @@ ListDelegate::ListDelegate(const ResultList& list, QObject* parent)
 
 void ListDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
   QStyledItemDelegate::initStyleOption(option, index);
-  option->state.setFlag(QStyle::State_Selected,
-                        list_.IsSelected(static_cast<std::size_t>(index.row())));
+  const bool selected = list_.IsSelected(static_cast<std::size_t>(index.row()));
+  option->state.setFlag(QStyle::State_Selected, selected);
+  if (selected && !option->icon.isNull()) option->icon = IconOnHighlight(*option);
 }
 
 QSize ListDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {

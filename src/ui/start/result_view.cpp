@@ -15,6 +15,7 @@
 #include "ui/start/list_delegate.h"
 #include "ui/start/list_model.h"
 #include "ui/start/list_selection.h"
+#include "ui/start/list_style.h"
 #include "ui/support/qt_text.h"
 
 namespace tunemeadow {
@@ -42,6 +43,10 @@ ResultView::ResultView(ResultList& list, const QString& name, QWidget* parent)
   setSelectionModel(selection_);
   delete standard_selection;
   setItemDelegate(new ListDelegate(list, this));
+  auto* const list_style = new ListStyle;
+  list_style->setParent(this);
+  setStyle(list_style);
+  header()->setStyle(list_style);
   connect(selection_, &ListSelection::Changed, this, [this] {
     untold_ = true;
     viewport()->update();

@@ -9,6 +9,7 @@
 
 #include "ui/start/list_model.h"
 #include "ui/start/list_selection.h"
+#include "ui/start/list_style.h"
 #include "ui/start/result_view.h"
 #include "ui/support/qt_text.h"
 
@@ -20,8 +21,7 @@ constexpr int kRowsToMeasure = 300;  ///< spread over the list
 constexpr int kMostRowsInSight = 200;
 constexpr std::size_t kLongestTexts = 4;
 constexpr int kMostRowsToScan = 200'000;  ///< for the longest texts; of more rows, each second, ...
-constexpr int kMarginOfText = 3;          ///< the style's margin and one pixel, at either side
-constexpr int kRoomBesideIcon = 4;
+constexpr int kRoomForFractions = 2;      ///< widths are whole pixels, letters are not
 
 int PixelsOfTwips(int twips) {
   return static_cast<int>(std::lround(static_cast<double>(twips) / kTwipsPerPixel));
@@ -129,9 +129,10 @@ int ResultView::ContentWidth(int column, const std::vector<int>& rows) const {
     widest = std::max(widest, metrics.horizontalAdvance(model_->ShownText(row, column)));
     if (widest > kWidestAutoSize) break;
   }
-  const int icon = column == 0 ? iconSize().width() + kRoomBesideIcon : 0;
+  const int margins = 2 * ListStyle::kTextMargin + kRoomForFractions;
+  const int icon = column == 0 ? iconSize().width() + ListStyle::kTextMargin : 0;
   return std::min(kWidestAutoSize,
-                  std::max(widest + icon + 2 * kMarginOfText, header()->sectionSizeHint(column)));
+                  std::max(widest + icon + margins, header()->sectionSizeHint(column)));
 }
 
 void ResultView::AutoSize() { AutoSizeColumns(VisibleColumns()); }
