@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QApplication>
+
+#include "core/instance_lock.h"
+#include "core/program_folder.h"
+#include "core/session.h"
+#include "ui/dialogs/frmSplash.h"
+#include "ui/start/frmStart.h"
+#include "ui/support/theme.h"
+
+int main(int argc, char** argv) {
+  using namespace tunemeadow;
+  PrepareApplication();
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("tunemeadow");
+  QApplication::setApplicationDisplayName("Tunemeadow");
+  QApplication::setDesktopFileName("org.tunemeadow.Tunemeadow");
+  // The progress window of the start closes before the main window is shown; the run ends when the
+  // main window has done its unload.
+  QApplication::setQuitOnLastWindowClosed(false);
+  ApplyTheme(application);
+  ApplyTestNames(application);
+
+  InstanceLock lock(ProgramFolder());
+  if (!lock.TryLock()) return 0;
+  ProvideShippedFiles();
+
+  frmSplash splash;
+  splash.show();
+  Session session(ProgramFolder(), ExecutableBaseName());
+  frmStart window(session);
+  QObject::connect(&window, &frmStart::Unloaded, &application, &QApplication::quit,
+                   Qt::QueuedConnection);
+  splash.close();
+  if (!window.Form_Load()) return 1;
+  return QApplication::exec();
+}

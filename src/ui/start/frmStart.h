@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The main window: a frame that holds panels. Its load is the start of the program, its unload the
+// end. It owns the workbench that every command is handed.
+#pragma once
+
+#include <QMainWindow>
+#include <memory>
+
+#include "ui/support/window_interaction.h"
+#include "views/column_layout.h"
+#include "views/workbench.h"
+
+class QAction;
+class QFrame;
+class QLabel;
+class QMenu;
+class QProgressBar;
+class QSplitter;
+class QToolButton;
+
+namespace tunemeadow {
+
+class BottomStrip;
+class CommandPane;
+class DetailPanels;
+class frmPreferences;
+class PicturePane;
+class ResultView;
+class SearchPanels;
+class TreePane;
+
+class frmStart : public QMainWindow, private WorkbenchWatcher {
+  Q_OBJECT
+
+ public:
+  /// `session` must outlive the window.
+  explicit frmStart(Session& session);
+  ~frmStart() override;
+
+  /// The whole start, up to the shown window. False where the program is to end.
+  [[nodiscard]] bool Form_Load();
+
+  [[nodiscard]] Workbench& Bench() noexcept { return bench_; }
+
+  // Commands of menus and buttons.
+  void mnuFileImport_Click();
+  void mnuPreferences_Click();
+  void mnuExit_Click();
+  void mnuHideShowSearchandDetails_Click();
+  void mnuViewFields_Click();
+  void mnuAutoSize_Click();
+  void mnuHelpContents_Click();
+  void mnuAbout_Click();
+  void cmdSuchenExternClick();
+  void cmdResetExternalClick();
+  void ShowPanel(int index);
+
+ signals:
+  /// The window has done its unload; the program may end.
+  void Unloaded();
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  // Building, each panel by itself.
+  void BuildPanes();
+  QWidget* BuildSearchRow();
+  QWidget* BuildDetailRow();
+  QWidget* BuildListRow();
+  void BuildDetailButtons(QWidget* frame);
+  void BuildStatusBar();
+  void BuildMenus();
+  void BuildHistoryMenu(QMenu& menu);
+  void ConnectPanes();
+  void ConnectList(ResultView& view);
+
+  // Steps of the start, in form_load.cpp.
+  void LoadProperties();
+  void ApplyGeometry();
+  void FindCdDrive();
+  void FindPlayer();
+  void BuildLists();
+  void CompactAndRepair();
+  [[nodiscard]] bool OpenCatalogue();
+  void LoadGenresNEU();
+  void FillList();
+  void ShowFirstRun();
+  void Form_Unload();
+
+  // What the workbench tells.
+  void ListCleared() override;
+  void ListFilled() override;
+  void RowChanged(std::size_t row) override;
+  void SelectionSet() override;
+  void SearchFieldsChanged() override;
+  void HistoryChanged() override;
+  void SearchItemsChanged() override;
+  void TotalsChanged() override;
+  void TreeChanged() override;
+  void DetailsChanged() override;
+  void PictureChanged() override;
+  void ListInViewChanged() override;
+
+  // What the person does in the list.
+  void SortBy(ResultView& view, int column);
+  void ShowListMenu(const QPoint& where);
+  void FilesDropped(const std::vector<std::string>& paths);
+  void ApplyPreferences();
+  void SetTreeVisible(bool visible);
+  void SetPanesVisible(bool visible);
+  void ShowBigger(const QString& title, const QString& text);
+  [[nodiscard]] ResultView& ViewInView() noexcept;
+
+  Session& session_;
+  WindowInteraction interaction_;
+  Workbench bench_;
+
+  SearchPanels* search_panels_ = nullptr;
+  CommandPane* command_pane_ = nullptr;
+  DetailPanels* detail_panels_ = nullptr;
+  PicturePane* picture_pane_ = nullptr;
+  TreePane* tree_pane_ = nullptr;
+  ResultView* list_view_ = nullptr;
+  ResultView* playlist_view_ = nullptr;
+  BottomStrip* bottom_strip_ = nullptr;
+  QSplitter* list_splitter_ = nullptr;
+  QFrame* search_frame_ = nullptr;
+  QFrame* detail_frame_ = nullptr;
+  QToolButton* next_button_ = nullptr;
+  QToolButton* previous_button_ = nullptr;
+  QLabel* status_label_ = nullptr;
+  QProgressBar* progress_bar_ = nullptr;
+  QMenu* list_menu_ = nullptr;
+  QAction* panes_action_ = nullptr;
+  std::unique_ptr<frmPreferences> preferences_;
+  ColumnLayout columns_;
+  int stored_tree_selector_ = -1;
+  bool unloaded_ = false;
+};
+
+}  // namespace tunemeadow

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the person asks of the main window, each in one call to the procedure that does it.
+#include <QCloseEvent>
+#include <QMenu>
+#include <QToolButton>
+
+#include "core/batch.h"
+#include "core/paths.h"
+#include "library/import.h"
+#include "ui/dialogs/frmConfigureColumns.h"
+#include "ui/dialogs/frmEditor.h"
+#include "ui/dialogs/frmImport.h"
+#include "ui/dialogs/frmPreferences.h"
+#include "ui/start/bottom_strip.h"
+#include "ui/start/command_pane.h"
+#include "ui/start/detail_panels.h"
+#include "ui/start/frmStart.h"
+#include "ui/start/picture_pane.h"
+#include "ui/start/result_view.h"
+#include "ui/start/search_panels.h"
+#include "ui/start/tree_pane.h"
+#include "ui/support/help_pages.h"
+#include "ui/support/qt_text.h"
+#include "views/drag_out.h"
+
+namespace tunemeadow {
+
+void frmStart::ConnectPanes() {
+  connect(search_panels_, &SearchPanels::SearchRequested, this, &frmStart::cmdSuchenExternClick);
+  connect(command_pane_, &CommandPane::SearchRequested, this, &frmStart::cmdSuchenExternClick);
+  connect(command_pane_, &CommandPane::ResetRequested, this, &frmStart::cmdResetExternalClick);
+  connect(command_pane_, &CommandPane::PanelRequested, this, &frmStart::ShowPanel);
+  connect(command_pane_, &CommandPane::HistoryRequested, this, [this](int index) {
+    if (!session_.busy) mnuSuche_Click(bench_, static_cast<std::size_t>(index));
+  });
+  connect(tree_pane_, &TreePane::DatabaseClicked, this, [this] {
+    cmdResetExternalClick();
+    cmdSuchenExternClick();
+  });
+  connect(bottom_strip_, &BottomStrip::TreeToggled, this,
+          [this] { SetTreeVisible(tree_pane_->isHidden()); });
+  connect(bottom_strip_, &BottomStrip::PictureToggled, this, [this](bool shown) {
+    bench_.show_picture = shown;
+    session_.ini.SaveString(kConfigSection, "chkPicShow", shown ? "1" : "0");
+    picture_pane_->setVisible(shown && search_frame_->isVisible());
+    ListView1_ItemExternClick(bench_);
+  });
+  connect(detail_panels_, &DetailPanels::BiggerRequested, this, &frmStart::ShowBigger);
+  connect(next_button_, &QToolButton::clicked, this, [this] { cmdItemBlaetter_Click(bench_, 0); });
+  connect(previous_button_, &QToolButton::clicked, this,
+          [this] { cmdItemBlaetter_Click(bench_, 1); });
+  ConnectList(*list_view_);
+  ConnectList(*playlist_view_);
+}
+
+void frmStart::ConnectList(ResultView& view) {
+  connect(&view, &ResultView::HeaderClicked, this,
+          [this, &view](int column) { SortBy(view, column); });
+  connect(&view, &ResultView::ItemClicked, this, [this](int row) {
+    if (!session_.busy) ListView1_ItemClick(bench_, static_cast<std::size_t>(row));
+  });
+  connect(&view, &ResultView::ReturnPressed, this, [this] { detail_panels_->FocusFirst(); });
+  connect(&view, &ResultView::ContextMenuRequested, this, &frmStart::ShowListMenu);
+  connect(&view, &ResultView::HeaderContextMenuRequested, this, &frmStart::ShowListMenu);
+  connect(&view, &ResultView::FilesDropped, this, &frmStart::FilesDropped);
+  connect(&view, &ResultView::UnsupportedDrop, this, [this] { FilesDropped({}); });
+  connect(&view, &ResultView::DragCompleted, this, [this] { ListView1_OLECompleteDrag(bench_); });
+}
+
+void frmStart::SortBy(ResultView& view, int column) {
+  if (session_.busy) return;
+  view.Sort(column);
+}
+
+void frmStart::ShowListMenu(const QPoint& where) { list_menu_->popup(where); }
+
+void frmStart::FilesDropped(const std::vector<std::string>& paths) {
+  if (!session_.busy) ImportDropped(bench_, paths);
+}
+
+void frmStart::mnuFileImport_Click() {
+  if (session_.busy) return;
+  frmImport dialog(session_, interaction_, this);
+  if (dialog.exec() == QDialog::Accepted) Command1_Click(bench_);
+}
+
+void frmStart::mnuPreferences_Click() {
+  if (session_.busy) return;
+  preferences_->exec();
+}
+
+void frmStart::mnuExit_Click() { close(); }
+
+void frmStart::mnuHideShowSearchandDetails_Click() {
+  const bool visible = search_frame_->isHidden();
+  SetPanesVisible(visible);
+  session_.ini.SaveString(kConfigSection, "mnuHideShowSearchandDetails",
+                          visible ? "True" : "False");
+}
+
+void frmStart::SetPanesVisible(bool visible) {
+  search_frame_->setVisible(visible);
+  detail_frame_->setVisible(visible);
+  picture_pane_->setVisible(visible && bench_.show_picture);
+}
+
+void frmStart::SetTreeVisible(bool visible) {
+  tree_pane_->setVisible(visible);
+  bottom_strip_->ShowTreeVisible(visible);
+  if (visible) updatetreeview(bench_);
+}
+
+void frmStart::mnuViewFields_Click() {
+  columns_ = list_view_->Layout();
+  frmConfigureColumns dialog(session_, columns_, this);
+  if (dialog.exec() != QDialog::Accepted) return;
+  columns_ = dialog.Layout();
+  list_view_->SetLayout(columns_);
+}
+
+void frmStart::mnuAutoSize_Click() { ViewInView().AutoSize(); }
+
+void frmStart::mnuHelpContents_Click() { OpenHelpPage(session_, "index.html"); }
+
+void frmStart::mnuAbout_Click() {
+  interaction_.ShowMessage(
+      {.text = "Tunemeadow " TM_VERSION "\nA catalogue for one person's collection of audio files.",
+       .title = "About Tunemeadow",
+       .icon = Icon::kInformation});
+}
+
+void frmStart::cmdSuchenExternClick() {
+  if (session_.busy) return;
+  bench_.search = search_panels_->Read();
+  cmdSuchen(bench_);
+}
+
+void frmStart::cmdResetExternalClick() { cmdReset_Click(bench_); }
+
+void frmStart::ShowPanel(int index) {
+  search_panels_->setCurrentIndex(index);
+  detail_panels_->setCurrentIndex(index);
+  command_pane_->SetPanel(index);
+}
+
+void frmStart::ShowBigger(const QString& title, const QString& text) {
+  frmEditor editor(this);
+  editor.ShowText(title, text);
+}
+
+void frmStart::closeEvent(QCloseEvent* event) {
+  // A batch runs on this very thread: it must end before the connection goes from under it.
+  if (session_.busy) {
+    session_.CancelRequested = true;
+    event->ignore();
+    return;
+  }
+  Form_Unload();
+  event->accept();
+}
+
+}  // namespace tunemeadow

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The menus of the main window, as data. An entry stands here from the day on which its command
+// works.
+#include <QAction>
+#include <QIcon>
+#include <QMenu>
+#include <QMenuBar>
+#include <array>
+#include <span>
+
+#include "ui/start/command_pane.h"
+#include "ui/start/frmStart.h"
+
+namespace tunemeadow {
+namespace {
+
+struct MenuEntry {
+  const char* name;
+  const char* caption;
+  void (frmStart::*command)();  ///< null: a separator
+  const char* icon = "";
+  const char* shortcut = "";
+};
+
+constexpr std::array kFileMenu{
+    MenuEntry{"mnuFileImport", "&Import files...", &frmStart::mnuFileImport_Click, "import",
+              "Ctrl+I"},
+    MenuEntry{"", "", nullptr},
+    MenuEntry{"mnuPreferences", "&Preferences...", &frmStart::mnuPreferences_Click, "preferences",
+              "Ctrl+,"},
+    MenuEntry{"", "", nullptr},
+    MenuEntry{"mnuExit", "E&xit", &frmStart::mnuExit_Click, "exit", "Ctrl+Q"},
+};
+constexpr std::array kSearchMenu{
+    MenuEntry{"mnuSuchen", "Search &now", &frmStart::cmdSuchenExternClick, "search", "F5"},
+    MenuEntry{"mnuReset", "&Clear fields", &frmStart::cmdResetExternalClick, "reset", "Ctrl+R"},
+    MenuEntry{"", "", nullptr},
+};
+constexpr std::array kViewMenu{
+    MenuEntry{"mnuHideShowSearchandDetails", "&Hide/Show Search and Details",
+              &frmStart::mnuHideShowSearchandDetails_Click, "", "F11"},
+    MenuEntry{"mnuViewFields", "&Configure columns...", &frmStart::mnuViewFields_Click, "columns"},
+    MenuEntry{"mnuAutoSize", "&Autosize columns", &frmStart::mnuAutoSize_Click, "", "Ctrl+Shift+A"},
+};
+constexpr std::array kHelpMenu{
+    MenuEntry{"mnuHelpContents", "&Contents", &frmStart::mnuHelpContents_Click, "help", "F1"},
+    MenuEntry{"mnuAbout", "&About...", &frmStart::mnuAbout_Click, "tunemeadow"},
+};
+
+void FillMenu(frmStart& window, QMenu& menu, std::span<const MenuEntry> entries) {
+  for (const MenuEntry& entry : entries) {
+    if (entry.command == nullptr) {
+      menu.addSeparator();
+      continue;
+    }
+    auto* action = new QAction(QIcon::fromTheme(entry.icon), frmStart::tr(entry.caption), &window);
+    action->setObjectName(QLatin1String(entry.name));
+    action->setShortcut(QKeySequence(QLatin1String(entry.shortcut)));
+    QObject::connect(action, &QAction::triggered, &window,
+                     [&window, command = entry.command] { (window.*command)(); });
+    menu.addAction(action);
+  }
+}
+
+QMenu* AddMenu(frmStart& window, const char* name, const QString& caption,
+               std::span<const MenuEntry> entries) {
+  QMenu* menu = window.menuBar()->addMenu(caption);
+  menu->setObjectName(QLatin1String(name));
+  FillMenu(window, *menu, entries);
+  return menu;
+}
+
+}  // namespace
+
+void frmStart::BuildMenus() {
+  AddMenu(*this, "mnuFile", tr("&File"), kFileMenu);
+  BuildHistoryMenu(*AddMenu(*this, "mnuSearch", tr("Sea&rch"), kSearchMenu));
+  AddMenu(*this, "mnuView", tr("&View"), kViewMenu);
+  AddMenu(*this, "mnuHelp", tr("&Help"), kHelpMenu);
+  list_menu_ = new QMenu(this);
+  list_menu_->setObjectName("mnuItem1");
+  for (const char* name : {"mnuViewFields", "mnuAutoSize"}) {
+    list_menu_->addAction(findChild<QAction*>(QLatin1String(name)));
+  }
+}
+
+void frmStart::BuildHistoryMenu(QMenu& menu) {
+  for (QAction* action : command_pane_->HistoryActions()) menu.addAction(action);
+}
+
+}  // namespace tunemeadow

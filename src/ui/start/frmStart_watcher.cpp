@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the workbench tells, shown.
+#include <QToolButton>
+
+#include "ui/start/bottom_strip.h"
+#include "ui/start/command_pane.h"
+#include "ui/start/detail_panels.h"
+#include "ui/start/frmStart.h"
+#include "ui/start/picture_pane.h"
+#include "ui/start/result_view.h"
+#include "ui/start/search_panels.h"
+#include "ui/start/tree_pane.h"
+#include "ui/support/qt_text.h"
+
+namespace tunemeadow {
+
+void frmStart::ListCleared() { ViewInView().Freeze(); }
+
+void frmStart::ListFilled() { ViewInView().Thaw(); }
+
+void frmStart::RowChanged(std::size_t row) { ViewInView().RowChanged(static_cast<int>(row)); }
+
+void frmStart::SelectionSet() { ViewInView().ShowSelection(); }
+
+void frmStart::SearchFieldsChanged() { search_panels_->Show(bench_.search); }
+
+void frmStart::HistoryChanged() { command_pane_->ShowHistory(bench_.history); }
+
+void frmStart::SearchItemsChanged() {
+  search_panels_->SetItems(bench_.search_items);
+  detail_panels_->SetGenres(bench_.search_items.further_genres);
+}
+
+void frmStart::TotalsChanged() {
+  bottom_strip_->ShowTotals(ToQt(bench_.total_time), ToQt(bench_.total_size));
+}
+
+void frmStart::TreeChanged() {
+  tree_pane_->Show(bench_.tree);
+  search_panels_->SetNames(bench_.tree);
+}
+
+void frmStart::DetailsChanged() {
+  detail_panels_->Show(bench_.details);
+  next_button_->setEnabled(bench_.details.enabled);
+  previous_button_->setEnabled(bench_.details.enabled);
+}
+
+void frmStart::PictureChanged() { picture_pane_->Show(bench_.details); }
+
+void frmStart::ListInViewChanged() {
+  list_view_->setVisible(!bench_.playlist_in_view);
+  playlist_view_->setVisible(bench_.playlist_in_view);
+}
+
+}  // namespace tunemeadow
