@@ -13,7 +13,6 @@ int main(int argc, char** argv) {
   PrepareApplication();
   QApplication application(argc, argv);
   QApplication::setApplicationName("tunemeadow");
-  QApplication::setApplicationDisplayName("Tunemeadow");
   QApplication::setDesktopFileName("org.tunemeadow.Tunemeadow");
   // The progress window of the start closes before the main window is shown; the run ends when the
   // main window has done its unload.

@@ -164,8 +164,10 @@ void DetailPanels::SetGenres(const std::vector<std::string>& further_genres) {
 void DetailPanels::EnableComment(bool enabled) {
   QPlainTextEdit& field = *first_->txtCommentSave;
   field.setEnabled(enabled);
+  // Whoever may not change a comment can still read it.
   QPalette look = palette();
   look.setColor(QPalette::Base, look.color(enabled ? QPalette::Base : QPalette::Button));
+  look.setColor(QPalette::Disabled, QPalette::Text, look.color(QPalette::Active, QPalette::Text));
   field.setPalette(look);
 }
 

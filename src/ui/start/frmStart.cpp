@@ -8,6 +8,7 @@
 #include <QProgressBar>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QStyle>
 #include <QToolButton>
 
 #include "ui/dialogs/frmPreferences.h"
@@ -69,6 +70,7 @@ void frmStart::BuildStatusBar() {
   progress_bar_->setAccessibleName(tr("Progress"));
   progress_bar_->setMaximumWidth(220);
   progress_bar_->hide();
+  status_label_->setIndent(style()->pixelMetric(QStyle::PM_LayoutLeftMargin) / 2);
   statusBar()->setObjectName("StatusBar1");
   statusBar()->addWidget(status_label_, 1);
   statusBar()->addPermanentWidget(progress_bar_);

@@ -51,9 +51,7 @@ SearchCombo::SearchCombo(QWidget* parent) : QComboBox(parent) {
 void SearchCombo::SetValues(std::vector<std::string> values) {
   const QString kept = currentText();
   const QSignalBlocker quiet(this);
-  QAbstractItemModel* old = model();
-  setModel(new ValueModel(std::move(values), this));
-  if (old->parent() == this) old->deleteLater();
+  setModel(new ValueModel(std::move(values), this));  // the old one is the combo's, and goes
   setCurrentIndex(-1);
   setEditText(kept);
 }

@@ -5,8 +5,8 @@
 #include <QEvent>
 #include <QIcon>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyle>
-#include <QStyleFactory>
 #include <QToolTip>
 #include <QWidget>
 
@@ -47,6 +47,18 @@ QPalette DarkPalette() {
   return palette;
 }
 
+/// Fusion, but for the pictures on the buttons of dialogs, which no desktop has any more.
+class ProgramStyle : public QProxyStyle {
+ public:
+  ProgramStyle() : QProxyStyle(QStringLiteral("fusion")) {}
+
+  [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                              QStyleHintReturn* data) const override {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, data);
+  }
+};
+
 class TestNames : public QObject {
  public:
   using QObject::QObject;
@@ -73,7 +85,7 @@ void PrepareApplication() {
 
 void ApplyTheme(QApplication& application) {
   LoadResources();
-  QApplication::setStyle(QStyleFactory::create("fusion"));
+  QApplication::setStyle(new ProgramStyle);
   QIcon::setThemeName("tm");
   application.setWindowIcon(QIcon::fromTheme("tunemeadow"));
   const QByteArray wanted = qgetenv("TUNEMEADOW_PALETTE");
