@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The real main window, driven by itself for bench/run; offscreen, in the program folder that
+// TUNEMEADOW_FOLDER names, which holds a catalogue and settings that are not a first run.
+//
+//   window_bench import FOLDER   one import of the folder through the window
+//   window_bench list            searches and sorts; one JSON object a line: figure, ms, rows
+//   window_bench start           starts to the usable window and ends
+#include <malloc.h>
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+#include <chrono>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+#include "core/program_folder.h"
+#include "core/session.h"
+#include "library/import.h"
+#include "ui/start/frmStart.h"
+#include "ui/start/result_view.h"
+#include "ui/support/theme.h"
+
+namespace {
+
+using namespace tunemeadow;
+
+double CpuMilliseconds() {
+  timespec now{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+double ResidentMib() {
+  std::ifstream statm("/proc/self/statm");
+  long size = 0;
+  long resident = 0;
+  statm >> size >> resident;
+  return static_cast<double>(resident) * 4 / 1024;
+}
+
+/// Answers every message box with its default, as soon as it is up.
+class BoxAnswerer : public QTimer {
+ public:
+  BoxAnswerer() {
+    connect(this, &QTimer::timeout, this, [] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (box != nullptr) box->accept();
+    });
+    start(10);
+  }
+};
+
+void Settle(const QWidget& window) {
+  for (int i = 0; i < 5; ++i) QApplication::processEvents();
+  const_cast<QWidget&>(window).repaint();
+}
+
+void Print(const char* figure, double ms, std::size_t rows, const std::string& statement = {}) {
+  std::string escaped;
+  for (const char c : statement) {
+    if (c == '"' || c == '\\') escaped += '\\';
+    escaped += c;
+  }
+  std::printf("{\"figure\": \"%s\", \"ms\": %.2f, \"rows\": %zu, \"statement\": \"%s\"}\n", figure,
+              ms, rows, escaped.c_str());
+}
+
+/// From the press to the painted list.
+void Search(frmStart& window, const char* figure, const SearchFields& fields) {
+  Workbench& bench = window.Bench();
+  bench.search = fields;
+  bench.Watcher().SearchFieldsChanged();
+  const double before = CpuMilliseconds();
+  window.cmdSuchenExternClick();
+  Settle(window);
+  Print(figure, CpuMilliseconds() - before, bench.ListInView().RowCount(),
+        bench.history.Entries().back().sql);
+}
+
+void Sort(frmStart& window, const char* figure, int column) {
+  auto* view = window.findChild<ResultView*>("ListView1");
+  const double before = CpuMilliseconds();
+  view->Sort(column);
+  Settle(window);
+  Print(figure, CpuMilliseconds() - before, window.Bench().ListInView().RowCount());
+}
+
+void MeasureList(frmStart& window) {
+  SearchFields none;
+  none.cboSongname = "no such title anywhere";
+  Search(window, "nothing", none);
+  malloc_trim(0);
+  const double before = ResidentMib();
+  Search(window, "everything", {});
+  malloc_trim(0);
+  std::printf("{\"figure\": \"memory\", \"mib\": %.1f}\n", ResidentMib() - before);
+  Sort(window, "sort_title", 1);
+  Sort(window, "sort_artist", 2);
+  Sort(window, "sort_quality", 4);
+  Sort(window, "sort_location", 5);
+  Sort(window, "sort_playtime", 9);
+  Sort(window, "sort_size", 10);
+  Sort(window, "sort_date", 14);
+  SearchFields some;
+  some.cboArtistSearch = "umbo";
+  Search(window, "search", some);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  PrepareApplication();
+  QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  ApplyTheme(application);
+  const std::string_view mode = argc > 1 ? argv[1] : "";
+  Session session(ProgramFolder(), "tunemeadow");
+  BoxAnswerer answerer;
+  frmStart window(session);
+  if (!window.Form_Load()) return 1;
+  Settle(window);
+  if (mode == "import" && argc > 2) {
+    session.preferences.lblScan = std::string(argv[2]) + "/";
+    if (Command1_Click(window.Bench()) != ImportEnd::kComplete) return 1;
+    Settle(window);
+  } else if (mode == "list") {
+    MeasureList(window);
+  } else if (mode != "start") {
+    std::fprintf(stderr, "window_bench import FOLDER | list | start\n");
+    return 2;
+  }
+  window.close();
+  return 0;
+}
