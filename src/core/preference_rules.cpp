@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "core/paths.h"
 #include "core/text.h"
 
 namespace tunemeadow {
@@ -108,13 +109,13 @@ void ConfirmFirstRun(Session& session) {
   WriteWithFirstRun(session.ini, std::move(values));
 }
 
-bool PathFitsSettings(Interaction& interaction, const std::string& path) {
-  if (Length(path) <= kLongestStored) return true;
-  interaction.ShowMessage({.text = "The errormessage was:\nunable to open: the path is longer than "
-                                   "255 characters",
-                           .title = "Error",
-                           .icon = Icon::kExclamation});
-  return false;
+bool PathFitsSettings(std::string_view path) noexcept { return Length(path) <= kLongestStored; }
+
+MessageBox PathTooLongBox(std::string_view path) {
+  return {.text = "This can't be used: " + DisplayPath(path) + "\n\nThe errormessage was:\n" +
+                  std::string(kPathTooLong) + "\n\nNothing was changed.",
+          .title = "Error",
+          .icon = Icon::kExclamation};
 }
 
 }  // namespace tunemeadow

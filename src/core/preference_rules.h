@@ -80,8 +80,13 @@ struct PreferenceVerdict {
 /// the import) and `firstrun` as "1".
 void ConfirmFirstRun(Session& session);
 
-/// The settings file cuts a value at 255 characters, so a longer path would come back as another
-/// one. False, after a box, for such a path.
-[[nodiscard]] bool PathFitsSettings(Interaction& interaction, const std::string& path);
+inline constexpr std::string_view kPathTooLong = "the path is longer than 255 characters";
+
+/// Whether the settings file can hold the path. It cuts a value at 255 characters, so a longer path
+/// would come back as another one.
+[[nodiscard]] bool PathFitsSettings(std::string_view path) noexcept;
+
+/// What the person is told of a path that does not fit.
+[[nodiscard]] MessageBox PathTooLongBox(std::string_view path);
 
 }  // namespace tunemeadow

@@ -2,6 +2,7 @@
 #include "ui/dialogs/frmPreferences.h"
 
 #include "core/preference_rules.h"
+#include "library/start_up.h"
 #include "playback/player_detection.h"
 #include "ui/support/help_pages.h"
 #include "ui/support/path_field.h"
@@ -74,10 +75,7 @@ void frmPreferences::ConnectControls() {
   folder(ui_->import.Command2, ui_->import.lblScan, "Import files from");
   folder(ui_->import.Command1, ui_->import.lblPreviewPath, "Save previews in");
   folder(ui_->playing.Command6, ui_->playing.lblConfigCDROM, "Choose CDROM");
-  connect(ui_->main.Command3, &QPushButton::clicked, this, [this] {
-    ChooseFileFor(*ui_->main.lblConfigDB, interaction_,
-                  {.title = "Database location", .filter = "Access-Datenbank (*.mdb)"});
-  });
+  connect(ui_->main.Command3, &QPushButton::clicked, this, &frmPreferences::Command3_Click);
   connect(ui_->main.Command4, &QPushButton::clicked, this, &frmPreferences::Command4_Click);
   connect(ui_->encoding.Command5, &QPushButton::clicked, this, [this] {
     ChooseFileFor(*ui_->encoding.lblEncoderPath, interaction_,
@@ -107,19 +105,28 @@ void frmPreferences::DisableRepair() {
   ui_->main.chkRepair->setEnabled(false);
 }
 
-bool frmPreferences::ChooseDatabase() {
+bool frmPreferences::Command3_Click() {
+  PathField& field = *ui_->main.lblConfigDB;
+  const bool known = !field.Path().empty() && field.Path() != kOtherDatabase;
   FileChoice choice{.title = "Database location",
                     .filter = "Access-Datenbank (*.mdb)",
-                    .start = session_.program_folder};
+                    .start = known ? field.Path() : session_.program_folder};
   for (;;) {
     const auto chosen = interaction_.ChooseFile(choice);
     if (!chosen) return false;
+    if (PathFitsSettings(*chosen)) {
+      field.SetPath(*chosen);
+      return true;
+    }
     choice.start = *chosen;
-    if (!PathFitsSettings(interaction_, *chosen)) continue;
-    session_.preferences.lblConfigDB = *chosen;
-    ui_->main.lblConfigDB->SetPath(*chosen);
-    return true;
+    interaction_.ShowMessage(OpenFailedBox(*chosen, DatabaseError(0, std::string(kPathTooLong))));
   }
+}
+
+bool frmPreferences::ChooseDatabase() {
+  if (!Command3_Click()) return false;
+  session_.preferences.lblConfigDB = ui_->main.lblConfigDB->Path();
+  return true;
 }
 
 int frmPreferences::exec() {

@@ -54,6 +54,8 @@ class frmPreferences : public QDialog {
   void cboEncoder_Click(int index);
   void EnableSavingControls();
   void EnableEncoderControls();
+  /// The chooser of the database; false if nothing was picked.
+  bool Command3_Click();
   void Command4_Click();
 
   std::unique_ptr<Pages> ui_;

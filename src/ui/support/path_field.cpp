@@ -38,19 +38,28 @@ void PathField::SetPath(const std::string& path) {
   setCursorPosition(0);
 }
 
+namespace {
+
+bool TakePath(PathField& field, Interaction& interaction, const std::string& path) {
+  if (!PathFitsSettings(path)) {
+    interaction.ShowMessage(PathTooLongBox(path));
+    return false;
+  }
+  field.SetPath(path);
+  return true;
+}
+
+}  // namespace
+
 void ChooseFolderFor(PathField& field, Interaction& interaction, const std::string& title) {
   const auto chosen = interaction.ChooseFolder(title, field.Path());
-  if (!chosen) return;
-  const std::string folder = WithTrailingSeparator(*chosen);
-  if (PathFitsSettings(interaction, folder)) field.SetPath(folder);
+  if (chosen) (void)TakePath(field, interaction, WithTrailingSeparator(*chosen));
 }
 
 bool ChooseFileFor(PathField& field, Interaction& interaction, FileChoice choice) {
   if (!field.Path().empty()) choice.start = field.Path();
   const auto chosen = interaction.ChooseFile(choice);
-  if (!chosen || !PathFitsSettings(interaction, *chosen)) return false;
-  field.SetPath(*chosen);
-  return true;
+  return chosen && TakePath(field, interaction, *chosen);
 }
 
 }  // namespace tunemeadow

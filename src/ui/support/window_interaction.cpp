@@ -255,10 +255,12 @@ std::optional<std::string> WindowInteraction::ChooseFile(const FileChoice& choic
   if (!choice.filter.empty()) {
     const QString filter = ToQt(choice.filter);
     dialog.setNameFilters({filter, QStringLiteral("All files (*)")});
-    // "Name (*.ext)": a name typed without an extension gets this one.
-    const QString pattern = filter.section(QStringLiteral("*."), 1, 1);
-    dialog.setDefaultSuffix(
-        pattern.section(QLatin1Char(')'), 0, 0).section(QLatin1Char(' '), 0, 0));
+    if (choice.for_saving) {
+      // "Name (*.ext)": a name typed without an extension gets this one.
+      const QString pattern = filter.section(QStringLiteral("*."), 1, 1);
+      dialog.setDefaultSuffix(
+          pattern.section(QLatin1Char(')'), 0, 0).section(QLatin1Char(' '), 0, 0));
+    }
   }
   return RunFileDialog(dialog, choice.start);
 }
