@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Test programs with windows: no screen, the program's own style, dialogs that a test can reach.
+// Test programs with windows: no screen, the program's own look, dialogs that a test can reach.
 #include <gtest/gtest.h>
 
 #include <QApplication>
+
+#include "ui/support/theme.h"
 
 int main(int argc, char** argv) {
   // Set here and not by the test runner: the cases are listed while the program is built.
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   testing::InitGoogleTest(&argc, argv);
-  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-  const QApplication application(argc, argv);
-  QApplication::setStyle(QStringLiteral("fusion"));
+  tunemeadow::PrepareApplication();
+  QApplication application(argc, argv);
+  tunemeadow::ApplyTheme(application);
   QApplication::setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();
 }
