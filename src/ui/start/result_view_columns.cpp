@@ -61,6 +61,7 @@ void ResultView::SetLayout(const ColumnLayout& layout) {
     if (layout[i].width > 0) columns.resizeSection(column, PixelsOfTwips(layout[i].width));
   }
   ApplyOrder(layout);
+  scheduleDelayedItemsLayout();  // rows without a column had no height
   // An index in a hidden column has no place on the screen: nothing would scroll to it.
   if (currentIndex().isValid()) selection_->ShowList(FirstVisibleColumn());
 }

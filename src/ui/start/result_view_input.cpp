@@ -111,7 +111,8 @@ void ResultView::startDrag(Qt::DropActions /*actions*/) {
 }
 
 bool ResultView::TakesDrop(const QDropEvent& event) const {
-  // A disabled window still gets drops. The lists' own rows are files of the catalogue already.
+  // What has entered before a batch disabled the window can still be dropped. The lists' own rows
+  // are in the catalogue already.
   return isEnabled() && qobject_cast<ResultView*>(event.source()) == nullptr;
 }
 

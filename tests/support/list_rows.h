@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Rows for a result list, made of the few cells that a test is about.
+#pragma once
+
+#include <array>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "core/cell_table.h"
+#include "core/track_record.h"
+
+namespace tunemeadow {
+
+using RowCells = std::initializer_list<std::pair<Field, std::string_view>>;
+
+inline void AppendCells(CellTable& rows, RowCells row) {
+  std::array<std::string_view, kTrackFields> cells;
+  for (const auto& [field, text] : row) cells[IndexOf(field)] = text;
+  rows.AppendRow(cells);
+}
+
+inline CellTable ListRows(std::initializer_list<RowCells> rows) {
+  CellTable table(kTrackFields);
+  for (const RowCells& row : rows) AppendCells(table, row);
+  return table;
+}
+
+/// Rows with the uids 1 to `count`, titles that sort the other way round, and /music/<uid>.mp3.
+inline CellTable NumberedRows(int count) {
+  CellTable table(kTrackFields);
+  for (int uid = 1; uid <= count; ++uid) {
+    const std::string number = std::to_string(uid);
+    const std::string title = "t" + std::to_string(10'000'000 - uid);
+    AppendCells(table, {{Field::uid, number},
+                        {Field::Songname, title},
+                        {Field::location, "/music/" + number + ".mp3"}});
+  }
+  return table;
+}
+
+}  // namespace tunemeadow
