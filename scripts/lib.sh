@@ -77,11 +77,13 @@ build_preset() {
   fi
   local quiet=()
   [ -t 1 ] || quiet=(--quiet)
-  # A dry run answers at once whether there is anything to say.
-  if ! ninja -C "$folder" -n "$@" 2>/dev/null | grep -q 'no work to do'; then
+  # A dry run answers at once whether there is anything to say; what is looked at in each build is not.
+  if ninja -C "$folder" -n "$@" 2>/dev/null | grep '^\[' | grep -qv '\] Providing'; then
     say "Building $folder"
-    ninja -C "$folder" "${quiet[@]}" "$@" || fail "the build of $folder failed; the first error stands above"
+  else
+    quiet=(--quiet)
   fi
+  ninja -C "$folder" "${quiet[@]}" "$@" || fail "the build of $folder failed; the first error stands above"
 }
 
 # start_display: a virtual display with a window manager; sets DISPLAY. end_display takes it away.
