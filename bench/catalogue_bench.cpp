@@ -89,9 +89,9 @@ void BM_LikePattern(benchmark::State& state, const char* pattern, const char* te
   const std::string_view value(text);
   for (auto _ : state) benchmark::DoNotOptimize(prepared.Matches(value));
 }
-BENCHMARK_CAPTURE(BM_LikePattern, ascii, "%umbo%", "Blenda Troast Gr");
-BENCHMARK_CAPTURE(BM_LikePattern, accented, "%umbo%", "Blénda Tröast Gr");
-BENCHMARK_CAPTURE(BM_LikePattern, accented_pattern, "%ümbo%", "Blénda Tröast Gr");
+BENCHMARK_CAPTURE(BM_LikePattern, ascii, "%istt%", "Blenda Troast Gr");
+BENCHMARK_CAPTURE(BM_LikePattern, accented, "%istt%", "Blénda Tröast Gr");
+BENCHMARK_CAPTURE(BM_LikePattern, accented_pattern, "%ïstt%", "Blénda Tröast Gr");
 BENCHMARK_CAPTURE(BM_LikePattern, hostile, "%a%a%a%a%a%a%a%a%b",
                   "aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaa");
 
@@ -191,9 +191,9 @@ void RegisterSelects() {
   };
   const std::string everything = std::string(kSelect) + std::string(kOrder);
   const Figure figures[] = {
-      {"artist", Search("Artist", "umbo", '"'), Search("Artist", "umbo", '\'')},
-      {"location", Search("Location", "fate", '"'), Search("Location", "fate", '\'')},
-      {"lyrics", Search("Lyrics", "umbo", '"'), Search("Lyrics", "umbo", '\'')},
+      {"artist", Search("Artist", "istt", '"'), Search("Artist", "istt", '\'')},
+      {"location", Search("Location", "strou", '"'), Search("Location", "strou", '\'')},
+      {"lyrics", Search("Lyrics", "strou", '"'), Search("Lyrics", "strou", '\'')},
       {"everything", everything, everything},
   };
   for (const Figure& figure : figures) {
