@@ -10,7 +10,7 @@ of their own:
         program.wait(lambda: program.rows("ListView1") == 3, "three rows")
 
 A control is named by its object name or by what find() returned. Every wait has an end, and says what
-it waited for.
+it waited for. What goes wrong inside the "with" leaves a picture of the display in TM_FAILED_PICTURE.
 """
 import os
 import signal
@@ -83,12 +83,14 @@ class Program:
         self.process = subprocess.Popen(self.command, env=self.environment, stdin=subprocess.DEVNULL)
         try:
             self.root = wait(self._application, f"{self.command[0]} on the accessibility bus", 30)
-        except BaseException:
-            self.__exit__(None, None, None)
+        except BaseException as failure:
+            self.__exit__(type(failure))
             raise
         return self
 
-    def __exit__(self, *unused):
+    def __exit__(self, failure, *unused):
+        if failure and os.environ.get("TM_FAILED_PICTURE"):
+            self.picture(os.environ["TM_FAILED_PICTURE"])
         if self.process.poll() is None:
             self.process.send_signal(signal.SIGTERM)
             try:
@@ -171,6 +173,20 @@ class Program:
         if words:
             xdotool("type", "--delay", 8, words)
         wait(lambda: Atspi.Text.get_text(field, 0, -1) == words, f"the field to hold {words!r}", 10)
+
+    def choose_folder(self, button, folder):
+        """Presses a button that opens a folder dialog, and chooses `folder` there."""
+        self.click(button)
+        field = self.find("fileNameEdit")
+        self.fill(field, str(folder))
+        # The first Return may only close the list of suggestions.
+        def closed():
+            if self.sees("fileNameEdit") is None:
+                return True
+            self.key("Return")
+            time.sleep(0.3)
+            return False
+        wait(closed, "the folder dialog to close")
 
     def menu(self, *path):
         for step in path:

@@ -49,7 +49,7 @@ def imported(album, library):
     program = album.program
     program.menu("File", "Import files...")
     dialog = program.find("frmImport")
-    program.fill(program.find("lblScan", root=dialog), str(library))
+    program.choose_folder(program.find("Command2", root=dialog), library)
     album.take("frmImport")
     program.click(program.find("cmdOK", root=dialog))
     program.find(role="alert")
@@ -115,19 +115,15 @@ def main():
     with tempfile.TemporaryDirectory(prefix="tunemeadow-screens-") as work:
         with Program(executable, os.path.join(work, "program")) as program:
             album = Album(program, out)
-            try:
-                first_start(album)
-                imported(album, library)
-                main_window(album)
-                album.window("frmConfigureColumns", lambda: program.menu("View", "Configure columns..."), "cmdCancel")
-                preferences(album)
-                album.window("frmEditor", lambda: program.click("cmdBigger_txtCommentSave"), "cmdCancel")
-                program.menu("Help", "About...")
-                album.take("about")
-                program.box("OK")
-            except BaseException:
-                album.take("failed")
-                raise
+            first_start(album)
+            imported(album, library)
+            main_window(album)
+            album.window("frmConfigureColumns", lambda: program.menu("View", "Configure columns..."), "cmdCancel")
+            preferences(album)
+            album.window("frmEditor", lambda: program.click("cmdBigger_txtCommentSave"), "cmdCancel")
+            program.menu("Help", "About...")
+            album.take("about")
+            program.box("OK")
         big_list(executable, out, pathlib.Path(work))
 
 
