@@ -85,9 +85,10 @@ DetailPanels::DetailPanels(QWidget* parent)
   for (QLineEdit* line : findChildren<QLineEdit*>()) line->setReadOnly(true);
   for (QPlainTextEdit* field : findChildren<QPlainTextEdit*>()) {
     field->setReadOnly(true);
+    // What a text field would like is a quarter of the window: that room is the list's.
+    field->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     field->setMinimumHeight(HeightOf(*field, 2));
   }
-  first_->txtCommentSave->setMaximumHeight(HeightOf(*first_->txtCommentSave, 3));
   // A combo cannot be read-only and keep its look: it shows its text and no list.
   first_->cboGenre1->setEditable(true);
   first_->cboGenre1->lineEdit()->setReadOnly(true);
