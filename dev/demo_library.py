@@ -23,12 +23,15 @@ ALBUMS, TRACKS = 3, 9
 
 
 def covers(folder, count):
-    """Soft clouds of colour, the same ones each time."""
+    """A round sun over a ground of two colours, other ones for each album."""
     made = []
     for number in range(count):
+        hue, sun = number * 47 % 360, 120 + number * 53 % 240
         path = folder / f"cover{number}.jpg"
-        subprocess.run(["convert", "-seed", str(number + 7), "-size", "480x480", "plasma:fractal", "-blur", "0x6",
-                        "-modulate", f"105,70,{number * 37 % 200}", "-quality", "80", str(path)], check=True)
+        subprocess.run(["convert", "-size", "480x480", f"gradient:hsl({hue},45%,72%)-hsl({(hue + 40) % 360},50%,28%)",
+                        "-fill", f"hsl({(hue + 180) % 360},60%,85%)", "-draw", f"circle {sun},190 {sun + 70},190",
+                        "-fill", f"hsl({(hue + 60) % 360},45%,20%)", "-draw", "rectangle 0,350 480,480",
+                        "-quality", "85", str(path)], check=True)
         made.append(path.read_bytes())
         path.unlink()
     return made

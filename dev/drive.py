@@ -144,7 +144,9 @@ class Program:
         place = Atspi.Component.get_extents(accessible, Atspi.CoordType.SCREEN)
         # A check box is as wide as its row; its mark and words are at the left.
         x = place.x + (8 if accessible.get_role_name() in ("check box", "radio button") else place.width // 2)
-        xdotool("mousemove", "--sync", x, place.y + place.height // 2,
+        # The toolkit tells places in its own pixels, of which a scaled display has several each.
+        scale = float(os.environ.get("QT_SCALE_FACTOR", "1"))
+        xdotool("mousemove", "--sync", int(x * scale), int((place.y + place.height // 2) * scale),
                 "click", "--repeat", times, "--delay", 40, button)
 
     @staticmethod

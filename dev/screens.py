@@ -45,7 +45,7 @@ def first_start(album):
     wait(lambda: program.sees("frmStartInfos") is None, "the welcome to close")
 
 
-def imported(album, library):
+def imported(album, music):
     program = album.program
     program.menu("File", "Import files...")
     dialog = program.find("frmImport")
@@ -76,13 +76,19 @@ def main_window(album):
     program.click(program.cell("ListView1", 4, 1))
     wait(lambda: program.text("txtTitelSave"), "the details")
     for panel in (3, 2, 1):
-        program.click(program.find(role="push button", text=f"Panel {panel}"))
+        program.click(f"cmdSwitch_{panel - 1}")
         album.take(f"panel_{panel}")
     program.fill("cboArtistSearch", "an")
     program.click("cmdSuchen")
     program.wait(lambda: program.rows("ListView1") > 2, "a result")
     program.click(program.cell("ListView1", 2, 1))
     album.take("main")
+    program.window_picture(str(album.out / "readme.png"))
+    program.click("Image1")
+    program.find("frmPicture")
+    album.take("frmPicture")
+    program.key("Escape")
+    wait(lambda: program.sees("frmPicture") is None, "the large picture to close")
     program.menu("File")
     album.take("menu_file")
     program.key("Escape", "Escape")
@@ -112,11 +118,14 @@ def big_list(executable, out, work):
 def main():
     executable, library, out = sys.argv[1], pathlib.Path(sys.argv[2]).resolve(), pathlib.Path(sys.argv[3])
     out.mkdir(parents=True, exist_ok=True)
-    with tempfile.TemporaryDirectory(prefix="tunemeadow-screens-") as work:
+    with tempfile.TemporaryDirectory(prefix="Music-") as work:
+        # Copied, so that the pictures show no path of the machine that they were made on.
+        music = pathlib.Path(work) / "Collection"
+        subprocess.run(["cp", "-r", "--sparse=always", library, music], check=True)
         with Program(executable, os.path.join(work, "program")) as program:
             album = Album(program, out)
             first_start(album)
-            imported(album, library)
+            imported(album, music)
             main_window(album)
             album.window("frmConfigureColumns", lambda: program.menu("View", "Configure columns..."), "cmdCancel")
             preferences(album)
