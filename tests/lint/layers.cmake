@@ -12,6 +12,7 @@ foreach(command IN ITEMS library playback reports tools)
   set(below_${command} core audio platform views)
 endforeach()
 set(below_ui core audio platform views library playback reports tools)
+set(below_repairdb core)           # a program of its own
 set(below_main ${below_ui} ui)     # files that stand in src/ itself
 set(folders core audio platform views library playback reports tools ui)
 
