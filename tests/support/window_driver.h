@@ -66,14 +66,19 @@ class WhenModal {
   bool came_ = false;
 };
 
-/// Answers the message boxes that come while it lives, in their order.
+/// Answers the message boxes that come while it lives, in their order. Of several the newest does.
 class BoxAnswers {
  public:
-  BoxAnswers(std::initializer_list<QMessageBox::StandardButton> answers) : answers_(answers) {
+  BoxAnswers(std::initializer_list<QMessageBox::StandardButton> answers)
+      : answers_(answers), older_(newest_) {
+    newest_ = this;
     QObject::connect(&timer_, &QTimer::timeout, [this] { Answer(); });
     timer_.start(2);
   }
-  ~BoxAnswers() { EXPECT_TRUE(answers_.empty()) << "a box that was expected did not come"; }
+  ~BoxAnswers() {
+    newest_ = older_;
+    EXPECT_TRUE(answers_.empty()) << "a box that was expected did not come";
+  }
   BoxAnswers(const BoxAnswers&) = delete;
   BoxAnswers& operator=(const BoxAnswers&) = delete;
 
@@ -82,7 +87,7 @@ class BoxAnswers {
  private:
   void Answer() {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box == nullptr || !box->isVisible()) return;
+    if (newest_ != this || box == nullptr || !box->isVisible()) return;
     seen.push_back((box->windowTitle() + QStringLiteral(": ") + box->text()).toStdString());
     QAbstractButton* button = answers_.empty() ? nullptr : box->button(answers_.front());
     if (button == nullptr) {
@@ -94,7 +99,10 @@ class BoxAnswers {
     QTest::mouseClick(button, Qt::LeftButton);
   }
 
+  inline static BoxAnswers* newest_ = nullptr;
+
   std::deque<QMessageBox::StandardButton> answers_;
+  BoxAnswers* older_;
   QTimer timer_;
 };
 

@@ -216,7 +216,7 @@ TEST_F(Dialogs, ColumnsThatAreAllHiddenCanBeCheckedAgain) {
 
 TEST_F(Dialogs, TheSplashHasAPictureAndNoBorder) {
   frmSplash splash;
-  splash.Appear();
+  splash.show();
   EXPECT_TRUE(splash.isVisible());
   EXPECT_EQ(splash.windowTitle(), "Loading...");
   EXPECT_FALSE(Find<QLabel>(splash, "Image1").pixmap().isNull());

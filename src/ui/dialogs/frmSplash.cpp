@@ -33,10 +33,11 @@ frmSplash::frmSplash()
 
 frmSplash::~frmSplash() = default;
 
-void frmSplash::Appear() {
+void frmSplash::setVisible(bool visible) {
+  if (!visible || isVisible()) return QFrame::setVisible(visible);
   adjustSize();
   move(QApplication::primaryScreen()->availableGeometry().center() - rect().center());
-  show();
+  QFrame::setVisible(true);
   QTimer patience;
   patience.setSingleShot(true);
   patience.start(kLongestWait);

@@ -19,9 +19,9 @@ class frmSplash : public QFrame {
   frmSplash();
   ~frmSplash() override;
 
-  /// Shows the window in the middle of the screen and waits a moment until it is painted: nobody
-  /// else paints it before the start is over.
-  void Appear();
+  /// Shown, it stands in the middle of the screen, and show() waits a moment until it is painted:
+  /// nobody else would paint it before the start is over.
+  void setVisible(bool visible) override;
 
  private:
   std::unique_ptr<Ui::frmSplash> ui_;
