@@ -21,9 +21,8 @@
 #include "audio/mp3reader.h"
 #include "support/mp3_builder.h"
 
+namespace tunemeadow {
 namespace {
-
-using namespace tunemeadow;  // NOLINT: one file, one program
 
 constexpr int kFiles = 2000;
 
@@ -177,5 +176,6 @@ void SyncSearchInNoise(benchmark::State& state) {
 BENCHMARK(SyncSearchInNoise)->Unit(benchmark::kMillisecond);
 
 }  // namespace
+}  // namespace tunemeadow
 
 BENCHMARK_MAIN();

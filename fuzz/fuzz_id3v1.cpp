@@ -6,11 +6,11 @@
 #include "audio/mdl_ID3.h"
 #include "fuzz/fuzz_target.h"
 
-using namespace tunemeadow;        // NOLINT: one file, one program
-using namespace tunemeadow::fuzz;  // NOLINT
+namespace tunemeadow::fuzz {
+namespace {
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string bytes = Stretched(Input(data, size));
+void Run(std::string_view input) {
+  const std::string bytes = Stretched(input);
   const bool expected =
       bytes.size() >= 128 && std::string_view(bytes).substr(bytes.size() - 128, 3) == "TAG";
   const UnnamedFile real(bytes);
@@ -20,6 +20,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(std::memcmp(&tag, bytes.data() + bytes.size() - 128, 128) == 0, "the record is whole");
     Require(GenreName(tag.Genre).has_value(), "every genre byte has an entry");
   }
-  (void)GenreNumberFromName(Input(data, size));
+  (void)GenreNumberFromName(input);
+}
+
+}  // namespace
+}  // namespace tunemeadow::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  tunemeadow::fuzz::Run(tunemeadow::fuzz::Input(data, size));
   return 0;
 }

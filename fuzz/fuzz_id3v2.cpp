@@ -4,9 +4,7 @@
 #include "fuzz/fuzz_target.h"
 #include "support/plain_id3v2.h"
 
-using namespace tunemeadow;        // NOLINT: one file, one program
-using namespace tunemeadow::fuzz;  // NOLINT
-
+namespace tunemeadow::fuzz {
 namespace {
 
 void Compare(const std::string& bytes) {
@@ -22,14 +20,19 @@ void Compare(const std::string& bytes) {
   Require(plain::Fields(from_file) == plain::Fields(measure), "the same fields from a file");
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view input = Input(data, size);
+void Run(std::string_view input) {
   Compare(std::string(input));
   // The same behind a header of its own, so that frames need not be guessed behind a good one.
   Compare("ID3\3" + std::string(4, '\0') + "\x7F\x7F" + std::string(input));
   const GenreText genre = SplitGenreText(input);
-  Require(genre.number.size() + genre.name.size() <= size, "a genre text has only its own letters");
+  Require(genre.number.size() + genre.name.size() <= input.size(),
+          "a genre text has only its own letters");
+}
+
+}  // namespace
+}  // namespace tunemeadow::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  tunemeadow::fuzz::Run(tunemeadow::fuzz::Input(data, size));
   return 0;
 }

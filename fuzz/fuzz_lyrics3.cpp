@@ -4,9 +4,7 @@
 #include "audio/lyrics3.h"
 #include "fuzz/fuzz_target.h"
 
-using namespace tunemeadow;        // NOLINT: one file, one program
-using namespace tunemeadow::fuzz;  // NOLINT
-
+namespace tunemeadow::fuzz {
 namespace {
 
 std::string Fields(const Lyrics3& l) {
@@ -30,14 +28,18 @@ void ReadOne(const std::string& bytes) {
   Require(Fields(from_file) == Fields(lyrics), "file and memory agree on the fields");
 }
 
+void Run(std::string_view input) {
+  ReadOne(Stretched(input));
+  // The same as the fields of a block that is otherwise good.
+  std::string digits = std::to_string(input.size() + 11);
+  digits.insert(0, digits.size() < 6 ? 6 - digits.size() : 0, '0');
+  ReadOne(std::string(143, 'x') + "LYRICSBEGIN" + std::string(input) + digits + "LYRICS200");
+}
+
 }  // namespace
+}  // namespace tunemeadow::fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  ReadOne(Stretched(Input(data, size)));
-  // The same as the fields of a block that is otherwise good.
-  std::string digits = std::to_string(size + 11);
-  digits.insert(0, digits.size() < 6 ? 6 - digits.size() : 0, '0');
-  ReadOne(std::string(143, 'x') + "LYRICSBEGIN" + std::string(Input(data, size)) + digits +
-          "LYRICS200");
+  tunemeadow::fuzz::Run(tunemeadow::fuzz::Input(data, size));
   return 0;
 }

@@ -4,9 +4,7 @@
 #include "audio/mp3reader.h"
 #include "fuzz/fuzz_target.h"
 
-using namespace tunemeadow;        // NOLINT: one file, one program
-using namespace tunemeadow::fuzz;  // NOLINT
-
+namespace tunemeadow::fuzz {
 namespace {
 
 std::string Values(const Mp3Info& i) {
@@ -23,10 +21,8 @@ std::string Values(const Mp3Info& i) {
          "|" + i.Comment;
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string bytes = Stretched(Input(data, size));
+void Run(std::string_view input) {
+  const std::string bytes = Stretched(input);
   FileBytes file;
   file.OpenMemory(bytes);
   Mp3Info info;
@@ -42,5 +38,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Mp3Info from_file;
   ReadMp3Info(real.Path(), true, true, from_file);
   Require(Values(info) == Values(from_file), "file and memory agree");
+}
+
+}  // namespace
+}  // namespace tunemeadow::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  tunemeadow::fuzz::Run(tunemeadow::fuzz::Input(data, size));
   return 0;
 }

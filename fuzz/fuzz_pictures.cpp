@@ -3,9 +3,7 @@
 #include "audio/id3v2_pictures.h"
 #include "fuzz/fuzz_target.h"
 
-using namespace tunemeadow;        // NOLINT: one file, one program
-using namespace tunemeadow::fuzz;  // NOLINT
-
+namespace tunemeadow::fuzz {
 namespace {
 
 void ReadOne(const std::string& bytes) {
@@ -23,14 +21,18 @@ void ReadOne(const std::string& bytes) {
           "nothing twice");
 }
 
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::string_view input = Input(data, size);
+void Run(std::string_view input) {
   ReadOne(std::string(input));
   ReadOne("ID3\3" + std::string(4, '\0') +
           "\x7F\x7F"
           "APIC" +
           std::string(2, '\0') + "\x7F" + std::string(3, '\0') + std::string(input));
+}
+
+}  // namespace
+}  // namespace tunemeadow::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  tunemeadow::fuzz::Run(tunemeadow::fuzz::Input(data, size));
   return 0;
 }
