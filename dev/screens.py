@@ -45,7 +45,7 @@ def first_start(album):
     wait(lambda: program.sees("frmStartInfos") is None, "the welcome to close")
 
 
-def imported(album, music):
+def imported(album, library):
     program = album.program
     program.menu("File", "Import files...")
     dialog = program.find("frmImport")
