@@ -64,7 +64,8 @@ void ListModel::ShowRows() {
 }
 
 void ListModel::RowsReordered() {
-  if (rows_ > 0) emit dataChanged(index(0, 0), index(rows_ - 1, columnCount() - 1));
+  emit layoutAboutToBeChanged({}, VerticalSortHint);
+  emit layoutChanged({}, VerticalSortHint);
 }
 
 void ListModel::RowChanged(int row) {

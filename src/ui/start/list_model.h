@@ -34,7 +34,8 @@ class ListModel : public QAbstractTableModel {
   /// The rows that the list holds now. Selection and current index of the views go.
   void ShowRows();
 
-  /// The same rows in another order or with other texts; views keep their place.
+  /// The same rows in another order. Indexes stay where they are: who keeps one that is to follow
+  /// its row finds the row anew.
   void RowsReordered();
   void RowChanged(int row);
 

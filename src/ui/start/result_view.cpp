@@ -150,6 +150,7 @@ void ResultView::ShowOrder() {
   const bool follow =
       focus_is_chosen_ && focused.isValid() && viewport()->rect().intersects(focused);
   const int place = verticalScrollBar()->value();
+  selection_->reset();  // else Qt would take note of each selected row
   model_->RowsReordered();
   ShowSortMark();
   ShowSelection();
