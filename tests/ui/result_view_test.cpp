@@ -242,6 +242,7 @@ TEST_F(ResultViewTest, TheContextMenuComesForTheRowUnderTheMouse) {
   QTest::mousePress(view_.viewport(), Qt::RightButton, {}, PlaceOf(4));
   menu(QContextMenuEvent::Mouse, PlaceOf(4));
   EXPECT_THAT(list_.SelectedRows(), ElementsAre(4));
+  QTest::mouseRelease(view_.viewport(), Qt::RightButton, {}, PlaceOf(4));
   menu(QContextMenuEvent::Keyboard, QPoint(0, 0));
   ASSERT_EQ(asked.size(), 2U);
   EXPECT_EQ(asked[0], PlaceOf(4));
