@@ -32,7 +32,7 @@
 namespace tunemeadow {
 namespace {
 
-constexpr int kStandardTreePixels = 190;
+constexpr int kStandardTreePixels = 230;
 
 QSize ScreenPixels() {
   const QScreen* screen = QGuiApplication::primaryScreen();

@@ -18,18 +18,18 @@ namespace tunemeadow {
 namespace {
 
 QPalette DarkPalette() {
-  const QColor window(0x2b, 0x2d, 0x30);
-  const QColor base(0x20, 0x21, 0x24);
+  const QColor window(0x35, 0x38, 0x3c);
+  const QColor base(0x1e, 0x1f, 0x22);
   const QColor text(0xe4, 0xe6, 0xe8);
   const QColor dim(0x8a, 0x8d, 0x91);
   QPalette palette(window);
   palette.setColor(QPalette::Window, window);
   palette.setColor(QPalette::WindowText, text);
   palette.setColor(QPalette::Base, base);
-  palette.setColor(QPalette::AlternateBase, QColor(0x26, 0x28, 0x2b));
+  palette.setColor(QPalette::AlternateBase, QColor(0x24, 0x26, 0x29));
   palette.setColor(QPalette::Text, text);
   palette.setColor(QPalette::PlaceholderText, dim);
-  palette.setColor(QPalette::Button, QColor(0x35, 0x38, 0x3c));
+  palette.setColor(QPalette::Button, QColor(0x41, 0x45, 0x4a));
   palette.setColor(QPalette::ButtonText, text);
   palette.setColor(QPalette::BrightText, Qt::white);
   palette.setColor(QPalette::ToolTipBase, QColor(0x3a, 0x3d, 0x41));
