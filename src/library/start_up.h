@@ -14,9 +14,9 @@ namespace tunemeadow {
 inline constexpr const char* kRepairTool = "RepairDB.exe";
 
 /// Starts the repair tool in the background, without waiting: it writes a compacted copy of the
-/// catalogue to compact.mdb in the program folder, which a later start takes over. The tool is looked
-/// for in the program folder, then in `shipped_folder`. False where there is none; a tool that is
-/// there and cannot be started counts as started, as nobody waits for it.
+/// catalogue to compact.mdb in the program folder, which a later start takes over. The tool is
+/// looked for in the program folder, then in `shipped_folder`. False where there is none; a tool
+/// that is there and cannot be started counts as started, as nobody waits for it.
 [[nodiscard]] bool StartRepairTool(const Session& session, ProcessStarter& starter,
                                    const std::string& shipped_folder);
 

@@ -27,9 +27,9 @@ TEST(ReadWindowState, AMinimisedWindowComesUpNormalAndSmall) {
 }
 
 TEST(ReadWindowState, PlaceLosesItsSignAndNonsenseFallsBackToTheScreen) {
-  const WindowState window = ReadWindowState(
-      {{"LEFT", "-150"}, {"Top", "-45,5"}, {"Width", "wide"}, {"Height", "1e300"}}, kScreenWidth,
-      kScreenHeight);
+  const WindowState window =
+      ReadWindowState({{"LEFT", "-150"}, {"Top", "-45,5"}, {"Width", "wide"}, {"Height", "1e300"}},
+                      kScreenWidth, kScreenHeight);
   EXPECT_EQ(window.left, 150);
   EXPECT_EQ(window.top, 45.5);
   EXPECT_EQ(window.width, 17280);

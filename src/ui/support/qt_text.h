@@ -2,10 +2,9 @@
 // Texts and paths across the border to Qt.
 #pragma once
 
+#include <QString>
 #include <string>
 #include <string_view>
-
-#include <QString>
 
 namespace tunemeadow {
 
