@@ -116,7 +116,7 @@ std::string_view FileBytes::ReadSome(std::int64_t offset, std::size_t count) noe
   return Read(offset, count);
 }
 
-std::size_t FileBytes::ReadInto(char* to, std::int64_t offset, std::size_t count) noexcept {
+std::size_t FileBytes::ReadInto(char* to, std::int64_t offset, std::size_t count) const noexcept {
   std::size_t done = 0;
   while (done < count) {
     const ssize_t got =

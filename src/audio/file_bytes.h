@@ -66,7 +66,8 @@ class FileBytes {
 
   static constexpr std::size_t kTailBytes = 256;
 
-  [[nodiscard]] std::size_t ReadInto(char* to, std::int64_t offset, std::size_t count) noexcept;
+  [[nodiscard]] std::size_t ReadInto(char* to, std::int64_t offset,
+                                     std::size_t count) const noexcept;
   [[nodiscard]] bool GrowHead(std::size_t wanted) noexcept;
   [[nodiscard]] std::string_view ReadTail(std::int64_t offset, std::size_t count) noexcept;
 

@@ -11,7 +11,7 @@ constexpr std::size_t kNameBytes = 4;
 constexpr std::size_t kStride = 16;
 
 // Sixteen bytes compared at once; plain code on a machine without such registers.
-typedef std::uint8_t Bytes16 __attribute__((vector_size(kStride)));
+using Bytes16 [[gnu::vector_size(kStride)]] = std::uint8_t;
 
 Bytes16 LoadBytes16(const char* bytes) noexcept {
   Bytes16 loaded;

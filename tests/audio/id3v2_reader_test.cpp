@@ -214,10 +214,10 @@ TEST(ReadID3v2Tag, FindsWhatAPlainSearchFinds) {
                                               "\xFF",
                                               "\xFE",
                                               "\x9F",
-                                              Zero(3) + "\x20" + Zero(2),
+                                              Zero(3) + " " + Zero(2),
                                               Zero(2) + "\1\x10" + Zero(3),
                                               Zero(),
-                                              std::string("\x7F\xFF\xFF\xFF", 4),
+                                              "\x7F" + std::string(3, '\xFF'),
                                               "\x80",
                                               std::string(17, 'x')};
   std::mt19937 random(7);

@@ -82,7 +82,7 @@ TEST(ReadMp3Info, AcceptsASecondByteFromF3ToFBOnly) {
 }
 
 TEST(ReadMp3Info, TakesTheFirstPairEvenInsideTheTag) {
-  const std::string picture = "\xFF\xFB\x30\x00" + std::string(300, 'j');
+  const std::string picture = HeaderBytes({.bitrate = 3}) + std::string(300, 'j');
   const std::string bytes =
       Mp3File().Id3v2({}, {.more_frames = PictureFrame(picture)}).Frames(10).Build();
   EXPECT_EQ(Analyse(bytes).Bitrate, 48);
@@ -104,7 +104,7 @@ class RecordedProgress : public ScanProgress {
   void OnPosition(std::int64_t position, std::int64_t length) override {
     seen.push_back(SearchPositionText(position, length));
   }
-  void OnSearchEnd() override { seen.push_back("end"); }
+  void OnSearchEnd() override { seen.emplace_back("end"); }
   std::vector<std::string> seen;
 };
 

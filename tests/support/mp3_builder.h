@@ -165,7 +165,11 @@ inline std::string Digits(std::size_t number, std::size_t count) {
 /// A Lyrics3 v2.00 block of fields such as {"LYR", "la la"}.
 inline std::string Lyrics3Bytes(const TagFields& fields) {
   std::string block = "LYRICSBEGIN";
-  for (const auto& [letters, value] : fields) block += letters + Digits(value.size(), 5) + value;
+  for (const auto& [letters, value] : fields) {
+    block += letters;
+    block += Digits(value.size(), 5);
+    block += value;
+  }
   return block + Digits(block.size(), 6) + "LYRICS200";
 }
 
@@ -182,7 +186,10 @@ inline std::string OggHead(const TagFields& comments, std::size_t size = 4096) {
                       Fixed("OggS", 28, '\0') + "\3vorbis" + little(4) + "test" +
                       little(comments.size());
   for (const auto& [key, value] : comments) {
-    bytes += little(key.size() + 1 + value.size()) + key + "=" + value;
+    bytes += little(key.size() + 1 + value.size());
+    bytes += key;
+    bytes += "=";
+    bytes += value;
   }
   return Fixed(bytes, bytes.size() < size ? size : bytes.size(), '\0');
 }

@@ -27,7 +27,7 @@ inline std::string InCapitals(std::string text) {
 }
 
 /// Value of the frame that `text` starts with; nullopt for a size above 2^31-1.
-inline std::optional<std::string> Value(std::string text) {
+inline std::optional<std::string> Value(const std::string& text) {
   std::string digits = text.substr(0, 8);
   digits.resize(8, '\0');
   std::int64_t size = 0;

@@ -42,7 +42,7 @@ class TempFolder {
 
   /// Makes the file `name`, and the folders before it in that name. Returns its path.
   std::string Write(std::string_view name, std::string_view bytes = {}) const {
-    const std::string path = Path(name);
+    std::string path = Path(name);
     std::filesystem::create_directories(std::filesystem::path(path).parent_path());
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
