@@ -64,7 +64,8 @@ class TestNames : public QObject {
   using QObject::QObject;
 
   [[nodiscard]] bool eventFilter(QObject* object, QEvent* event) override {
-    if (event->type() != QEvent::Polish) return false;
+    // Some are polished while they are made, before they have their name.
+    if (event->type() != QEvent::Polish && event->type() != QEvent::Show) return false;
     auto* widget = qobject_cast<QWidget*>(object);
     if (widget == nullptr || widget->objectName().isEmpty()) return false;
     if (widget->objectName().startsWith(QLatin1String("qt_"))) return false;
