@@ -11,7 +11,8 @@ namespace tunemeadow {
 
 /// The JPEG, PNG, GIF or BMP picture in `bytes`, told by its signature, upright, and scaled down to
 /// fit into `room` (pixels) where it is larger. A null image for any other format, for bytes that
-/// cannot be decoded and for a picture of more than 50 million pixels.
+/// cannot be decoded and for a picture that would take more than a second or so: beyond 50
+/// million pixels for a JPEG (fewer with many scans), 40 for a PNG, 16 for the others.
 [[nodiscard]] QImage DecodePicture(std::string_view bytes, const QSize& room);
 
 }  // namespace tunemeadow
