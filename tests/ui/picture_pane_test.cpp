@@ -85,7 +85,7 @@ TEST(DecodePicture, APackedBombIsNotUnpacked) {
 
   std::string scans = PictureFile("jpeg", {1000, 1000});
   EXPECT_FALSE(DecodePicture(scans, kRoom).isNull());
-  for (int i = 0; i < 400; ++i) scans += "\xFF\xDA";
+  for (int i = 0; i < 600; ++i) scans += "\xFF\xDA";
   EXPECT_TRUE(DecodePicture(scans, kRoom).isNull());
 }
 
