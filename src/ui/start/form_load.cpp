@@ -191,16 +191,21 @@ void frmStart::ApplyPreferences() {
 void frmStart::Form_Unload() {
   if (unloaded_) return;
   unloaded_ = true;
-  const QRect place = normalGeometry();
   WindowState window;
-  window.width = place.width() * kTwipsPerPixel;
-  window.height = place.height() * kTwipsPerPixel;
-  window.top = place.top() * kTwipsPerPixel;
-  window.left = place.left() * kTwipsPerPixel;
+  window.width = width() * kTwipsPerPixel;
+  window.height = height() * kTwipsPerPixel;
+  // With the frame, as it is moved at the start: else the window would wander at each of them.
+  window.top = y() * kTwipsPerPixel;
+  window.left = x() * kTwipsPerPixel;
   window.state = isMaximized()   ? kWindowMaximized
                  : isMinimized() ? kWindowMinimized
                                  : kWindowNormal;
   StoredValues values = WindowStateValues(window);
+  if (QGuiApplication::platformName().startsWith(QLatin1String("wayland"))) {
+    // There, a window does not know its place: what is stored stays.
+    std::erase_if(values,
+                  [](const auto& value) { return value.first == "Top" || value.first == "Left"; });
+  }
   if (!tree_pane_->isHidden()) {
     values.emplace_back("TreeView1.Width", std::to_string(tree_pane_->width() * kTwipsPerPixel));
   }

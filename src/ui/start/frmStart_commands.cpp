@@ -43,12 +43,14 @@ void frmStart::ConnectPanes() {
     bench_.show_picture = shown;
     session_.ini.SaveString(kConfigSection, "chkPicShow", shown ? "1" : "0");
     picture_pane_->setVisible(shown && search_frame_->isVisible());
-    ListView1_ItemExternClick(bench_);
+    if (!session_.busy) ListView1_ItemExternClick(bench_);
   });
   connect(detail_panels_, &DetailPanels::BiggerRequested, this, &frmStart::ShowBigger);
-  connect(next_button_, &QToolButton::clicked, this, [this] { cmdItemBlaetter_Click(bench_, 0); });
-  connect(previous_button_, &QToolButton::clicked, this,
-          [this] { cmdItemBlaetter_Click(bench_, 1); });
+  const auto leaf = [this](int index) {
+    if (!session_.busy) cmdItemBlaetter_Click(bench_, index);
+  };
+  connect(next_button_, &QToolButton::clicked, this, [leaf] { leaf(0); });
+  connect(previous_button_, &QToolButton::clicked, this, [leaf] { leaf(1); });
   ConnectList(*list_view_);
   ConnectList(*playlist_view_);
 }
