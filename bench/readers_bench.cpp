@@ -98,7 +98,7 @@ template <typename Each>
 void OverOpenFiles(benchmark::State& state, Each each) {
   FileBytes file;
   std::size_t next = 0;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     if (!file.Open(Paths()[next])) state.SkipWithError("a file can't be opened");
     each(file);
     next = (next + 1) % Paths().size();
@@ -109,7 +109,7 @@ void OverOpenFiles(benchmark::State& state, Each each) {
 void Floor(benchmark::State& state) {
   std::vector<char> buffer(4096);
   std::size_t next = 0;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     const int file = ::open(Paths()[next].c_str(), O_RDONLY | O_CLOEXEC);
     struct stat status {};
     if (::fstat(file, &status) != 0) state.SkipWithError("a file can't be opened");
@@ -158,7 +158,7 @@ BENCHMARK(EachFile);
 void NameSearchInPicture(benchmark::State& state) {
   const std::string tag = Id3v2Tag(PictureFrame(FakeJpeg() + Noise(20000000, 1)));
   Mp3Info info;
-  for (auto _ : state) {
+  for ([[maybe_unused]] auto _ : state) {
     benchmark::DoNotOptimize(ParseID3v2Tag(tag, ID3v2Versions::kAny, info));
   }
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(tag.size()));
@@ -170,7 +170,7 @@ void SyncSearchInNoise(benchmark::State& state) {
   FileBytes file;
   file.OpenMemory(noise);
   Mp3Info info;
-  for (auto _ : state) ReadMp3Info(file, false, true, info);
+  for ([[maybe_unused]] auto _ : state) ReadMp3Info(file, false, true, info);
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(noise.size()));
 }
 BENCHMARK(SyncSearchInNoise)->Unit(benchmark::kMillisecond);

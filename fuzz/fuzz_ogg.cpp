@@ -13,7 +13,7 @@ void Run(std::string_view input) {
   const std::string result = ReadOggInfo(file, info);
   Require(!result.empty(), "a failure has a text");
   Require((result == "OK") == (info.FileLength == static_cast<std::int64_t>(input.size())) ||
-              input.size() == 0,
+              input.empty(),
           "the length is stored with OK only");
   for (const TagText& text : {info.Title, info.Album, info.TrackV2, info.Artist, info.Composer,
                               info.Comment, info.GenreV2, info.Url, info.Copyright, info.Year}) {
