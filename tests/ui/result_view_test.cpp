@@ -134,6 +134,45 @@ TEST_F(ResultViewTest, TheKeyboardSelectsAsAPersonExpects) {
   EXPECT_THAT(clicked_, ElementsAre(5, 6, 7, 8, 8, 8, 8, 99));
 }
 
+TEST_F(ResultViewTest, AClickBesideTheRowsSelectsNothingAndKeepsTheFocus) {
+  Fill(NumberedRows(3));
+  view_.selectAll();
+  list_.SetFocusedRow(1);
+  view_.ShowSelection();
+  QTest::mouseClick(view_.viewport(), Qt::LeftButton, {}, QPoint(100, 300));
+  EXPECT_EQ(list_.SelectedCount(), 0U);
+  EXPECT_EQ(list_.FocusedRow(), 1U);
+  EXPECT_THAT(clicked_, ElementsAre(1)) << "the selection has changed";
+}
+
+TEST_F(ResultViewTest, AFrameDrawnFromBesideTheRowsSelectsThoseItTouches) {
+  Fill(NumberedRows(4));
+  Click(0);
+  QTest::mousePress(view_.viewport(), Qt::LeftButton, {}, QPoint(100, 300));
+  for (const int row : {2, 1}) {
+    const QPoint place = PlaceOf(row);
+    QMouseEvent move(QEvent::MouseMove, place, view_.viewport()->mapToGlobal(place), Qt::NoButton,
+                     Qt::LeftButton, {});
+    QApplication::sendEvent(view_.viewport(), &move);
+  }
+  QTest::mouseRelease(view_.viewport(), Qt::LeftButton, {}, PlaceOf(1));
+  EXPECT_THAT(list_.SelectedRows(), ElementsAre(1, 2, 3));
+  EXPECT_EQ(clicked_.size(), 2U);
+}
+
+TEST_F(ResultViewTest, KeysMoveThroughTheRowsAndLeaveTheColumnsInSight) {
+  Fill(NumberedRows(100));
+  Click(1);
+  view_.horizontalScrollBar()->setValue(300);
+  Key(Qt::Key_Down);
+  EXPECT_EQ(view_.horizontalScrollBar()->value(), 300);
+  ColumnLayout layout = StandardColumnLayout();
+  layout[1].width = 0;  // the column that was clicked on
+  view_.SetLayout(layout);
+  Key(Qt::Key_End);
+  EXPECT_TRUE(view_.viewport()->rect().contains(PlaceOf(99, 3)));
+}
+
 TEST_F(ResultViewTest, WhatAScreenReaderSelectsReachesTheList) {
   Fill(NumberedRows(10));
   view_.selectionModel()->select(view_.model()->index(3, 0),
@@ -163,6 +202,11 @@ TEST_F(ResultViewTest, ASortTakesAScatteredSelectionAlong) {
 
   // Rows 0, 2, ... are free, 1, 3, ... selected: far more runs than Qt's own book holds.
   view_.scrollToBottom();
+  const QImage painted = view_.viewport()->grab().toImage();
+  EXPECT_EQ(painted.pixelColor(2, PlaceOf(kRows - 1).y()),
+            view_.palette().color(QPalette::Inactive, QPalette::Highlight));
+  EXPECT_NE(painted.pixelColor(2, PlaceOf(kRows - 2).y()),
+            painted.pixelColor(2, PlaceOf(kRows - 1).y()));
   Click(kRows - 1, Qt::ControlModifier);
   EXPECT_EQ(list_.SelectedCount(), kRows / 2 - 1U);
   Click(kRows - 2, Qt::ControlModifier);
@@ -209,7 +253,11 @@ TEST_F(ResultViewTest, ADoubleClickPlaysOnceAndDoesNotClickAgain) {
   QTest::mouseRelease(view_.viewport(), Qt::LeftButton, {}, PlaceOf(3));
   EXPECT_THAT(played, ElementsAre(3));
   EXPECT_THAT(clicked_, ElementsAre(3));
-  EXPECT_THAT(list_.SelectedRows(), ElementsAre(3));
+  QTest::mouseDClick(view_.viewport(), Qt::LeftButton, {}, PlaceOf(4));
+  QTest::mouseRelease(view_.viewport(), Qt::LeftButton, {}, PlaceOf(4));
+  EXPECT_THAT(played, ElementsAre(3)) << "the first click met another row";
+  EXPECT_THAT(clicked_, ElementsAre(3, 4));
+  EXPECT_THAT(list_.SelectedRows(), ElementsAre(4));
 }
 
 TEST_F(ResultViewTest, EnterAndDeleteAreTold) {
@@ -247,6 +295,11 @@ TEST_F(ResultViewTest, TheContextMenuComesForTheRowUnderTheMouse) {
   ASSERT_EQ(asked.size(), 2U);
   EXPECT_EQ(asked[0], PlaceOf(4));
   EXPECT_EQ(view_.indexAt(asked[1]).row(), 4);
+
+  Click(6, Qt::ShiftModifier);
+  QTest::mousePress(view_.viewport(), Qt::RightButton, {}, PlaceOf(5));
+  QTest::mousePress(view_.viewport(), Qt::RightButton, Qt::ShiftModifier, PlaceOf(8));
+  EXPECT_THAT(list_.SelectedRows(), ElementsAre(4, 5, 6));
 }
 
 TEST_F(ResultViewTest, ColumnsComeBackAsTheyWereSet) {
@@ -291,8 +344,9 @@ TEST_F(ResultViewTest, WithoutAColumnTheHeaderIsStillThereToAskForOne) {
   Key(Qt::Key_Down);
   view_.AutoSize();
   view_.Sort(3);
+  QTest::qWait(1);
   view_.SetLayout(StandardColumnLayout());
-  EXPECT_EQ(view_.visualRect(view_.currentIndex()).isValid(), true);
+  EXPECT_TRUE(view_.visualRect(view_.currentIndex()).isValid());
 }
 
 TEST_F(ResultViewTest, AutoSizeFindsTheLongTextAmongManyRowsAndStopsAtALimit) {

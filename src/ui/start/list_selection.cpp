@@ -72,6 +72,7 @@ void ListSelection::select(const QItemSelection& selection, SelectionFlags comma
   }
   constexpr SelectionFlags kChanges = Clear | Select | Deselect | Toggle;
   if ((command & kChanges) == NoUpdate) return;
+  if (selection.isEmpty() && !command.testFlag(Clear)) return;
   Apply(selection, command);
   CopyFromList();
   emit Changed();

@@ -10,7 +10,6 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <utility>
 
 #include "ui/start/list_delegate.h"
 #include "ui/start/list_model.h"
@@ -51,6 +50,8 @@ ResultView::ResultView(ResultList& list, const QString& name, QWidget* parent)
     untold_ = true;
     viewport()->update();
   });
+  connect(this, &QTreeView::doubleClicked, this,
+          [this](const QModelIndex& index) { emit ItemDoubleClicked(index.row()); });
   hint_timer_.setSingleShot(true);
   connect(&hint_timer_, &QTimer::timeout, this, &ResultView::ShowHint);
   SetUpBehaviour();
@@ -216,7 +217,6 @@ void ResultView::mousePressEvent(QMouseEvent* event) {
   pressed_row_ = indexAt(event->position().toPoint()).row();
   pressed_on_selected_ =
       pressed_row_ >= 0 && list_.IsSelected(static_cast<std::size_t>(pressed_row_));
-  double_clicked_ = false;
   QTreeView::mousePressEvent(event);
 }
 
@@ -224,16 +224,16 @@ void ResultView::mouseReleaseEvent(QMouseEvent* event) {
   const int row = indexAt(event->position().toPoint()).row();
   const bool click = event->button() == Qt::LeftButton && row >= 0 && row == pressed_row_;
   QTreeView::mouseReleaseEvent(event);
-  pressed_row_ = -1;
-  if (std::exchange(double_clicked_, false)) return;
+  pressed_row_ = -1;  // the release behind a double click is no click
   Announce(click);
 }
 
 void ResultView::mouseDoubleClickEvent(QMouseEvent* event) {
-  const int row = indexAt(event->position().toPoint()).row();
-  QTreeView::mouseDoubleClickEvent(event);
-  double_clicked_ = true;
-  if (event->button() == Qt::LeftButton && row >= 0) emit ItemDoubleClicked(row);
+  if (event->button() == Qt::LeftButton) {
+    QTreeView::mouseDoubleClickEvent(event);  // a press, where the first click met another cell
+  } else {
+    mousePressEvent(event);
+  }
 }
 
 void ResultView::keyPressEvent(QKeyEvent* event) {

@@ -153,7 +153,6 @@ class ResultView : public QTreeView {
   bool laying_out_ = false;       ///< columns change by a command, not by the person
   bool untold_ = false;           ///< the person has changed selection or focus since ItemClicked
   bool focus_is_chosen_ = false;  ///< by the person, since the rows came
-  bool double_clicked_ = false;   ///< the button is still down
   bool pressed_on_selected_ = false;
   int pressed_row_ = -1;
 };

@@ -44,6 +44,7 @@ Flags ResultView::selectionCommand(const QModelIndex& index, const QEvent* event
   if (event == nullptr) return kOnlyThis;
   switch (event->type()) {
     case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:  // a press in all but name, or it does not come here
       return CommandOfPress(index, *static_cast<const QMouseEvent*>(event));
     case QEvent::MouseButtonRelease:
       return CommandOfRelease(index, *static_cast<const QMouseEvent*>(event));
@@ -59,7 +60,7 @@ Flags ResultView::selectionCommand(const QModelIndex& index, const QEvent* event
 Flags ResultView::CommandOfPress(const QModelIndex& index, const QMouseEvent& event) const {
   const bool held = HasShift(event) || HasCtrl(event);
   const bool right = event.button() == Qt::RightButton;
-  if (!index.isValid()) return held || right ? kKeep : Flags(QItemSelectionModel::Clear);
+  if (!index.isValid()) return kKeep;
   if (right) return held || pressed_on_selected_ ? kKeep : kOnlyThis;
   if (HasShift(event)) return HasCtrl(event) ? kAddRange : kOnlyRange;
   // A press on a selected row may begin a drag of all of them; the release decides.
@@ -68,9 +69,12 @@ Flags ResultView::CommandOfPress(const QModelIndex& index, const QMouseEvent& ev
 }
 
 Flags ResultView::CommandOfRelease(const QModelIndex& index, const QMouseEvent& event) const {
-  const bool click = event.button() == Qt::LeftButton && index.isValid() &&
-                     index.row() == pressed_row_ && state() != DragSelectingState;
-  if (!click || !pressed_on_selected_ || double_clicked_ || HasShift(event)) return kKeep;
+  if (event.button() != Qt::LeftButton || HasShift(event) || state() == DragSelectingState ||
+      index.row() != pressed_row_) {
+    return kKeep;
+  }
+  if (!index.isValid()) return HasCtrl(event) ? kKeep : Flags(QItemSelectionModel::Clear);
+  if (!pressed_on_selected_) return kKeep;
   return HasCtrl(event) ? kTakeThisOut : kOnlyThis;
 }
 
