@@ -176,6 +176,9 @@ TEST_F(PicturePaneTest, TheEnlargedViewFitsTheScreenAndFollowsTheTrack) {
   EXPECT_FALSE(IsEnlarged());
   pane_.Image1_Click();
   EXPECT_FALSE(IsEnlarged());
+  Show(PictureFile("png", {10, 20}));
+  pane_.Image1_Click();
+  EXPECT_EQ(window->size(), QSize(240, 480)) << "a small picture is enlarged, too";
 }
 
 TEST_F(PicturePaneTest, TheEnlargedViewGoesWithThePane) {

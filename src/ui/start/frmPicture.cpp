@@ -11,6 +11,7 @@ namespace {
 
 constexpr qreal kPartOfScreen = 0.9;  ///< leaves room for the window's frame
 constexpr QSize kSmallestWindow(200, 200);
+constexpr int kEnlargedSide = 480;  ///< of a small picture
 
 }  // namespace
 
@@ -34,7 +35,9 @@ void frmPicture::ShowPicture(std::string_view bytes) {
   }
   if (!isVisible()) {
     const QSize room = (QSizeF(desk.size()) * kPartOfScreen).toSize();
-    QSize wanted = (QSizeF(picture.size()) / ratio).toSize();
+    QSize wanted = picture.size();
+    const QSize least(kEnlargedSide, kEnlargedSide);
+    if (wanted.boundedTo(least) == wanted) wanted.scale(least, Qt::KeepAspectRatio);
     if (wanted.width() > room.width() || wanted.height() > room.height()) {
       wanted.scale(room, Qt::KeepAspectRatio);
     }

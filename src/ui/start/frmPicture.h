@@ -19,8 +19,9 @@ class frmPicture : public QDialog {
   explicit frmPicture(QWidget* parent = nullptr);
   ~frmPicture() override;
 
-  /// Shows the picture file's bytes in the picture's own size, or smaller where the screen is. A
-  /// window that is open already keeps its size. Hides where the bytes are no picture.
+  /// Shows the picture file's bytes in the picture's own size, larger where that is small, smaller
+  /// where the screen is. A window that is open already keeps its size. Hides where the bytes are
+  /// no picture.
   void ShowPicture(std::string_view bytes);
 
  private:
