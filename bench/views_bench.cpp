@@ -43,6 +43,11 @@ class Silence : public Interaction {
   void HideProgress() override {}
   void ShowLoading(const std::string&) override {}
   void HideLoading() override {}
+  void ShowJob(const std::string& /*title*/, std::int64_t /*maximum*/) override {}
+  void SetJobStep(std::int64_t /*value*/, const std::string& /*from*/,
+                  const std::string& /*to*/) override {}
+  void AddJobLine(const std::string& /*line*/) override {}
+  void EndJob() override {}
   void EnableMainWindow(bool) override {}
   void ResizeForm() override {}
   void Yield() override {}

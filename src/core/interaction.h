@@ -29,6 +29,7 @@ struct FileChoice {
   std::string filter;  ///< "Name (*.ext)"; empty: all files
   std::string start;   ///< folder or file offered first; bytes
   bool for_saving = false;
+  bool images = false;  ///< OpenImage: with a panel that shows the chosen picture
 };
 
 /// The panel of the status bar: width in twips (1/1440 inch, 15 to the pixel at 96 dpi).
@@ -68,6 +69,14 @@ class Interaction {
   /// line.
   virtual void ShowLoading(const std::string& line) = 0;
   virtual void HideLoading() = 0;
+
+  /// frmdoUmbenennen, the window of a long job: title, two lines for the file at work, a bar from 0
+  /// to `maximum`, a log. It stands until the person closes it; closing it while the job runs sets
+  /// the cancel flag. ShowJob empties the log of the job before.
+  virtual void ShowJob(const std::string& title, std::int64_t maximum) = 0;
+  virtual void SetJobStep(std::int64_t value, const std::string& from, const std::string& to) = 0;
+  virtual void AddJobLine(const std::string& line) = 0;
+  virtual void EndJob() = 0;  ///< bar full or hidden, cmdClose gets the focus
 
   /// The main window takes no input while it is disabled; the windows above it do.
   virtual void EnableMainWindow(bool enabled) = 0;

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "audio/id3v2_pictures.h"
 #include "audio/lyrics3.h"
@@ -13,6 +14,17 @@
 namespace tunemeadow {
 
 struct Workbench;
+
+/// The boxes beside the fields that "&Save all" writes.
+struct MassSelectors {
+  bool chkAlbum = false, chkGenre = false, chkInterpret = false, chkYear = false;
+  bool chkSituation = false, chkPreference = false, chkTempo = false, chkMood = false;
+  std::array<bool, kExtraFields> chkDetail3{};
+};
+
+/// The captions of lblDetail3, in the order of txtSave3.
+inline constexpr std::array<std::string_view, kExtraFields> kExtraCaptions = {
+    "Composer", "Copyright", "Encoded by", "Orig. Artist", "URL"};
 
 /// The record in the panels. Texts are UTF-8; txtLocationSave is bytes.
 struct DetailEditor {
@@ -26,6 +38,14 @@ struct DetailEditor {
   bool enabled = false;          ///< one row is loaded
   bool save_all = false;         ///< several rows are selected: the save button reads "&Save all"
   bool comment_enabled = false;  ///< txtCommentSave takes input: Auto-Comment is off
+
+  bool DetailsKeyed = false;    ///< a key went down in a text field since the record was loaded
+  bool DetailsChanged = false;  ///< the text of a field was changed since
+  bool InRenameSave = false;    ///< a rename saves through the save command
+
+  std::string hasid3v1, hasid3v2;  ///< cells of the row it was loaded from
+
+  MassSelectors selectors;  ///< which fields "&Save all" writes
 
   Lyrics3 lyrics3;  ///< the file's own block, read at the item click
 

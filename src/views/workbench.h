@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -78,6 +79,10 @@ struct Workbench {
   TreeData tree;
 
   DetailEditor details;
+  /// The save command, which lies on a floor above: set by whoever builds the bench. Called where
+  /// the person wants the changes of the record saved that is about to leave the editor.
+  std::function<void(Workbench&)> save_details;
+  std::string PictureFile;  ///< picture chosen in the pane for many files; bytes
   bool show_picture = true;  ///< chkPicShow
 
   Mp3Info info;  ///< the current file's record

@@ -8,13 +8,14 @@ set(below_core "")
 set(below_audio core)
 set(below_platform core)
 set(below_views core audio platform)
+set(below_editing core audio platform views library)  # it fills a record as the import does
 foreach(command IN ITEMS library playback reports tools)
   set(below_${command} core audio platform views)
 endforeach()
-set(below_ui core audio platform views library playback reports tools)
+set(below_ui core audio platform views library editing playback reports tools)
 set(below_repairdb core)           # a program of its own
 set(below_main ${below_ui} ui)     # files that stand in src/ itself
-set(folders core audio platform views library playback reports tools ui)
+set(folders core audio platform views library editing playback reports tools ui)
 
 function(report file line why)
   message(SEND_ERROR "src/${file}: ${line}\n  ${why}")

@@ -53,6 +53,8 @@ class ScriptedInteraction : public Interaction {
   std::vector<std::string> statuses;       ///< every text of panel 1
   std::vector<std::string> loading_lines;  ///< every line of frmLoading
   std::vector<std::int64_t> progress;      ///< every value of the bar
+  std::vector<std::string> job_titles;
+  std::vector<std::string> job_lines;
   std::size_t yields = 0;
   std::size_t paints = 0;
   std::size_t layouts = 0;  ///< calls of ResizeForm
@@ -63,6 +65,7 @@ class ScriptedInteraction : public Interaction {
   std::optional<std::int64_t> progress_maximum;  ///< none: the bar is hidden
   bool loading_shown = false;
   bool main_window_enabled = true;
+  bool job_running = false;
 
   /// "title: text" of each box.
   [[nodiscard]] std::vector<std::string> BoxTexts() const {
@@ -81,6 +84,7 @@ class ScriptedInteraction : public Interaction {
     EXPECT_EQ(panel_width, kPanelWidth);
     EXPECT_FALSE(progress_maximum.has_value()) << "the progress bar still stands";
     EXPECT_FALSE(loading_shown) << "frmLoading is still there";
+    EXPECT_FALSE(job_running) << "the job window waits for more";
     EXPECT_TRUE(main_window_enabled) << "the main window is still disabled";
   }
 
@@ -137,6 +141,18 @@ class ScriptedInteraction : public Interaction {
     loading_lines.push_back(line);
   }
   void HideLoading() override { loading_shown = false; }
+  void ShowJob(const std::string& title, std::int64_t maximum) override {
+    job_titles.push_back(title);
+    job_lines.clear();
+    job_running = true;
+    job_maximum_ = maximum;
+  }
+  void SetJobStep(std::int64_t value, const std::string& /*from*/,
+                  const std::string& /*to*/) override {
+    EXPECT_TRUE(job_running && value >= 0 && value <= job_maximum_) << value;
+  }
+  void AddJobLine(const std::string& line) override { job_lines.push_back(line); }
+  void EndJob() override { job_running = false; }
   void EnableMainWindow(bool enabled) override { main_window_enabled = enabled; }
   void ResizeForm() override { ++layouts; }
 
@@ -189,6 +205,7 @@ class ScriptedInteraction : public Interaction {
     return Answer::kOk;
   }
 
+  std::int64_t job_maximum_ = 0;
   std::deque<Answer> answers_;
   std::deque<std::optional<std::string>> texts_;
   std::deque<std::optional<std::string>> choices_;

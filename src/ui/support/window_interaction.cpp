@@ -15,6 +15,7 @@
 #include <limits>
 
 #include "ui/dialogs/frmLoading.h"
+#include "ui/dialogs/frmdoUmbenennen.h"
 #include "ui/support/qt_text.h"
 
 namespace tunemeadow {
@@ -322,7 +323,7 @@ void WindowInteraction::ShowLoading(const std::string& line) {
     }
     return;
   }
-  if (session_.CancelRequested) return;
+  if (session_.CancelRequested || (job_ && job_->Running())) return;
   CloseSplash();
   Push();
   loading_->Appear(window_);
@@ -335,6 +336,25 @@ void WindowInteraction::HideLoading() { loading_->hide(); }
 void WindowInteraction::CloseSplash() {
   if (splash_) splash_->close();
   splash_.clear();
+}
+
+void WindowInteraction::ShowJob(const std::string& title, std::int64_t maximum) {
+  if (!job_) job_ = std::make_unique<frmdoUmbenennen>(session_);
+  loading_->hide();
+  job_->Begin(ToQt(title), maximum, window_);
+}
+
+void WindowInteraction::SetJobStep(std::int64_t value, const std::string& from,
+                                   const std::string& to) {
+  if (job_) job_->SetStep(value, ToQt(DisplayPath(from)), ToQt(DisplayPath(to)));
+}
+
+void WindowInteraction::AddJobLine(const std::string& line) {
+  if (job_) job_->AddLine(ToQt(ToValidUtf8(line)));
+}
+
+void WindowInteraction::EndJob() {
+  if (job_) job_->End();
 }
 
 void WindowInteraction::EnableMainWindow(bool enabled) {

@@ -22,6 +22,7 @@ class QProgressBar;
 namespace tunemeadow {
 
 class frmLoading;
+class frmdoUmbenennen;
 
 class WindowInteraction : public Interaction {
  public:
@@ -68,6 +69,11 @@ class WindowInteraction : public Interaction {
   /// Calls nest: the window takes input again when each `false` had its `true`. The focus comes
   /// back to where it was.
   void EnableMainWindow(bool enabled) override;
+  /// While a job runs its own window has the Cancel button, and frmLoading stays away.
+  void ShowJob(const std::string& title, std::int64_t maximum) override;
+  void SetJobStep(std::int64_t value, const std::string& from, const std::string& to) override;
+  void AddJobLine(const std::string& line) override;
+  void EndJob() override;
   void ResizeForm() override;
   void Yield() override;
   void KeepPainting() override;
@@ -90,6 +96,7 @@ class WindowInteraction : public Interaction {
   QPointer<QWidget> splash_;
   QPointer<QWidget> focus_before_;  ///< had the focus when the main window was disabled
   std::unique_ptr<frmLoading> loading_;
+  std::unique_ptr<frmdoUmbenennen> job_;  ///< made at the first job
 
   std::string status_;
   std::string loading_line_;

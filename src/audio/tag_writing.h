@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What the writers and removers of tags share: the journal, the picture to be written, and a count
+// of what a write drops or cuts without having been asked to.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "audio/file_bytes.h"
+#include "audio/mp3_info.h"
+#include "core/undo_journal.h"
+
+namespace tunemeadow {
+
+/// Results of the removers besides "OK" and the texts that no such tag is there.
+inline constexpr std::string_view kNoID3v1Tag = "No ID3v1 Tag available to remove!";
+inline constexpr std::string_view kNoID3v2Tag = "No ID3v2 Tag available to remove!";
+inline constexpr std::string_view kNoID3v2Picture = "No ID3v2-APIC Tag available to remove!";
+inline constexpr std::string_view kNoLyrics3Tag = "No LYRICS3 Tag available to remove!";
+
+/// What saves have dropped or cut. Counts of frames and texts, not of files.
+struct TagLosses {
+  int frames = 0;      ///< of an old ID3v2 tag that the new one has no place for
+  int characters = 0;  ///< texts with a character outside Windows-1252, written as "?"
+  int long_texts = 0;  ///< frames of 128 bytes and more, whose size other programs misread
+
+  [[nodiscard]] bool Any() const noexcept { return frames + characters + long_texts > 0; }
+};
+
+/// One short sentence for the status line; empty where nothing was lost.
+[[nodiscard]] std::string LossSentence(const TagLosses& losses);
+
+struct TagWriting {
+  explicit TagWriting(UndoJournal& journal_in) : journal(journal_in) {}
+
+  UndoJournal& journal;
+  std::function<void()> yield;  ///< called between the reading and the writing of a whole file; may
+                                ///< be empty
+  std::string PictureFile;      ///< picture for WriteID3v2Tag; bytes
+  TagText PictureExtension;     ///< of its name, without the point
+  TagLosses losses;             ///< the writers add to it
+};
+
+/// Sets the end of the file, at a length of 0 and more, under the journal. False where that failed;
+/// the file is then as it was.
+[[nodiscard]] bool SetFileLength(TagWriting& writing, const std::string& path, std::int64_t length);
+
+/// The ranges of a file that its tags take up: the ID3v2 tag with its header (up to 1 MB), and what
+/// stands behind the audio, from the Lyrics3 block or the ID3v1 record on.
+[[nodiscard]] std::vector<ByteRange> TagRanges(FileBytes& file);
+
+}  // namespace tunemeadow

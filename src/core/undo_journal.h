@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The journal that can undo a rewrite in place. Before the first old byte of a file is overwritten,
+// moved or cut off, its old bytes stand in the journal and are synced; what a kill or a power cut
+// leaves half written is rolled back at the next start.
+//
+// The journal is one file, "undo.journal", in the program's folder. It is a log of records, each
+// with a checksum: an image (path, old length, old bytes of some ranges) and a mark that a file is
+// done (checksums of what was written). An empty journal undoes nothing. Whoever uses it holds the
+// lock of the program's folder.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tunemeadow {
+
+/// Bytes of a file, from 0.
+struct ByteRange {
+  std::int64_t offset = 0;
+  std::int64_t length = 0;
+};
+
+class UndoJournal {
+ public:
+  /// `folder` holds the journal, with or without a trailing separator; bytes. Touches no file.
+  explicit UndoJournal(std::string folder);
+
+  /// Closes what is open, as EndGroup does, and removes the empty journal.
+  ~UndoJournal();
+  UndoJournal(const UndoJournal&) = delete;
+  UndoJournal& operator=(const UndoJournal&) = delete;
+
+  /// What became of a file whose rewrite was cut short.
+  struct RolledBack {
+    enum class Outcome {
+      kUndone,       ///< the file is the old one again, byte for byte, with its old time
+      kUnreachable,  ///< it cannot be opened for writing now; tried again at each start
+      kChanged,      ///< another program has changed its length since; left as it is, and so is the
+                     ///< journal, under the name "undo-kept-N.journal"
+    };
+    std::string path;  ///< bytes
+    Outcome outcome;
+  };
+
+  /// Rolls back whatever journals stand in the folder. For the start, before anything is written.
+  /// A file that was done is left alone and not named. Files in the order in which their rewrites
+  /// began. Killed in the middle, it does the same again.
+  std::vector<RolledBack> RollBack();
+
+  // A group binds the rewrites of up to some hundred files: one sync of the journal before them,
+  // one of the files behind them. Groups do not nest; a rewrite outside of one is a group of its
+  // own.
+
+  void BeginGroup();
+  [[nodiscard]] bool InGroup() const noexcept;
+
+  /// Takes the old bytes of `ranges` (clipped at the end of the file) and of a file that may become
+  /// up to `growth` bytes longer, to be synced by the next SyncPrepared. A rewrite that stays
+  /// within them needs no sync of its own. Nothing happens where the file cannot be opened for
+  /// reading and writing or is no regular file: its writer will meet that and say so.
+  void Prepare(const std::string& path, std::span<const ByteRange> ranges, std::int64_t growth);
+
+  /// Writes and syncs what was prepared. False where that failed: then nothing is prepared, and
+  /// each rewrite sees for itself.
+  bool SyncPrepared();
+
+  /// Bytes prepared or journaled in this group: a reason to end it.
+  [[nodiscard]] std::int64_t GroupBytes() const noexcept;
+
+  /// All that was to be done to the file is done: a roll-back leaves it, as long as its bytes are
+  /// found as they stand now.
+  void Done(const std::string& path);
+
+  /// Syncs the files that were written, then empties the journal, synced. Empty text, or what
+  /// failed: the journal then keeps standing, and a next start rolls back what is not found whole.
+  std::string EndGroup();
+
+ private:
+  friend class JournaledFile;
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+/// One sentence for the status line about what RollBack did; empty for nothing.
+[[nodiscard]] std::string RollBackSentence(std::span<const UndoJournal::RolledBack> files);
+
+}  // namespace tunemeadow

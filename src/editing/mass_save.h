@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Saving many tracks at once: the ticked fields take the editor's text, all others keep what each
+// track's own cells hold.
+#pragma once
+
+#include <string>
+
+#include "views/workbench.h"
+
+namespace tunemeadow {
+
+/// Saves the selected rows of ListView1, after a question that names the ticked fields. Nothing
+/// happens in the playlist view, whose rows are not those of ListView1.
+void SpezialSpeichern(Workbench& bench);
+
+}  // namespace tunemeadow
