@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Binds the rewrites of a batch into groups of the journal, so that some hundred files share its
+// syncs: one of the journal before the group is written, one of each file behind it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "audio/file_bytes.h"
+#include "core/batch.h"
+#include "core/undo_journal.h"
+
+namespace tunemeadow {
+
+/// A group ends after so many files, or once so many bytes stand in the journal.
+inline constexpr std::size_t kFilesPerGroup = 256;
+inline constexpr std::int64_t kBytesPerGroup = std::int64_t{64} << 20;
+
+/// What a batch knows beforehand of its rewrites.
+struct SavePlan {
+  /// The ranges of a file that will be overwritten or cut off, such as TagRanges. Null where the
+  /// audio moves: whole files are not worth being prepared, each goes into the journal by itself
+  /// and only the syncs at the end are shared.
+  std::vector<ByteRange> (*ranges)(FileBytes& file) = nullptr;
+  std::int64_t growth = 0;  ///< bytes by which a file may become longer
+};
+
+/// Use:
+///   SaveGroup group(session.journal, batch, paths, {.ranges = TagRanges, .growth = 128});
+///   for (i ...) {
+///     group.BeginFile(i);
+///     ... any number of writers on paths[i] ...
+///     group.FileDone(i);
+///   }
+/// Lives inside the batch and goes before it. Whatever way out is taken, the group is closed.
+class SaveGroup {
+ public:
+  /// `paths` are the files in the order in which they will be written; one may be passed over.
+  SaveGroup(UndoJournal& journal, Batch& batch, std::vector<std::string> paths, SavePlan plan);
+
+  /// Close.
+  ~SaveGroup();
+  SaveGroup(const SaveGroup&) = delete;
+  SaveGroup& operator=(const SaveGroup&) = delete;
+
+  /// Before the first rewrite of the file, and before each new try: closes a group that is full and
+  /// opens the next one, with what is to be prepared for its files.
+  void BeginFile(std::size_t index);
+
+  /// Behind the last rewrite of the file, whether it went well or left the file as it was.
+  void FileDone(std::size_t index);
+
+  /// Ends the group: what was written is on the disk then. For the moment before a box, which may
+  /// stand for a long time. BeginFile opens the next group. That the journal could not be closed is
+  /// told in a box, once in the life of the object.
+  void Close();
+
+ private:
+  [[nodiscard]] bool IsFull(std::size_t index) const noexcept;
+  void Open(std::size_t index);
+
+  UndoJournal& journal_;
+  Batch& batch_;
+  std::vector<std::string> paths_;
+  SavePlan plan_;
+  FileBytes file_;
+  bool open_ = false;
+  bool failure_told_ = false;
+  std::size_t end_ = 0;       ///< index behind the last file of the open group
+  std::int64_t allowed_ = 0;  ///< bytes above which the open group is full
+};
+
+}  // namespace tunemeadow
