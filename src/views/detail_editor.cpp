@@ -2,6 +2,7 @@
 #include "views/detail_editor.h"
 
 #include <array>
+#include <cstdio>
 #include <fstream>
 #include <optional>
 #include <utility>
@@ -71,10 +72,16 @@ void ReadOwnLyrics3(DetailEditor& details) {
   if (!ReadLyrics3Tag(details.txtLocationSave, details.lyrics3)) details.lyrics3 = {};
 }
 
+/// The copy in the program's folder goes with its picture; the next one may have another name.
+void DropPicture(DetailEditor& details) {
+  if (!details.picture_file.empty()) std::remove(details.picture_file.c_str());
+  details.picture = {};
+  details.picture_path.clear();
+  details.picture_file.clear();
+}
+
 void ClearPicture(Workbench& bench) {
-  bench.details.picture = {};
-  bench.details.picture_path.clear();
-  bench.details.picture_file.clear();
+  DropPicture(bench.details);
   bench.Watcher().PictureChanged();
 }
 
@@ -142,11 +149,12 @@ void ShowPic(Workbench& bench, const std::string& path) {
   }
   const BusyPointer busy(bench.interaction);
   DetailEditor& details = bench.details;
+  DropPicture(details);
   details.picture = ReadID3v2Pictures(path).value_or(ID3v2Picture{});
-  details.picture_path = details.picture.data.empty() ? std::string() : path;
-  details.picture_file = details.picture.data.empty()
-                             ? std::string()
-                             : WritePictureFile(bench.session, details.picture);
+  if (!details.picture.data.empty()) {
+    details.picture_path = path;
+    details.picture_file = WritePictureFile(bench.session, details.picture);
+  }
   bench.Watcher().PictureChanged();
 }
 

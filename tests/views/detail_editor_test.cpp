@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "core/paths.h"
 #include "support/mp3_builder.h"
 #include "support/scripted_interaction.h"
 #include "support/temp_folder.h"
@@ -147,6 +148,7 @@ TEST_F(Details, ThePictureIsReadKeptAsAFileAndClearedAgain) {
     Click(row);
     EXPECT_EQ(PictureText(details_), "no picture");
     EXPECT_EQ(details_.picture_file, "");
+    EXPECT_FALSE(MyFileExists(folder_.Path("pic.jpeg"))) << "its copy goes with the picture";
   }
   bench_.show_picture = false;
   Click(0);
