@@ -10,30 +10,10 @@
 #include <climits>
 #include <cstdio>
 
+#include "core/descriptor.h"
+
 namespace tunemeadow {
 namespace {
-
-/// Closes a descriptor at the end of its scope.
-class OwnedDescriptor {
- public:
-  explicit OwnedDescriptor(int descriptor) noexcept : descriptor_(descriptor) {}
-  ~OwnedDescriptor() { Close(); }
-  OwnedDescriptor(const OwnedDescriptor&) = delete;
-  OwnedDescriptor& operator=(const OwnedDescriptor&) = delete;
-
-  [[nodiscard]] int get() const noexcept { return descriptor_; }
-
-  /// False where the system reports a late write error.
-  bool Close() noexcept {
-    if (descriptor_ < 0) return true;
-    const bool closed = close(descriptor_) == 0;
-    descriptor_ = -1;
-    return closed;
-  }
-
- private:
-  int descriptor_;
-};
 
 /// The folder that the system looks into for this path, with its "/"; empty: the working folder.
 std::string_view FolderOnDisk(std::string_view path) noexcept {
@@ -72,7 +52,7 @@ std::string NameBeside(const std::string& path) {
 /// Makes the file `path`, which must not exist, with these bytes, and syncs it. `like`: the file
 /// whose owner and permission bits it takes, or null. Leaves nothing behind where it fails.
 bool MakeSyncedFile(const std::string& path, std::string_view bytes, const struct stat* like) {
-  OwnedDescriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+  Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
   if (file.get() < 0) return false;
   bool made = WriteAll(file.get(), bytes);
   if (made && like != nullptr) {
@@ -90,7 +70,7 @@ bool MakeSyncedFile(const std::string& path, std::string_view bytes, const struc
 
 std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t limit) {
   // Without O_NONBLOCK a pipe of that name would hold the program up until somebody writes to it.
-  const OwnedDescriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
   struct stat status {};
   if (file.get() < 0 || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode) ||
       static_cast<unsigned long long>(status.st_size) > limit) {
@@ -113,7 +93,7 @@ std::optional<std::string> ReadWholeFile(const std::string& path, std::size_t li
 
 bool SyncFolderOf(const std::string& path) noexcept {
   const std::string_view folder = FolderOnDisk(path);
-  const OwnedDescriptor opened(
+  const Descriptor opened(
       open(folder.empty() ? "." : std::string(folder).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   // Some file systems cannot sync a folder and say EINVAL; there is nothing to wait for then.
   return opened.get() >= 0 && (fsync(opened.get()) == 0 || errno == EINVAL);

@@ -49,6 +49,11 @@ class JournaledFile {
   [[nodiscard]] std::string Rewrite(std::span<const FilePiece> pieces, std::int64_t new_length);
 
  private:
+  struct OldBytes;
+  [[nodiscard]] bool PutBack(const OldBytes& old) const;
+  [[nodiscard]] std::string Write(std::span<const FilePiece> pieces, const OldBytes& old,
+                                  std::int64_t new_length, bool sync);
+
   UndoJournal& journal_;
   std::string path_;
   int file_ = -1;

@@ -8,6 +8,7 @@ namespace tunemeadow {
 Session::Session(std::string folder, const std::string& executable)
     : program_folder(WithTrailingSeparator(folder)),
       ini(JoinPath(program_folder, executable + ".INI")),
+      journal(program_folder),
       help_file(JoinPath(program_folder, "Tunemeadow.chm")) {
   command.ActiveConnection = &connection;
 }

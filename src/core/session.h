@@ -10,6 +10,7 @@
 #include "core/database.h"
 #include "core/ini.h"
 #include "core/preferences.h"
+#include "core/undo_journal.h"
 
 namespace tunemeadow {
 
@@ -21,6 +22,8 @@ struct Session {
   std::string program_folder;  ///< with a trailing separator; holds settings, catalogue, backup
   cINI ini;
   Preferences preferences;
+
+  UndoJournal journal;  ///< of every file that is rewritten in place
 
   Connection connection;
   Command command;  ///< its ActiveConnection is `connection`

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// What stands behind UndoJournal, for its own sources and JournaledFile's.
+#pragma once
+
+#include <sys/stat.h>
+
+#include <cstdint>
+#include <map>
+#include <set>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "core/descriptor.h"
+#include "core/journal_log.h"
+#include "core/undo_journal.h"
+
+namespace tunemeadow {
+
+/// A file whose old bytes stand in the journal.
+struct GuardedFile {
+  dev_t device = 0;
+  ino_t node = 0;
+  struct timespec modified {};       ///< last write before the group
+  bool touched = false;              ///< this program has written to it in the group
+  std::int64_t base_length = 0;      ///< before the group
+  std::int64_t least = 0, most = 0;  ///< lengths that the journal knows it may have
+  std::vector<ByteRange> covered;    ///< ranges of the base whose bytes stand in the journal
+  Descriptor file;                   ///< open once it was written, until it is synced
+  bool synced = true;                ///< nothing was written since the last sync
+};
+
+struct UndoJournal::State {
+  std::string folder;
+  Descriptor log;         ///< undo.journal, from the first need on
+  std::int64_t size = 0;  ///< bytes of the records that count
+  bool in_group = false;
+  bool set_aside = false;  ///< the journal must outlive the group: a file could not be restored
+  std::unordered_map<std::string, GuardedFile> files;
+  std::string pending;  ///< records that are not yet written
+  std::unordered_map<std::string, GuardedFile> pending_files;
+  std::set<std::string> waiting;  ///< paths that an older journal still holds images of
+
+  [[nodiscard]] std::string LogPath() const { return folder + "undo.journal"; }
+
+  /// Opens or makes the journal. Empty text, or what failed.
+  [[nodiscard]] std::string OpenLog();
+
+  /// Writes `records` behind the others. False, and the journal as before, where that failed.
+  [[nodiscard]] bool Append(std::string_view records, bool sync);
+
+  /// Sees to it that the old bytes of `needs` stand in the journal, synced, and that it knows of
+  /// `new_length`. `before` are the bytes of `needs`, which lie within the file as it is now. Empty
+  /// text, or what failed.
+  [[nodiscard]] std::string Guard(const std::string& path, const struct stat& now,
+                                  std::span<const ByteRange> needs,
+                                  std::span<const std::string> before, std::int64_t new_length);
+
+  /// The file was written through `descriptor`.
+  void Written(const std::string& path, int descriptor, bool synced);
+
+  /// Syncs every file that was written. Empty text, or what failed.
+  [[nodiscard]] std::string SyncFiles();
+
+  /// Gives the journal another name, under which the next start finds it.
+  void SetLogAside();
+
+  /// Tries once more to roll back a file that an older journal holds. True if nothing waits for the
+  /// path any more.
+  [[nodiscard]] bool Released(UndoJournal& journal, const std::string& path);
+};
+
+/// The parts of `range` that none of `covered` holds.
+[[nodiscard]] std::vector<ByteRange> UncoveredParts(const ByteRange& range,
+                                                    std::span<const ByteRange> covered);
+
+/// The image record of a file: its state before the group.
+[[nodiscard]] JournalRecord ImageOf(const std::string& path, const GuardedFile& guarded);
+
+}  // namespace tunemeadow
