@@ -78,11 +78,19 @@ void CellTable::AppendRow(std::span<const std::string_view> cells) {
 }
 
 void CellTable::SetCell(std::size_t row, std::size_t column, std::string_view text) {
+  const CellText one{column, text};
+  SetCells(row, {&one, 1});
+}
+
+void CellTable::SetCells(std::size_t row, std::span<const CellText> texts) {
   std::vector<std::string_view> cells(columns_);
   for (std::size_t i = 0; i < columns_; ++i) cells[i] = Cell(row, i);
-  if (cells[column] == text) return;
-  cells[column] = text;
-  rows_[row] = BuildRow(cells);
+  bool changed = false;
+  for (const CellText& each : texts) {
+    changed = changed || cells[each.column] != each.text;
+    cells[each.column] = each.text;
+  }
+  if (changed) rows_[row] = BuildRow(cells);
 }
 
 void CellTable::RemoveRows(const std::vector<bool>& remove) {

@@ -13,6 +13,12 @@
 
 namespace tunemeadow {
 
+/// A text and its column.
+struct CellText {
+  std::size_t column;
+  std::string_view text;
+};
+
 /// Rows and columns count from 0. Movable, not copyable: a table may hold a million rows.
 class CellTable {
  public:
@@ -34,8 +40,9 @@ class CellTable {
   /// 4 GiB - 1 bytes less the rest of its row; std::length_error above that, table unchanged.
   void AppendRow(std::span<const std::string_view> cells);
 
-  /// Replaces one text.
+  /// Replaces one text, or several of one row, which cost no more together than one does.
   void SetCell(std::size_t row, std::size_t column, std::string_view text);
+  void SetCells(std::size_t row, std::span<const CellText> texts);
 
   /// Removes the rows whose flag is set, keeping the order of the others. One flag per row.
   void RemoveRows(const std::vector<bool>& remove);

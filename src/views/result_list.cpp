@@ -52,6 +52,17 @@ void ResultList::SetCell(std::size_t row, Field field, std::string_view text) {
   rows_.SetCell(order_[row], IndexOf(field), text);
 }
 
+void ResultList::SetCells(std::size_t row, std::span<const FieldText> texts) {
+  if (row >= order_.size()) return;
+  std::vector<CellText> cells;
+  cells.reserve(texts.size());
+  for (const FieldText& each : texts) {
+    if (IndexOf(each.field) >= rows_.ColumnCount()) continue;
+    cells.push_back({IndexOf(each.field), each.text});
+  }
+  rows_.SetCells(order_[row], cells);
+}
+
 std::int64_t ResultList::Uid(std::size_t row) const noexcept {
   return ParseWhole(Cell(row, Field::uid)).value_or(0);
 }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,12 @@
 #include "views/list_columns.h"
 
 namespace tunemeadow {
+
+/// A text and its field.
+struct FieldText {
+  Field field;
+  std::string_view text;
+};
 
 /// Rows and columns count from 0; a row number is a place in the shown order.
 class ResultList {
@@ -33,6 +40,7 @@ class ResultList {
   [[nodiscard]] std::string_view Cell(std::size_t row, std::size_t column) const noexcept;
   [[nodiscard]] std::string_view Cell(std::size_t row, Field field) const noexcept;
   void SetCell(std::size_t row, Field field, std::string_view text);
+  void SetCells(std::size_t row, std::span<const FieldText> texts);
 
   /// Key of the row; 0 where it is no number.
   [[nodiscard]] std::int64_t Uid(std::size_t row) const noexcept;

@@ -44,7 +44,13 @@ TEST(CellTable, HoldsWhatAListOfTextsHolds) {
       const std::size_t row = random() % model.size();
       const std::size_t column = random() % kColumns;
       model[row][column] = text();
-      table.SetCell(row, column, model[row][column]);
+      if (random() % 2 == 0) {
+        table.SetCell(row, column, model[row][column]);
+      } else {
+        const std::size_t other = (column + 1) % kColumns;
+        model[row][other] = text();
+        table.SetCells(row, {{{column, model[row][column]}, {other, model[row][other]}}});
+      }
     }
     if (step % 1000 == 999) {
       std::vector<bool> remove(model.size());
