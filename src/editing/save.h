@@ -12,8 +12,4 @@ namespace tunemeadow {
 /// where the file is missing or the track number is no track number.
 void cmdSpeichern_Click(Workbench& bench);
 
-/// Asks "Save your changes?" where the person has changed the record in the editor, and saves on
-/// Yes. For the moments at which the record is about to go: another row, the end of the program.
-void AskToSaveChanges(Workbench& bench);
-
 }  // namespace tunemeadow

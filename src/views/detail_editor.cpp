@@ -65,6 +65,14 @@ void CopyCells(const ResultList& list, std::size_t row, DetailEditor& details) {
   for (std::size_t extra = 0; extra < kExtraFields; ++extra) {
     details.txtSave3[extra] = list.Cell(row, kExtraDetails[extra]);
   }
+  details.hasid3v1 = list.Cell(row, Field::hasid3v1);
+  details.hasid3v2 = list.Cell(row, Field::hasid3v2);
+  details.DetailsKeyed = false;
+  details.DetailsChanged = false;
+}
+
+bool HasChanges(const DetailEditor& details) noexcept {
+  return details.DetailsKeyed && details.DetailsChanged;
 }
 
 /// What the list does not hold. The values of a block that is not whole are not used.
@@ -95,28 +103,64 @@ std::string WritePictureFile(const Session& session, const ID3v2Picture& picture
   return file ? path : std::string();
 }
 
-}  // namespace
-
-void ListView1_ItemClick(Workbench& bench, std::size_t row) {
-  ResultList& list = bench.ListInView();
-  if (row >= list.RowCount()) return;
+void LoadTexts(Workbench& bench, std::size_t row) {
   DetailEditor& details = bench.details;
-  details.save_all = list.SelectedCount() >= 2;
-  if (details.save_all) {
-    bench.Watcher().DetailsChanged();
-    return;
-  }
-  // Changes of the record that is about to go are asked for here.
   details.enabled = true;
   details.comment_enabled = !bench.session.preferences.chkAutoComment;
-  CopyCells(list, row, details);
+  CopyCells(bench.ListInView(), row, details);
   ReadOwnLyrics3(details);
+}
+
+void ShowDetails(Workbench& bench, std::size_t row) {
   bench.Watcher().DetailsChanged();
-  if (bench.show_picture && list.Cell(row, Field::haspic) == "1") {
-    ShowPic(bench, details.txtLocationSave);
+  if (bench.show_picture && bench.ListInView().Cell(row, Field::haspic) == "1") {
+    ShowPic(bench, bench.details.txtLocationSave);
   } else {
     ClearPicture(bench);
   }
+}
+
+}  // namespace
+
+void ListView1_ItemClick(Workbench& bench, std::size_t row) {
+  const ResultList& list = bench.ListInView();
+  if (row >= list.RowCount()) return;
+  if (list.SelectedCount() >= 2) {
+    ChangeDetailtoSaveALL(bench);
+    return;
+  }
+  bench.details.save_all = false;
+  const bool is_loaded = bench.details.uid != 0 && bench.details.uid == list.Uid(row);
+  if (!is_loaded) AskToSaveChanges(bench);
+  if (row >= list.RowCount()) return;  // the window lives while a record is saved
+  if (!is_loaded || !HasChanges(bench.details)) LoadTexts(bench, row);
+  ShowDetails(bench, row);
+}
+
+void AskToSaveChanges(Workbench& bench) {
+  if (!HasChanges(bench.details) || !bench.save_details) return;
+  const Answer answer = bench.interaction.ShowMessage(
+      {.text = "Save your changes?", .title = "Save", .buttons = Buttons::kYesNo});
+  if (answer == Answer::kYes) bench.save_details(bench);
+}
+
+void ChangeDetailtoSaveALL(Workbench& bench) {
+  bench.details.save_all = true;
+  bench.Watcher().DetailsChanged();
+}
+
+void ChangeDetailSaveNo(Workbench& bench) {
+  bench.details.save_all = false;
+  bench.details.comment_enabled = !bench.session.preferences.chkAutoComment;
+  bench.Watcher().DetailsChanged();
+}
+
+void ReloadDetails(Workbench& bench) {
+  if (bench.details.uid == 0) return;
+  const auto row = bench.ListInView().RowOfUid(bench.details.uid);
+  if (!row) return;
+  LoadTexts(bench, *row);
+  ShowDetails(bench, *row);
 }
 
 void ListView1_ItemExternClick(Workbench& bench) {

@@ -58,10 +58,25 @@ struct DetailEditor {
 /// What a click on a row does, in either list: fills the editor from its cells, reads the Lyrics3
 /// block and, where the row has one and the pane is shown, the picture. With two or more rows
 /// selected the editor goes into the mode for many and keeps its texts. `row` is the clicked one.
+/// Changes of the record that is about to go are asked for first; those of the clicked row itself
+/// stay in the editor.
 void ListView1_ItemClick(Workbench& bench, std::size_t row);
 
 /// The same for the focused row, from elsewhere.
 void ListView1_ItemExternClick(Workbench& bench);
+
+/// Asks "Save your changes?" where the person has changed the record in the editor, and on Yes
+/// calls the save command. For the moments at which the record is about to go: another row, the end
+/// of the program.
+void AskToSaveChanges(Workbench& bench);
+
+/// The editor's mode for many rows, and back to that for one.
+void ChangeDetailtoSaveALL(Workbench& bench);
+void ChangeDetailSaveNo(Workbench& bench);
+
+/// Fills the editor again from the cells of the row that it holds, where the list in view has it.
+/// For commands that have changed the row. Changes that were not saved go.
+void ReloadDetails(Workbench& bench);
 
 /// Next (0) or previous (1) row of the list in view, then its item click; a box where there is
 /// none.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -109,6 +110,50 @@ TEST_F(Details, SeveralRowsKeepTheTextsAndSwitchToSaveAll) {
   Click(1);
   EXPECT_FALSE(details_.save_all);
   EXPECT_EQ(details_.uid, 101);
+}
+
+TEST_F(Details, ChangesAreAskedForBeforeAnotherRowComesInTheirPlace) {
+  struct Case {
+    bool keyed, changed;
+    std::size_t clicked;
+    std::optional<Answer> answer;  ///< none: nothing is asked
+    const char* shown;
+  };
+  const std::vector<Case> cases = {
+      {true, true, 1, Answer::kYes, "Songname-1"},   {true, true, 1, Answer::kNo, "Songname-1"},
+      {true, false, 1, std::nullopt, "Songname-1"},  {false, true, 1, std::nullopt, "Songname-1"},
+      {false, false, 0, std::nullopt, "Songname-0"}, {true, true, 0, std::nullopt, "mine"},
+  };
+  for (const Case& each : cases) {
+    interaction_.boxes.clear();
+    std::vector<std::string> saved;
+    bench_.save_details = [&](Workbench& bench) { saved.push_back(bench.details.txtTitelSave); };
+    Fill({"/nowhere/a.mp3", "/nowhere/b.mp3"});
+    details_.DetailsKeyed = details_.DetailsChanged = false;
+    Click(0);
+    details_.txtTitelSave = "mine";
+    details_.DetailsKeyed = each.keyed;
+    details_.DetailsChanged = each.changed;
+    if (each.answer) interaction_.WillAnswer(*each.answer);
+    Click(each.clicked);
+    EXPECT_EQ(interaction_.BoxTexts(), each.answer
+                                           ? std::vector<std::string>{"Save: Save your changes?"}
+                                           : std::vector<std::string>{});
+    EXPECT_EQ(saved, std::vector<std::string>(each.answer == Answer::kYes ? 1 : 0, "mine"));
+    EXPECT_EQ(details_.txtTitelSave, each.shown);
+    EXPECT_EQ(details_.DetailsChanged, details_.txtTitelSave == "mine");
+  }
+}
+
+TEST_F(Details, SeveralRowsAreNotAskedFor) {
+  Fill({"/nowhere/a.mp3", "/nowhere/b.mp3"});
+  bench_.save_details = [](Workbench&) { FAIL(); };
+  Click(0);
+  EXPECT_EQ(details_.hasid3v1, "hasid3v1-0");
+  details_.DetailsKeyed = details_.DetailsChanged = true;
+  bench_.ListView1.SetSelected(1, 1, true);
+  ListView1_ItemClick(bench_, 1);
+  EXPECT_TRUE(details_.DetailsChanged);
 }
 
 TEST_F(Details, TheLyrics3BlockIsThatOfTheFileAlone) {
