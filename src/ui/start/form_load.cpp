@@ -61,6 +61,7 @@ bool frmStart::Form_Load() {
   DetermineConnection(session_);
   BuildLists();
   interaction_.ShowLoading("Loading Database...");
+  const std::string rolled_back = RollBackSentence(session_.journal.RollBack());
   CompactAndRepair();
   if (session_.preferences.lblConfigDB != kOtherDatabase && session_.preferences.chkBackup) {
     (void)MakeBackup(session_.preferences.lblConfigDB, session_.program_folder);
@@ -80,6 +81,7 @@ bool frmStart::Form_Load() {
   interaction_.SetStatus("Ready.");
   FillList();
   if (session_.first_run) ShowFirstRun();
+  if (!rolled_back.empty()) interaction_.SetStatus(rolled_back);
   return true;
 }
 
@@ -185,7 +187,12 @@ void frmStart::ShowFirstRun() {
 }
 
 void frmStart::ApplyPreferences() {
-  detail_panels_->EnableComment(!session_.preferences.chkAutoComment);
+  bench_.details.comment_enabled = !session_.preferences.chkAutoComment;
+  if (bench_.details.enabled || bench_.details.save_all) {
+    detail_panels_->Show();
+  } else {
+    detail_panels_->EnableComment(bench_.details.comment_enabled);
+  }
 }
 
 void frmStart::Form_Unload() {
