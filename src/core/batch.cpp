@@ -13,7 +13,7 @@ Batch::Batch(Session& session, Interaction& interaction, const std::string& line
   interaction_.SetPanelWidth(kPanelWidthBatch);
   interaction_.EnableMainWindow(false);
   if (maximum > 0) interaction_.ShowProgress(maximum);
-  interaction_.ShowLoading(line_);
+  if (!line_.empty()) interaction_.ShowLoading(line_);
 }
 
 Batch::~Batch() {
@@ -38,7 +38,7 @@ bool Batch::Step(std::int64_t value) {
 Answer Batch::ShowMessage(const MessageBox& box) {
   interaction_.HideLoading();
   const Answer answer = interaction_.ShowMessage(box);
-  interaction_.ShowLoading(line_);
+  if (!line_.empty()) interaction_.ShowLoading(line_);
   return answer;
 }
 

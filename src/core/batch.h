@@ -14,7 +14,8 @@ namespace tunemeadow {
 class Batch {
  public:
   /// Begins: clears CancelRequested, shows `line` in frmLoading and, where `maximum` is above 0,
-  /// the progress bar. The catalogue writes in batches meanwhile.
+  /// the progress bar. The catalogue writes in batches meanwhile. An empty `line` is for a job with
+  /// a window of its own: frmLoading does not come.
   Batch(Session& session, Interaction& interaction, const std::string& line, std::int64_t maximum);
 
   /// Puts everything back: pointer, panel ("Ready.", width 2000), bar, frmLoading, main window;
