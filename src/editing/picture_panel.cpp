@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editing/picture_panel.h"
+
+#include <cstdio>
+#include <exception>
+#include <string_view>
+
+#include "audio/id3v2_writer.h"
+#include "core/durable_file.h"
+#include "core/paths.h"
+#include "editing/chosen_picture.h"
+#include "editing/row_update.h"
+#include "editing/tag_values.h"
+
+namespace tunemeadow {
+namespace {
+
+constexpr std::string_view kPictureFolderKey = "ImageToSave";
+
+/// One file is being written at the person's word: hourglass, no input, no timer starts work.
+class OneFileAtWork {
+ public:
+  OneFileAtWork(Workbench& bench, const std::string& status) : bench_(bench) {
+    bench_.session.busy = true;
+    bench_.interaction.EnableMainWindow(false);
+    bench_.interaction.SetBusyPointer(true);
+    bench_.interaction.SetStatus(status);
+  }
+  ~OneFileAtWork() {
+    bench_.interaction.SetStatus("Ready.");
+    bench_.interaction.SetBusyPointer(false);
+    bench_.interaction.EnableMainWindow(true);
+    bench_.session.busy = false;
+  }
+  OneFileAtWork(const OneFileAtWork&) = delete;
+  OneFileAtWork& operator=(const OneFileAtWork&) = delete;
+
+ private:
+  Workbench& bench_;
+};
+
+void TellPictureError(Workbench& bench, const std::string& text) {
+  bench.interaction.ShowMessage({.text = text, .title = "Error", .icon = Icon::kExclamation});
+}
+
+/// The record in the editor as the file whose row is to be corrected.
+SelectedFile FileOfEditor(Workbench& bench) {
+  const ResultList& list = bench.ListInView();
+  const DetailEditor& details = bench.details;
+  return {.row = list.RowOfUid(details.uid).value_or(list.RowCount()),
+          .uid = details.uid,
+          .path = details.txtLocationSave};
+}
+
+void CorrectRowAndPane(Workbench& bench, const RowUpdate& update) {
+  const SelectedFile file = FileOfEditor(bench);
+  if (const auto box = TryUpdateRow(bench, update, file)) bench.interaction.ShowMessage(*box);
+  ShowPic(bench, file.path);
+}
+
+// --- Delete --------------------------------------------------------------------------------------
+
+std::string RemoveShownPicture(Workbench& bench, const std::string& path) {
+  const OneFileAtWork work(bench, "Updating file (removing Image from ID3v2Tag), please wait...");
+  TagWriting writing(bench.session.journal);
+  writing.yield = [&bench] { bench.interaction.KeepPainting(); };
+  return RemoveID3v2Picture(writing, path);
+}
+
+void DeletePicture(Workbench& bench) {
+  const std::string path = bench.details.txtLocationSave;
+  const std::string result = RemoveShownPicture(bench, path);
+  if (result == "OK") {
+    CorrectRowAndPane(bench, kPictureRemoved);
+    return;
+  }
+  ShowPic(bench, path);
+  if (result != kNoID3v2Picture) TellPictureError(bench, result);
+}
+
+// --- Add -----------------------------------------------------------------------------------------
+
+/// Lets the person choose; false where there is nothing to write.
+bool ChoosePicture(Workbench& bench) {
+  cINI& ini = bench.session.ini;
+  const auto chosen = bench.interaction.ChooseFile(
+      {.title = "Add Image",
+       .filter = "JPEG Images (*.jpg)",
+       .start = ini.GetString(kConfigSection, kPictureFolderKey, "", 0),
+       .images = true});
+  if (!chosen || chosen->empty()) return false;
+  ini.SaveString(kConfigSection, kPictureFolderKey, FolderPart(*chosen));
+  if (const auto objection = ObjectionToPicture(*chosen)) {
+    bench.interaction.ShowMessage(*objection);
+    return false;
+  }
+  bench.PictureFile = *chosen;
+  return true;
+}
+
+/// A file of no bytes would stay without a tag, and its row would tell of a picture.
+bool IsEmptyFile(const std::string& path) {
+  FileBytes file;
+  return file.Open(path) && file.Length() == 0;
+}
+
+/// "OK", or what failed. `losses` tells what the tag could not hold.
+std::string WriteChosenPicture(Workbench& bench, TagLosses& losses) {
+  const DetailEditor& details = bench.details;
+  if (IsEmptyFile(details.txtLocationSave)) return "The file is empty.";
+  const OneFileAtWork work(bench, "Updating file (saving ID3v2Tag), please wait...");
+  TagWriting writing(bench.session.journal);
+  writing.yield = [&bench] { bench.interaction.KeepPainting(); };
+  SetPicture(writing, bench.PictureFile);
+  Mp3Info info;
+  FillInfo(ValuesOfEditor(details), info, writing.losses);
+  const std::string result = WriteID3v2Tag(writing, details.txtLocationSave, true, info);
+  losses = writing.losses;
+  return result;
+}
+
+void AddPicture(Workbench& bench) {
+  if (!ChoosePicture(bench)) return;
+  TagLosses losses;
+  const std::string result = WriteChosenPicture(bench, losses);
+  if (result != "OK") {
+    TellPictureError(bench, "ID3v2-Tag can't be written!\n" + result);
+    return;
+  }
+  CorrectRowAndPane(bench, kPictureAdded);
+  if (losses.Any()) bench.interaction.SetStatus(LossSentence(losses));
+}
+
+// --- Save ----------------------------------------------------------------------------------------
+
+void SaveCopyOfPicture(Workbench& bench) {
+  const ID3v2Picture& picture = bench.details.picture;
+  if (picture.data.empty()) return;
+  const std::string folder = bench.session.ini.GetString(kConfigSection, kPictureFolderKey, "", 0);
+  const std::string name = "pic." + picture.extension;
+  const auto chosen =
+      bench.interaction.ChooseFile({.title = "Save Image",
+                                    .filter = "Graphic File (*." + picture.extension + ")",
+                                    .start = folder.empty() ? name : JoinPath(folder, name),
+                                    .for_saving = true});
+  if (!chosen || chosen->empty()) return;
+  if (!ReplaceFile(*chosen, picture.data)) {
+    TellPictureError(bench, DisplayPath(*chosen) + " can't be written!");
+  }
+}
+
+void RunPaneCommand(Workbench& bench, void (*run)(Workbench&)) {
+  try {
+    run(bench);
+  } catch (const std::exception& error) {
+    TellPictureError(bench, error.what());
+  }
+}
+
+}  // namespace
+
+std::string AddPictureCaption(const DetailEditor& details) {
+  return details.picture.data.empty() ? "add" : "del";
+}
+
+void cmdAddpic_Click(Workbench& bench) {
+  const DetailEditor& details = bench.details;
+  if (!details.enabled || details.save_all || !HasExtension(details.txtLocationSave, "mp3")) return;
+  RunPaneCommand(bench, details.picture.data.empty() ? AddPicture : DeletePicture);
+}
+
+void cmdSavePic_Click(Workbench& bench) { RunPaneCommand(bench, SaveCopyOfPicture); }
+
+void RemovePictureFile(Workbench& bench) {
+  std::string& file = bench.details.picture_file;
+  if (!file.empty()) std::remove(file.c_str());
+  file.clear();
+}
+
+}  // namespace tunemeadow
