@@ -20,16 +20,6 @@ constexpr PictureSignature kJpegStart = {"\xFF\xD8\xFF", "jpg"};
 constexpr std::array<PictureSignature, 3> kOtherStarts = {
     {{"\x89PNG", "png"}, {"GIF8", "gif"}, {"BM", "bmp"}}};
 
-/// Place of the description's end in `frame` from `from` on: of one zero byte, or of two in the
-/// step of UTF-16; the frame's end where there is none.
-std::size_t EndOfDescription(std::string_view frame, std::size_t from, bool wide) noexcept {
-  if (!wide) return std::min(frame.find('\0', from), frame.size());
-  for (std::size_t at = from; at + 1 < frame.size(); at += 2) {
-    if (frame[at] == '\0' && frame[at + 1] == '\0') return at;
-  }
-  return frame.size();
-}
-
 /// The part of a MIME text behind its last "/", as far as it may stand in a file name.
 std::string ExtensionOf(std::string_view mime) {
   std::string extension;

@@ -55,6 +55,14 @@ std::string_view RawFrameValue(std::string_view text, std::size_t offset,
   return text.substr(start, std::min(size - 1, kLongestValue));
 }
 
+std::size_t EndOfDescription(std::string_view frame, std::size_t from, bool wide) noexcept {
+  if (!wide) return std::min(frame.find('\0', from), frame.size());
+  for (std::size_t at = from; at + 1 < frame.size(); at += 2) {
+    if (frame[at] == '\0' && frame[at + 1] == '\0') return at;
+  }
+  return frame.size();
+}
+
 TagText CleanFrameValue(std::string_view raw) {
   if (raw.find('\xFE') == std::string_view::npos) return TagText(raw);
   return ReplaceEach(ReplaceEach(raw, "\xFF\xFE", ""), "\x9F\xFE", "");

@@ -40,6 +40,11 @@ inline constexpr std::size_t kID3v2HeaderBytes = 10;
 [[nodiscard]] std::string_view RawFrameValue(std::string_view text, std::size_t offset,
                                              std::size_t size) noexcept;
 
+/// Where the description that begins at `from` of a frame's bytes ends: at one zero byte, or with
+/// `wide` at two in the step of UTF-16; at the last byte's end where there is none.
+[[nodiscard]] std::size_t EndOfDescription(std::string_view frame, std::size_t from,
+                                           bool wide) noexcept;
+
 /// The value without the byte order marks: first every FF FE is removed, then every 9F FE. The zero
 /// bytes of UTF-16 stay.
 [[nodiscard]] TagText CleanFrameValue(std::string_view raw);

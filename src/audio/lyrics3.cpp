@@ -9,33 +9,11 @@
 namespace tunemeadow {
 namespace {
 
-constexpr std::string_view kLyrics3Begin = "LYRICSBEGIN";
-constexpr std::string_view kLyrics3End = "LYRICS200";
-constexpr std::size_t kSizeDigits = 6;
 constexpr std::size_t kFieldLetters = 3;
 constexpr std::size_t kFieldHead = 8;  // letters and five digits
 constexpr std::size_t kLongestField = 32767;
 
-// Size digits, end mark and ID3v1 tag. A shorter file has no block, even without an ID3v1 tag.
-constexpr std::size_t kEndWithID3v1 = 143;
-constexpr std::size_t kEndAlone = 15;
-
-struct Lyrics3Field {
-  std::string_view letters;
-  TagText Lyrics3::*field;
-};
-constexpr std::array<Lyrics3Field, 10> kLyrics3Fields = {{
-    {"LYR", &Lyrics3::Lyrics3Lyr},
-    {"INF", &Lyrics3::Lyrics3Inf},
-    {"AUT", &Lyrics3::Lyrics3Aut},
-    {"EAL", &Lyrics3::Lyrics3Eal},
-    {"EAR", &Lyrics3::Lyrics3Ear},
-    {"ETT", &Lyrics3::Lyrics3Ett},
-    {"IMG", &Lyrics3::Lyrics3Img},
-    {"QUA", &Lyrics3::Lyrics3Qua},
-    {"SIT", &Lyrics3::Lyrics3Sit},
-    {"MOO", &Lyrics3::Lyrics3Moo},
-}};
+constexpr std::size_t kEndAlone = 15;  // size digits and end mark
 
 /// The number of a fixed run of decimal digits; nullopt where any of them is something else.
 std::optional<std::size_t> DigitsToNumber(std::string_view digits) noexcept {
@@ -76,21 +54,26 @@ bool WalkLyrics3Fields(std::string_view bytes, std::int64_t limit, Lyrics3& lyri
 
 }  // namespace
 
-std::optional<Lyrics3Block> FindLyrics3Block(FileBytes& file) {
-  const std::int64_t length = file.Length();
-  const std::string_view tail =
-      file.Read(length - static_cast<std::int64_t>(kEndWithID3v1), kEndWithID3v1);
-  if (tail.size() < kEndWithID3v1) return std::nullopt;
+std::optional<Lyrics3Block> Lyrics3BlockOfTail(std::string_view tail, std::int64_t length) {
+  if (tail.size() != kLyrics3TailBytes) return std::nullopt;
   Lyrics3Block block;
-  block.before_id3v1 = tail.substr(kSizeDigits).starts_with(kLyrics3End);
+  block.before_id3v1 = tail.substr(kLyrics3SizeDigits).starts_with(kLyrics3End);
   if (!block.before_id3v1 && !tail.ends_with(kLyrics3End)) return std::nullopt;
-  const std::size_t end_bytes = block.before_id3v1 ? kEndWithID3v1 : kEndAlone;
-  block.size_text = tail.substr(kEndWithID3v1 - end_bytes, kSizeDigits);
+  const std::size_t end_bytes = block.before_id3v1 ? kLyrics3TailBytes : kEndAlone;
+  block.size_text = tail.substr(kLyrics3TailBytes - end_bytes, kLyrics3SizeDigits);
   const std::optional<std::size_t> size = DigitsToNumber(block.size_text);
   if (!size) return std::nullopt;
   block.limit = length - static_cast<std::int64_t>(end_bytes);
   block.start = block.limit - static_cast<std::int64_t>(*size);
-  if (file.Read(block.start, kLyrics3Begin.size()) != kLyrics3Begin) return std::nullopt;
+  if (block.start < 0) return std::nullopt;
+  return block;
+}
+
+std::optional<Lyrics3Block> FindLyrics3Block(FileBytes& file) {
+  const std::string_view tail =
+      file.Read(file.Length() - static_cast<std::int64_t>(kLyrics3TailBytes), kLyrics3TailBytes);
+  std::optional<Lyrics3Block> block = Lyrics3BlockOfTail(tail, file.Length());
+  if (block && file.Read(block->start, kLyrics3Begin.size()) != kLyrics3Begin) block.reset();
   return block;
 }
 

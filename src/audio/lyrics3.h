@@ -3,9 +3,12 @@
 // this program's own fields QUA, SIT and MOO.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "audio/file_bytes.h"
 #include "audio/mp3_info.h"
@@ -28,6 +31,31 @@ struct Lyrics3 {
   TagText Lyrics3SizeText;  ///< the six digits of the block last found
 };
 
+inline constexpr std::string_view kLyrics3Begin = "LYRICSBEGIN";
+inline constexpr std::string_view kLyrics3End = "LYRICS200";
+inline constexpr std::size_t kLyrics3SizeDigits = 6;
+
+/// Size digits, end mark and ID3v1 record. A shorter file has no block, even without a record.
+inline constexpr std::size_t kLyrics3TailBytes = 143;
+
+/// The known fields beside IND, in the order in which they are written.
+struct Lyrics3Field {
+  std::string_view letters;
+  TagText Lyrics3::*field;
+};
+inline constexpr std::array<Lyrics3Field, 10> kLyrics3Fields = {{
+    {"LYR", &Lyrics3::Lyrics3Lyr},
+    {"INF", &Lyrics3::Lyrics3Inf},
+    {"AUT", &Lyrics3::Lyrics3Aut},
+    {"EAL", &Lyrics3::Lyrics3Eal},
+    {"EAR", &Lyrics3::Lyrics3Ear},
+    {"ETT", &Lyrics3::Lyrics3Ett},
+    {"IMG", &Lyrics3::Lyrics3Img},
+    {"QUA", &Lyrics3::Lyrics3Qua},
+    {"SIT", &Lyrics3::Lyrics3Sit},
+    {"MOO", &Lyrics3::Lyrics3Moo},
+}};
+
 /// Where a block stands. Offsets count from 0.
 struct Lyrics3Block {
   std::int64_t start = 0;     ///< of "LYRICSBEGIN"
@@ -35,6 +63,13 @@ struct Lyrics3Block {
   TagText size_text;          ///< the six size digits
   bool before_id3v1 = false;  ///< its end mark stands 137 bytes before the end, not at the end
 };
+
+/// The block that `tail`, the last kLyrics3TailBytes of a file of `length` bytes, tells of: one
+/// whose end mark stands before an ID3v1 tag, else one at the end. nullopt if there is no end mark,
+/// if the size is no number or points before the file. Whether "LYRICSBEGIN" stands at its start
+/// remains to be seen.
+[[nodiscard]] std::optional<Lyrics3Block> Lyrics3BlockOfTail(std::string_view tail,
+                                                             std::int64_t length);
 
 /// The block whose end mark stands before an ID3v1 tag, else the one at the end. nullopt if there
 /// is none, if the size is no number, points before the file or not at "LYRICSBEGIN", and for a
