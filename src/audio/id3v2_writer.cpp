@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "audio/id3v2_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "audio/file_bytes.h"
+#include "audio/id3v2_plan.h"
+#include "audio/id3v2_text.h"
+#include "core/durable_file.h"
+#include "core/journaled_file.h"
+#include "core/paths.h"
+
+namespace tunemeadow {
+namespace {
+
+constexpr std::string_view kWritten = "OK";
+constexpr std::string_view kUnreadable = "The file cannot be read.";
+
+constexpr std::int64_t kFirstRead = 4096;  // holds most tags that have no picture
+constexpr std::size_t kLargestPicture = std::size_t{1} << 28;
+
+/// What the plans are to be handed; nullopt where the file cannot be read.
+std::optional<std::string> ReadHead(const JournaledFile& file) {
+  const std::int64_t length = file.Length();
+  const auto read = [&](std::size_t count) {
+    const auto wanted = static_cast<std::int64_t>(count);
+    return file.Read(0, static_cast<std::size_t>(std::min(wanted, length)));
+  };
+  std::optional<std::string> head = read(kFirstRead);
+  if (!head) return std::nullopt;
+  if (head->size() < kID3v2HeaderBytes) head->resize(kID3v2HeaderBytes, '\0');
+  const std::size_t wanted = ID3v2HeadBytes(*head, length);
+  if (wanted > head->size() && static_cast<std::int64_t>(head->size()) < length) {
+    head = read(wanted);
+    if (!head) return std::nullopt;
+  }
+  head->resize(wanted, '\0');
+  return head;
+}
+
+/// The picture to be added; nothing where none is wanted or there is no such file. `error` tells
+/// why one that is there cannot be taken.
+std::optional<std::string> ReadPictureFile(const TagWriting& writing, bool wanted,
+                                           std::string& error) {
+  if (!wanted || !MyFileExists(writing.PictureFile) || IsDirectory(writing.PictureFile)) {
+    return std::nullopt;
+  }
+  std::optional<std::string> bytes = ReadWholeFile(writing.PictureFile, kLargestPicture);
+  if (!bytes) error = "The picture file cannot be read, or has more than 256 MB.";
+  return bytes;
+}
+
+/// Writes what was planned. `yield`, where there is one, is called before the audio moves.
+std::string CarryOut(const ID3v2Plan& plan, JournaledFile& file,
+                     const std::function<void()>& yield) {
+  const FilePiece tag = {.offset = 0, .bytes = plan.tag};
+  std::string error;
+  if (plan.StaysInPlace()) {
+    error = file.Rewrite({&tag, 1}, file.Length());
+  } else {
+    const std::optional<std::string> audio =
+        file.Read(plan.audio, static_cast<std::size_t>(file.Length() - plan.audio));
+    if (!audio) return std::string(kUnreadable);
+    if (yield) yield();
+    const auto behind_tag = static_cast<std::int64_t>(plan.tag.size());
+    const std::array<FilePiece, 2> pieces = {{tag, {.offset = behind_tag, .bytes = *audio}}};
+    error = file.Rewrite(pieces, behind_tag + static_cast<std::int64_t>(audio->size()));
+  }
+  return error.empty() ? std::string(kWritten) : error;
+}
+
+using RemovalPlan = ID3v2Plan (*)(std::string_view head, std::int64_t length);
+
+/// The answer for a file that may not be written: one without such a tag is not worth a complaint.
+std::string AnswerForUnwritable(const std::string& path, RemovalPlan plan_removal,
+                                const std::string& complaint) {
+  FileBytes file;
+  if (!file.Open(path)) return complaint;
+  const std::size_t wanted = ID3v2HeadBytes(file.ReadPadded(0, kID3v2HeaderBytes), file.Length());
+  const ID3v2Plan plan = plan_removal(file.ReadPadded(0, wanted), file.Length());
+  return plan.error.empty() ? complaint : plan.error;
+}
+
+std::string RemoveFromTag(TagWriting& writing, const std::string& path, RemovalPlan plan_removal) {
+  JournaledFile file(writing.journal);
+  const std::string complaint = file.Open(path);
+  if (!complaint.empty()) return AnswerForUnwritable(path, plan_removal, complaint);
+  const std::optional<std::string> head = ReadHead(file);
+  if (!head) return std::string(kUnreadable);
+  const ID3v2Plan plan = plan_removal(*head, file.Length());
+  return plan.error.empty() ? CarryOut(plan, file, nullptr) : plan.error;
+}
+
+}  // namespace
+
+std::string WriteID3v2Tag(TagWriting& writing, const std::string& path, bool withPicture,
+                          Mp3Info& info) {
+  JournaledFile file(writing.journal);
+  std::string error = file.Open(path);
+  if (!error.empty()) return error;
+  if (file.Length() == 0) return std::string(kWritten);
+  const std::optional<std::string> head = ReadHead(file);
+  if (!head) return std::string(kUnreadable);
+  const std::optional<std::string> picture_bytes = ReadPictureFile(writing, withPicture, error);
+  if (!error.empty()) return error;
+  std::optional<ID3v2NewPicture> picture;
+  if (picture_bytes) picture = {*picture_bytes, writing.PictureExtension};
+  const ID3v2Plan plan = PlanNewTag(*head, file.Length(), picture, info);
+  if (!plan.error.empty()) return plan.error;
+  std::string result = CarryOut(plan, file, writing.yield);
+  if (result == kWritten) {
+    writing.losses.frames += plan.losses.frames;
+    writing.losses.long_texts += plan.losses.long_texts;
+  }
+  return result;
+}
+
+std::string RemoveID3v2Tag(TagWriting& writing, const std::string& path) {
+  return RemoveFromTag(writing, path, PlanWithoutTag);
+}
+
+std::string RemoveID3v2Picture(TagWriting& writing, const std::string& path) {
+  return RemoveFromTag(writing, path, PlanWithoutPictures);
+}
+
+}  // namespace tunemeadow

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "audio/lyrics3_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string_view>
+
+#include "audio/lyrics3_block.h"
+#include "core/journaled_file.h"
+
+namespace tunemeadow {
+namespace {
+
+constexpr std::int64_t kID3v1Bytes = 128;
+constexpr std::int64_t kSizeAndEndMark = 15;
+constexpr std::size_t kLongestID3v1Text = 30;
+
+/// The end of a file, as far as the block and the ID3v1 record go.
+struct FileEnd {
+  std::string record;                 ///< the last 128 bytes, if they are an ID3v1 record
+  std::optional<Lyrics3Block> block;  ///< the one found
+};
+
+/// nullopt where the file cannot be read.
+std::optional<FileEnd> ReadFileEnd(const JournaledFile& file) {
+  const auto tail_bytes = std::min(file.Length(), static_cast<std::int64_t>(kLyrics3TailBytes));
+  const std::optional<std::string> tail =
+      file.Read(file.Length() - tail_bytes, static_cast<std::size_t>(tail_bytes));
+  if (!tail) return std::nullopt;
+  FileEnd end;
+  if (tail_bytes >= kID3v1Bytes) {
+    end.record = tail->substr(static_cast<std::size_t>(tail_bytes - kID3v1Bytes));
+  }
+  if (!end.record.starts_with("TAG")) end.record.clear();
+  end.block = Lyrics3BlockOfTail(*tail, file.Length());
+  if (end.block && file.Read(end.block->start, kLyrics3Begin.size()) != kLyrics3Begin) {
+    end.block.reset();
+  }
+  return end;
+}
+
+/// Bytes from the block's "LYRICSBEGIN" to its size digits.
+std::int64_t SizeOf(const Lyrics3Block& block) noexcept { return block.limit - block.start; }
+
+bool NeedsBlock(const Lyrics3Texts& texts, const Lyrics3& block) noexcept {
+  return texts.title.size() > kLongestID3v1Text || texts.artist.size() > kLongestID3v1Text ||
+         texts.album.size() > kLongestID3v1Text || !block.Lyrics3Aut.empty() ||
+         !block.Lyrics3Img.empty() || !block.Lyrics3Inf.empty() || !block.Lyrics3Lyr.empty() ||
+         !block.Lyrics3Moo.empty() || !block.Lyrics3Qua.empty() || !block.Lyrics3Sit.empty();
+}
+
+/// Puts `bytes` at `start` and the file's end behind them.
+bool EndFileWith(JournaledFile& file, std::int64_t start, std::string_view bytes) {
+  if (start < 0) return false;
+  const FilePiece piece = {.offset = start, .bytes = bytes};
+  return file
+      .Rewrite({&piece, bytes.empty() ? 0U : 1U}, start + static_cast<std::int64_t>(bytes.size()))
+      .empty();
+}
+
+bool WriteBlock(TagWriting& writing, const std::string& path, Lyrics3& block) {
+  std::optional<std::string> bytes = BuildLyrics3Block(block);
+  JournaledFile file(writing.journal);
+  if (!bytes || !file.Open(path).empty()) return false;
+  const std::optional<FileEnd> end = ReadFileEnd(file);
+  if (!end) return false;
+  // As before an ID3v1 record, also where there is none.
+  std::int64_t start = file.Length() - kID3v1Bytes;
+  if (end->block) {
+    start -= kSizeAndEndMark + SizeOf(*end->block);
+    block.Lyrics3SizeText = end->block->size_text;
+  }
+  return EndFileWith(file, start, *bytes + end->record);
+}
+
+}  // namespace
+
+void WriteTag(TagWriting& writing, const std::string& path, const Lyrics3Texts& texts,
+              Lyrics3& block, bool& ok) {
+  block.Lyrics3Lyr = texts.lyrics;
+  block.Lyrics3Moo = texts.mood;
+  block.Lyrics3Sit = texts.situation;
+  ok = !NeedsBlock(texts, block) || WriteBlock(writing, path, block);
+}
+
+std::string KillLyrics3Tag(TagWriting& writing, const std::string& path) {
+  const std::string failed = "LYRICS3 Tag can't be removeed!";
+  JournaledFile file(writing.journal);
+  if (!file.Open(path).empty()) {
+    FileBytes unwritable;
+    const bool without = unwritable.Open(path) && !FindLyrics3Block(unwritable);
+    return without ? std::string(kNoLyrics3Tag) : failed;
+  }
+  const std::optional<FileEnd> end = ReadFileEnd(file);
+  if (!end) return failed;
+  if (!end->block) return std::string(kNoLyrics3Tag);
+  const auto record_bytes = static_cast<std::int64_t>(end->record.size());
+  const std::int64_t start = file.Length() - record_bytes - kSizeAndEndMark - SizeOf(*end->block);
+  return EndFileWith(file, start, end->record) ? "OK" : failed;
+}
+
+}  // namespace tunemeadow
