@@ -2,6 +2,7 @@
 #include "ui/dialogs/frmEditor.h"
 
 #include "ui/support/placing.h"
+#include "ui/support/plain_text.h"
 #include "ui_frmEditor.h"
 
 namespace tunemeadow {
@@ -33,7 +34,7 @@ void frmEditor::ShowText(const QString& title, const QString& text) {
 
 std::optional<QString> frmEditor::EditText(const QString& title, const QString& text) {
   if (Run(title, text, false) != QDialog::Accepted) return std::nullopt;
-  return ui_->txtEditor->toPlainText();
+  return TextOfField(*ui_->txtEditor);
 }
 
 }  // namespace tunemeadow

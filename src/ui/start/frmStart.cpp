@@ -123,7 +123,7 @@ QWidget* frmStart::BuildDetailRow() {
   detail_frame_ = NamedFrame("Frame2");
   auto* column = new QVBoxLayout(detail_frame_);
   column->setContentsMargins(0, 0, 0, 0);
-  detail_panels_ = new DetailPanels(detail_frame_);
+  detail_panels_ = new DetailPanels(bench_.details, interaction_, detail_frame_);
   column->addWidget(detail_panels_, 1);
   BuildDetailButtons(detail_frame_);
   picture_pane_ = new PicturePane(whole);

@@ -109,7 +109,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void ApplyPreferences();
   void SetTreeVisible(bool visible);
   void SetPanesVisible(bool visible);
-  void ShowBigger(const QString& title, const QString& text);
+  void ShowRecord(std::size_t row);
   [[nodiscard]] ResultView& ViewInView() noexcept;
 
   Session& session_;

@@ -8,7 +8,6 @@
 #include "core/paths.h"
 #include "library/import.h"
 #include "ui/dialogs/frmConfigureColumns.h"
-#include "ui/dialogs/frmEditor.h"
 #include "ui/dialogs/frmImport.h"
 #include "ui/dialogs/frmPreferences.h"
 #include "ui/start/bottom_strip.h"
@@ -45,9 +44,8 @@ void frmStart::ConnectPanes() {
     picture_pane_->setVisible(shown && search_frame_->isVisible());
     if (!session_.busy) ListView1_ItemExternClick(bench_);
   });
-  connect(detail_panels_, &DetailPanels::BiggerRequested, this, &frmStart::ShowBigger);
   const auto leaf = [this](int index) {
-    if (!session_.busy) cmdItemBlaetter_Click(bench_, index);
+    if (!session_.busy && detail_panels_->FieldsStand()) cmdItemBlaetter_Click(bench_, index);
   };
   connect(next_button_, &QToolButton::clicked, this, [leaf] { leaf(0); });
   connect(previous_button_, &QToolButton::clicked, this, [leaf] { leaf(1); });
@@ -59,7 +57,7 @@ void frmStart::ConnectList(ResultView& view) {
   connect(&view, &ResultView::HeaderClicked, this,
           [this, &view](int column) { SortBy(view, column); });
   connect(&view, &ResultView::ItemClicked, this, [this](int row) {
-    if (!session_.busy) ListView1_ItemClick(bench_, static_cast<std::size_t>(row));
+    if (!session_.busy) ShowRecord(static_cast<std::size_t>(row));
   });
   connect(&view, &ResultView::ReturnPressed, this, [this] { detail_panels_->FocusFirst(); });
   connect(&view, &ResultView::ContextMenuRequested, this, &frmStart::ShowListMenu);
@@ -67,6 +65,20 @@ void frmStart::ConnectList(ResultView& view) {
   connect(&view, &ResultView::FilesDropped, this, &frmStart::FilesDropped);
   connect(&view, &ResultView::UnsupportedDrop, this, [this] { FilesDropped({}); });
   connect(&view, &ResultView::DragCompleted, this, [this] { ListView1_OLECompleteDrag(bench_); });
+}
+
+/// The row that was chosen. A record with a field that may not stand stays, and so does its row.
+void frmStart::ShowRecord(std::size_t row) {
+  ResultList& list = bench_.ListInView();
+  if (!bench_.details.save_all && !detail_panels_->FieldsStand()) {
+    if (const auto kept = list.RowOfUid(bench_.details.uid)) {
+      list.SelectOnly(*kept);
+      list.SetFocusedRow(*kept);
+      ViewInView().ShowSelection();
+      return;
+    }
+  }
+  ListView1_ItemClick(bench_, row);
 }
 
 void frmStart::SortBy(ResultView& view, int column) {
@@ -140,14 +152,10 @@ void frmStart::cmdSuchenExternClick() {
 void frmStart::cmdResetExternalClick() { cmdReset_Click(bench_); }
 
 void frmStart::ShowPanel(int index) {
+  if (!detail_panels_->FieldsStand()) index = 0;
   search_panels_->setCurrentIndex(index);
   detail_panels_->setCurrentIndex(index);
   command_pane_->SetPanel(index);
-}
-
-void frmStart::ShowBigger(const QString& title, const QString& text) {
-  frmEditor editor(this);
-  editor.ShowText(title, text);
 }
 
 void frmStart::closeEvent(QCloseEvent* event) {

@@ -41,9 +41,10 @@ void frmStart::TreeChanged() {
 }
 
 void frmStart::DetailsChanged() {
-  detail_panels_->Show(bench_.details);
-  next_button_->setEnabled(bench_.details.enabled);
-  previous_button_->setEnabled(bench_.details.enabled);
+  detail_panels_->Show();
+  const bool one_track = bench_.details.enabled && !bench_.details.save_all;
+  next_button_->setEnabled(one_track);
+  previous_button_->setEnabled(one_track);
 }
 
 void frmStart::PictureChanged() { picture_pane_->Show(bench_.details); }
