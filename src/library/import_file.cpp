@@ -3,6 +3,7 @@
 
 #include <sys/stat.h>
 
+#include "audio/genres.h"
 #include "audio/id3v2_reader.h"
 #include "audio/ogg_comments.h"
 #include "core/dates.h"
@@ -17,6 +18,23 @@ const ImportRow& ImportReader::Read(const std::string& path, ScanProgress* progr
   file_.Close();
   BuildImportRow(facts_, info_, options_, NowText(), row_);
   return row_;
+}
+
+const ImportRow* ImportReader::ReadTagTexts(const std::string& path) {
+  facts_ = FileFacts();
+  facts_.path = path;
+  facts_.kind = FileKind::kMp3;
+  if (!file_.Open(path)) return nullptr;
+  ReadMpegTags(nullptr);
+  file_.Close();
+  MergeTagTexts(facts_, info_, options_, row_);
+  // A file without any track is none of the number 0.
+  std::string& track = row_[ImportColumn::trackno];
+  if (facts_.candidates.track.empty() && track == "0") track.clear();
+  // A row takes the first genre of the list for none; the tag has named it.
+  std::string& genre = row_[ImportColumn::genrereal];
+  if (genre.empty() && facts_.candidates.genre == 0) genre = GenreName(0).value_or("");
+  return &row_;
 }
 
 /// Opens the file where there are tags to read, and takes length and date. A file that may not be

@@ -27,6 +27,10 @@ class ImportReader {
   /// file is that of the file before. `progress` may be null.
   const ImportRow& Read(const std::string& path, ScanProgress* progress);
 
+  /// The tag texts of an MPEG file alone, as MergeTagTexts leaves them. Null where it can't be
+  /// opened; the record of the current file is then as before.
+  const ImportRow* ReadTagTexts(const std::string& path);
+
  private:
   void LookAt(const std::string& path);
   void ReadMpegTags(ScanProgress* progress);

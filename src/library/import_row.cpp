@@ -141,6 +141,14 @@ class RowBuilder {
     SetFileTexts(now);
   }
 
+  void BuildTagTexts() {
+    for (std::string& text : row_.texts) text.clear();
+    TakeID3v1Values();
+    MergeCandidates();
+    SetGenre();
+    for (const TextRule& rule : kTextRules) StripInPlace(Text(rule.column));
+  }
+
  private:
   std::string& Text(ImportColumn column) { return row_[column]; }
 
@@ -362,6 +370,11 @@ void TakeLyrics3Values(const Lyrics3& lyrics3, TagCandidates& candidates) {
 void BuildImportRow(const FileFacts& facts, const Mp3Info& info, const Preferences& options,
                     std::string_view now, ImportRow& row) {
   RowBuilder(facts, info, options, row).Build(now);
+}
+
+void MergeTagTexts(const FileFacts& facts, const Mp3Info& info, const Preferences& options,
+                   ImportRow& row) {
+  RowBuilder(facts, info, options, row).BuildTagTexts();
 }
 
 void BuildInsertStatement(const ImportRow& row, char quote, std::string& statement) {

@@ -121,6 +121,11 @@ struct ImportRow {
 void BuildImportRow(const FileFacts& facts, const Mp3Info& info, const Preferences& options,
                     std::string_view now, ImportRow& row);
 
+/// The tag texts of the row before they are made fit for it: merged, Windows-1252, without zero
+/// bytes and blanks at the ends, nothing escaped and nothing cut. The other columns are empty.
+void MergeTagTexts(const FileFacts& facts, const Mp3Info& info, const Preferences& options,
+                   ImportRow& row);
+
 /// The statement that inserts the row: all columns, or dates, location and sizes for a row that is
 /// not whole. `quote` delimits the texts; where a text holds it, it is doubled.
 void BuildInsertStatement(const ImportRow& row, char quote, std::string& statement);
