@@ -6,6 +6,7 @@
 #include <fstream>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "core/code_page.h"
 #include "core/paths.h"
@@ -103,6 +104,13 @@ std::string WritePictureFile(const Session& session, const ID3v2Picture& picture
   return file ? path : std::string();
 }
 
+/// The row with the focus, else the first selected one.
+std::optional<std::size_t> CurrentRow(const ResultList& list) {
+  auto row = list.FocusedRow();
+  if (!row && list.SelectedCount() > 0) row = list.SelectedRows().front();
+  return row;
+}
+
 void LoadTexts(Workbench& bench, std::size_t row) {
   DetailEditor& details = bench.details;
   details.enabled = true;
@@ -156,17 +164,27 @@ void ChangeDetailSaveNo(Workbench& bench) {
 }
 
 void ReloadDetails(Workbench& bench) {
-  if (bench.details.uid == 0) return;
-  const auto row = bench.ListInView().RowOfUid(bench.details.uid);
+  const ResultList& list = bench.ListInView();
+  auto row = bench.details.uid != 0 ? list.RowOfUid(bench.details.uid) : std::nullopt;
+  if (!row) row = CurrentRow(list);
   if (!row) return;
   LoadTexts(bench, *row);
   ShowDetails(bench, *row);
 }
 
+void StoreDetails(const DetailEditor& details, ResultList& list, std::size_t row) {
+  std::vector<FieldText> texts = {{Field::hasid3v1, details.hasid3v1},
+                                  {Field::hasid3v2, details.hasid3v2}};
+  for (const CellToDetail& pair : kCellsToDetails)
+    texts.push_back({pair.field, details.*pair.text});
+  for (std::size_t extra = 0; extra < kExtraFields; ++extra) {
+    texts.push_back({kExtraDetails[extra], details.txtSave3[extra]});
+  }
+  list.SetCells(row, texts);
+}
+
 void ListView1_ItemExternClick(Workbench& bench) {
-  const ResultList& list = bench.ListInView();
-  auto row = list.FocusedRow();
-  if (!row && list.SelectedCount() > 0) row = list.SelectedRows().front();
+  const auto row = CurrentRow(bench.ListInView());
   if (row) ListView1_ItemClick(bench, *row);
 }
 

@@ -13,6 +13,7 @@
 
 namespace tunemeadow {
 
+class ResultList;
 struct Workbench;
 
 /// The boxes beside the fields that "&Save all" writes.
@@ -74,9 +75,13 @@ void AskToSaveChanges(Workbench& bench);
 void ChangeDetailtoSaveALL(Workbench& bench);
 void ChangeDetailSaveNo(Workbench& bench);
 
-/// Fills the editor again from the cells of the row that it holds, where the list in view has it.
-/// For commands that have changed the row. Changes that were not saved go.
+/// Fills the editor again from the cells of the row that it holds; where the list in view does not
+/// have it, from the row with the focus or the first selected one. For commands that have changed
+/// rows. Changes that were not saved go.
 void ReloadDetails(Workbench& bench);
+
+/// The way back: the texts of the editor go into the cells of the row.
+void StoreDetails(const DetailEditor& details, ResultList& list, std::size_t row);
 
 /// Next (0) or previous (1) row of the list in view, then its item click; a box where there is
 /// none.
