@@ -1,0 +1,304 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editing/mass_save.h"
+
+#include <array>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "core/batch.h"
+#include "core/database.h"
+#include "core/dates.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "editing/row_update.h"
+#include "editing/save_group.h"
+#include "editing/save_rules.h"
+#include "editing/save_statement.h"
+#include "editing/saved_row.h"
+#include "editing/tag_steps.h"
+
+namespace tunemeadow {
+namespace {
+
+constexpr std::int64_t kGrowthOfRecord = sizeof(ID3v1Tag);
+
+/// A field with a selector, as its name in the question, and where its value stands.
+struct MassField {
+  std::string_view name;
+  bool MassSelectors::*selector;
+  const std::string DetailEditor::*control;
+  std::string TagValues::*value;
+  Field cell;
+};
+
+constexpr std::array<MassField, 8> kMassFields = {{
+    {"Album", &MassSelectors::chkAlbum, &DetailEditor::txtAlbumSave, &TagValues::album,
+     Field::album},
+    {"Genre", &MassSelectors::chkGenre, &DetailEditor::cboGenre1, &TagValues::genre,
+     Field::genrereal},
+    {"Artist", &MassSelectors::chkInterpret, &DetailEditor::txtInterpretSave, &TagValues::artist,
+     Field::Artist},
+    {"Year", &MassSelectors::chkYear, &DetailEditor::txtYearSave, &TagValues::year, Field::year},
+    {"Situation", &MassSelectors::chkSituation, &DetailEditor::txtSituationSave,
+     &TagValues::situation, Field::Situation},
+    {"Preference", &MassSelectors::chkPreference, &DetailEditor::txtPreferenceSave,
+     &TagValues::preference, Field::preference},
+    {"Tempo", &MassSelectors::chkTempo, &DetailEditor::txtTempoSave, &TagValues::tempo,
+     Field::tempo},
+    {"Mood", &MassSelectors::chkMood, &DetailEditor::txtMoodSave, &TagValues::mood, Field::Mood},
+}};
+
+/// The fields of txtSave3, in its order.
+struct MassExtra {
+  std::string TagValues::*value;
+  Field cell;
+};
+
+constexpr std::array<MassExtra, kExtraFields> kMassExtras = {{
+    {&TagValues::composer, Field::composer},
+    {&TagValues::copyright, Field::copyright},
+    {&TagValues::encoded_by, Field::encodedby},
+    {&TagValues::original, Field::originalartist},
+    {&TagValues::url, Field::url},
+}};
+
+/// A ticked field: its name, the text that every track takes, and where that goes.
+struct TickedField {
+  std::string_view name;
+  std::string text;
+  std::string TagValues::*value;
+};
+
+std::vector<TickedField> TickedFields(const DetailEditor& details) {
+  std::vector<TickedField> ticked;
+  for (const MassField& field : kMassFields) {
+    if (!(details.selectors.*field.selector)) continue;
+    ticked.push_back({field.name, details.*field.control, field.value});
+  }
+  for (std::size_t i = 0; i < kExtraFields; ++i) {
+    if (!details.selectors.chkDetail3[i]) continue;
+    ticked.push_back({kExtraCaptions[i], details.txtSave3[i], kMassExtras[i].value});
+  }
+  return ticked;
+}
+
+std::string MassSaveQuestion(std::size_t count, const std::vector<TickedField>& ticked,
+                             const Preferences& preferences) {
+  std::string question = "Are you sure to update " + std::to_string(count) + " items(s)";
+  if (ticked.empty() && !preferences.chkAutoComment) return question + "?";
+  if (!ticked.empty()) {
+    question += " with the ";
+    for (const TickedField& field : ticked) question.append(field.name) += ',';
+    question.pop_back();
+    question += "-Tag";
+  }
+  return question +
+         (preferences.chkSaveTags ? " in the Database and in the ID3Tag?" : " in the Database?");
+}
+
+class MassSave {
+ public:
+  MassSave(Workbench& bench, std::vector<TickedField> ticked)
+      : bench_(bench),
+        ticked_(std::move(ticked)),
+        rows_(bench.ListView1.SelectedRows()),
+        batch_(bench.session, bench.interaction, "saving...",
+               static_cast<std::int64_t>(rows_.size())) {
+    writing_.yield = [this] { bench_.interaction.Yield(); };
+    talk_.failed = [this](SavedTag) { return AskAboutFailure(); };
+    for (std::size_t row = 0; row < bench.ListView3.RowCount(); ++row) {
+      playlist_rows_.emplace(bench.ListView3.Uid(row), row);
+    }
+    Command& command = bench.session.command;
+    command.ActiveConnection = &bench.session.connection;
+    command.CommandType = 1;
+    if (preferences_.chkSaveTags) BeginGroups();
+  }
+
+  /// False where it ended early.
+  bool Run() {
+    for (index_ = 0; index_ < rows_.size(); ++index_) {
+      const std::string path(bench_.ListView1.Cell(rows_[index_], Field::location));
+      bench_.interaction.SetStatus(DisplayPath(path));
+      if (!batch_.Step(static_cast<std::int64_t>(index_) + 1)) return false;
+      if (!SaveItem(rows_[index_], path)) return false;
+    }
+    return true;
+  }
+
+  [[nodiscard]] const TagLosses& Losses() const noexcept { return writing_.losses; }
+
+ private:
+  void BeginGroups() {
+    std::vector<std::string> paths;
+    paths.reserve(rows_.size());
+    for (const std::size_t row : rows_) {
+      std::string path(bench_.ListView1.Cell(row, Field::location));
+      if (!WritesTags(path, preferences_)) path.clear();
+      paths.push_back(std::move(path));
+    }
+    group_.emplace(bench_.session.journal, batch_, std::move(paths),
+                   SavePlan{.ranges = TagRanges, .growth = kGrowthOfRecord});
+  }
+
+  /// False: the run ends.
+  bool SaveItem(std::size_t row, const std::string& path) {
+    TakeValues(row);
+    TagStepsDone done;
+    if (preferences_.chkSaveTags && WritesTags(path, preferences_)) {
+      done = SaveTags(path);
+      if (done.aborted) return false;
+    }
+    EscapeTexts();
+    return SaveRow(row, path, done);
+  }
+
+  /// Every value is the track's own but for those of the ticked fields.
+  void TakeValues(std::size_t row) {
+    values_ = ValuesOfRow(bench_.ListView1, row);
+    for (const TickedField& field : ticked_) values_.*field.value = field.text;
+    for (const auto text : {&TagValues::artist, &TagValues::title, &TagValues::album}) {
+      values_.*text = ApplySaveRules(std::move(values_.*text), preferences_);
+    }
+    if (preferences_.chkAutoComment) values_.comment = preferences_.txtautocomment;
+  }
+
+  TagStepsDone SaveTags(const std::string& path) {
+    group_->BeginFile(index_);
+    const TagStepsDone done =
+        WriteTags({path, values_, FillRecord(values_)}, preferences_, bench_.info, writing_, talk_);
+    if (!done.aborted) group_->FileDone(index_);
+    return done;
+  }
+
+  /// The group does not wait for a box.
+  Answer AskAboutFailure() {
+    if (ignores_failures_ || !preferences_.chkWarn) return Answer::kIgnore;
+    group_->Close();
+    const Answer answer =
+        batch_.ShowMessage({.text = "ID3-Tag can't be written!\n\nClick Ignore to ignore all",
+                            .title = "Error",
+                            .buttons = Buttons::kAbortRetryIgnore});
+    ignores_failures_ = answer == Answer::kIgnore;
+    if (answer != Answer::kAbort) group_->BeginFile(index_);
+    return answer;
+  }
+
+  /// What came from the editor is put down as a single save puts it down. What came from the track
+  /// stays what it is; as there, so does the genre.
+  void EscapeTexts() {
+    for (const TickedField& field : ticked_) {
+      if (field.value == &TagValues::genre) continue;
+      values_.*field.value = EscapeEditorText(values_.*field.value, '"');
+    }
+    if (preferences_.chkAutoComment) values_.comment = EscapeEditorText(values_.comment, '"');
+  }
+
+  /// False, with the cells as they were, where the store refuses the statement.
+  bool SaveRow(std::size_t row, const std::string& path, const TagStepsDone& done) {
+    const ResultList& list = bench_.ListView1;
+    MassSaveTexts texts = TextsOfRow();
+    texts.uid = list.Uid(row);
+    texts.hasid3v1 = FlagOfRow(list.Cell(row, Field::hasid3v1), done.id3v1);
+    texts.hasid3v2 = FlagOfRow(list.Cell(row, Field::hasid3v2), done.id3v2);
+    Command& command = bench_.session.command;
+    try {
+      const std::string now = Now();
+      const std::string file_time = FileTimeOfRow(bench_.session, path, texts.uid);
+      texts.now = now;
+      texts.file_time = file_time;
+      BuildMassSaveStatement(texts, command.CommandText);
+      command.Execute();
+    } catch (const DatabaseError& error) {
+      if (group_) group_->Close();
+      batch_.ShowMessage({.text = error.what() + ("\n" + ToValidUtf8(command.CommandText)),
+                          .icon = Icon::kCritical});
+      return false;
+    }
+    StoreCells(row, texts);
+    return true;
+  }
+
+  [[nodiscard]] MassSaveTexts TextsOfRow() const {
+    return {.preference = values_.preference,
+            .situation = values_.situation,
+            .mood = values_.mood,
+            .tempo = values_.tempo,
+            .extra = {values_.composer, values_.copyright, values_.encoded_by, values_.original,
+                      values_.url},
+            .comment = values_.comment,
+            .title = values_.title,
+            .album = values_.album,
+            .year = values_.year,
+            .genre = values_.genre,
+            .artist = values_.artist};
+  }
+
+  void StoreCells(std::size_t row, const MassSaveTexts& texts) {
+    const std::string hasid3v1 = std::to_string(texts.hasid3v1);
+    const std::string hasid3v2 = std::to_string(texts.hasid3v2);
+    cells_.assign({{Field::Songname, texts.title},
+                   {Field::Comment, texts.comment},
+                   {Field::hasid3v1, hasid3v1},
+                   {Field::hasid3v2, hasid3v2}});
+    for (const MassField& field : kMassFields) cells_.push_back({field.cell, values_.*field.value});
+    for (const MassExtra& extra : kMassExtras) cells_.push_back({extra.cell, values_.*extra.value});
+    bench_.ListView1.SetCells(row, cells_);
+    bench_.Watcher().RowChanged(row);
+    const auto [first, last] = playlist_rows_.equal_range(texts.uid);
+    for (auto each = first; each != last; ++each) bench_.ListView3.SetCells(each->second, cells_);
+  }
+
+  Workbench& bench_;
+  const Preferences& preferences_ = bench_.session.preferences;
+  std::vector<TickedField> ticked_;
+  std::vector<std::size_t> rows_;
+  std::unordered_multimap<std::int64_t, std::size_t> playlist_rows_;  ///< uid -> row
+  Batch batch_;
+  std::optional<SaveGroup> group_;  ///< goes before the batch
+  TagWriting writing_{bench_.session.journal};
+  TagStepTalk talk_;
+  bool ignores_failures_ = false;
+  std::size_t index_ = 0;  ///< of the row at work
+  TagValues values_;       ///< of the track at work
+  std::vector<FieldText> cells_;
+};
+
+/// The mode for many ends, and with it the texts that were typed for it: the editor holds one track
+/// again, as its row has it.
+void ShowOneTrackAgain(Workbench& bench) {
+  bench.details.DetailsKeyed = false;
+  bench.details.DetailsChanged = false;
+  ChangeDetailSaveNo(bench);
+  ReloadDetails(bench);
+}
+
+}  // namespace
+
+void SpezialSpeichern(Workbench& bench) {
+  const std::size_t count = bench.ListView1.SelectedCount();
+  if (bench.playlist_in_view || count == 0) return;
+  std::vector<TickedField> ticked = TickedFields(bench.details);
+  const Answer answer = bench.interaction.ShowMessage(
+      {.text = MassSaveQuestion(count, ticked, bench.session.preferences),
+       .title = "Mass-saving",
+       .buttons = Buttons::kYesNo});
+  if (answer != Answer::kYes) return;
+  const Stopwatch watch;
+  bool complete = false;
+  TagLosses losses;
+  {
+    MassSave run(bench, std::move(ticked));
+    complete = run.Run();
+    losses = run.Losses();
+  }
+  ShowOneTrackAgain(bench);
+  if (losses.Any()) bench.interaction.SetStatus(LossSentence(losses));
+  if (complete) {
+    TellTagResult(bench, std::to_string(count) + " file(s) successfully saved.", watch);
+  }
+}
+
+}  // namespace tunemeadow

@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editing/save.h"
+
+#include <array>
+#include <exception>
+#include <string>
+#include <string_view>
+
+#include "core/database.h"
+#include "core/dates.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "editing/mass_save.h"
+#include "editing/save_rules.h"
+#include "editing/save_statement.h"
+#include "editing/saved_row.h"
+#include "editing/tag_steps.h"
+
+namespace tunemeadow {
+namespace {
+
+/// The texts that go between delimiters; genre and playtime keep their quotes.
+constexpr std::array kEscapedTexts = {
+    &DetailEditor::txtTitelSave,     &DetailEditor::txtQualitaetSave,
+    &DetailEditor::txtInterpretSave, &DetailEditor::txtYearSave,
+    &DetailEditor::txtAlbumSave,     &DetailEditor::txtCommentSave,
+    &DetailEditor::txtTracknumber,   &DetailEditor::txtBPMSave,
+    &DetailEditor::txtSituationSave, &DetailEditor::txtPreferenceSave,
+    &DetailEditor::txtTempoSave,     &DetailEditor::txtMoodSave,
+    &DetailEditor::txtLyricsSave,    &DetailEditor::txtBiosSave,
+};
+
+constexpr std::array kCutTexts = {
+    &DetailEditor::txtSituationSave,
+    &DetailEditor::txtPreferenceSave,
+    &DetailEditor::txtMoodSave,
+    &DetailEditor::txtTempoSave,
+};
+
+constexpr std::size_t kLongestText = 255;
+constexpr std::int64_t kRecordBytes = sizeof(ID3v1Tag);
+
+/// Name in the status line and in the box of each tag.
+struct SavedTagName {
+  std::string_view status, box;
+};
+constexpr std::array<SavedTagName, 3> kSavedTagNames = {{
+    {"ID3v2Tag", "ID3v2"},
+    {"ID3v1Tag", "ID3v1"},
+    {"LYRICS3Tag", "LYRICS3"},
+}};
+
+const SavedTagName& NameOf(SavedTag tag) { return kSavedTagNames[static_cast<std::size_t>(tag)]; }
+
+/// Hourglass, and no command beside this one while the window lives. At the end the panels show
+/// what the save has made of their texts.
+class SavingScope {
+ public:
+  explicit SavingScope(Workbench& bench) : bench_(bench) {
+    bench_.session.busy = true;
+    bench_.interaction.SetBusyPointer(true);
+    bench_.interaction.EnableMainWindow(false);
+  }
+  ~SavingScope() {
+    bench_.Watcher().DetailsChanged();
+    bench_.interaction.EnableMainWindow(true);
+    bench_.interaction.SetBusyPointer(false);
+    bench_.session.busy = false;
+  }
+  SavingScope(const SavingScope&) = delete;
+  SavingScope& operator=(const SavingScope&) = delete;
+
+ private:
+  Workbench& bench_;
+};
+
+/// The rewrites of the one file share their syncs.
+class SingleSaveGroup {
+ public:
+  SingleSaveGroup(Workbench& bench, const std::string& path) : bench_(bench), path_(path) {
+    UndoJournal& journal = bench_.session.journal;
+    journal.BeginGroup();
+    FileBytes file;
+    if (!file.Open(path_)) return;
+    const std::vector<ByteRange> ranges = TagRanges(file);
+    file.Close();
+    journal.Prepare(path_, ranges, kRecordBytes);
+    journal.SyncPrepared();  // where it fails, each rewrite journals for itself
+  }
+  ~SingleSaveGroup() {
+    UndoJournal& journal = bench_.session.journal;
+    journal.Done(path_);
+    const std::string failure = journal.EndGroup();
+    if (failure.empty()) return;
+    bench_.interaction.ShowMessage({.text = failure, .title = "Error", .icon = Icon::kExclamation});
+  }
+  SingleSaveGroup(const SingleSaveGroup&) = delete;
+  SingleSaveGroup& operator=(const SingleSaveGroup&) = delete;
+
+ private:
+  Workbench& bench_;
+  const std::string& path_;
+};
+
+class SingleSave {
+ public:
+  explicit SingleSave(Workbench& bench) : bench_(bench) {}
+
+  void Run() {
+    if (details_.uid == 0) return;
+    if (!FileIsThere() || !TakeTrack()) return;
+    const SavingScope scope(bench_);
+    ApplyRules();
+    if (!SaveTags()) return;
+    EscapeTexts();
+    CutTexts();
+    if (!SaveRow()) return;
+    details_.DetailsKeyed = false;
+    details_.DetailsChanged = false;
+    StoreCells();
+  }
+
+ private:
+  /// A row whose file is gone stays as it is while the tags belong to the save.
+  bool FileIsThere() {
+    const std::string& path = details_.txtLocationSave;
+    if (!preferences_.chkSaveTags || MyFileExists(path)) return true;
+    if (preferences_.chkWarn) {
+      bench_.interaction.ShowMessage(
+          {.text = "The file " + DisplayPath(path) + " was not found.", .title = "File not found"});
+    }
+    return false;
+  }
+
+  bool TakeTrack() {
+    const std::optional<std::string> track = TrackToSave(details_.txtTracknumber);
+    if (track) {
+      details_.txtTracknumber = *track;
+      return true;
+    }
+    bench_.interaction.ShowMessage(
+        {.text = "Tracknumber is not a valid number! (<256)\n\n", .title = "Error!"});
+    return false;
+  }
+
+  /// Whether there is anything to be put in order.
+  [[nodiscard]] bool HoldsTexts() const {
+    for (const std::string* text :
+         {&details_.txtInterpretSave, &details_.txtTitelSave, &details_.txtYearSave,
+          &details_.txtQualitaetSave, &details_.txtAlbumSave}) {
+      if (!Trim(*text).empty()) return true;
+    }
+    return !details_.cboGenre1.empty();
+  }
+
+  /// Without texts the record stays empty.
+  void ApplyRules() {
+    if (!HoldsTexts()) return;
+    for (std::string* text :
+         {&details_.txtTitelSave, &details_.txtInterpretSave, &details_.txtAlbumSave}) {
+      *text = ApplySaveRules(std::move(*text), preferences_);
+    }
+    if (preferences_.chkAutoComment) details_.txtCommentSave = preferences_.txtautocomment;
+    record_ = FillRecord(ValuesOfEditor(details_));
+  }
+
+  /// False: the person gave the save up.
+  bool SaveTags() {
+    // The details may be looked at while the window lives; the save keeps to what it began with.
+    const std::string path = details_.txtLocationSave;
+    if (!preferences_.chkSaveTags || !WritesTags(path, preferences_)) return true;
+    TagWriting writing(bench_.session.journal);
+    writing.yield = [this] { bench_.interaction.Yield(); };
+    const TagValues values = ValuesOfEditor(details_);
+    const TagStepTalk talk = {
+        .begins = [this](SavedTag tag) { TellStep(tag); },
+        .failed = [this](SavedTag tag) { return AskAboutFailure(tag); },
+    };
+    {
+      const SingleSaveGroup group(bench_, path);
+      done_ = WriteTags({path, values, record_, true}, preferences_, bench_.info, writing, talk);
+    }
+    bench_.interaction.SetStatus("Ready.");
+    const std::string losses = LossSentence(writing.losses);
+    if (!losses.empty()) bench_.interaction.SetStatus(losses);
+    return !done_.aborted;
+  }
+
+  void TellStep(SavedTag tag) {
+    bench_.interaction.SetStatus("Updating file (saving " + std::string(NameOf(tag).status) +
+                                 "), please wait...");
+  }
+
+  Answer AskAboutFailure(SavedTag tag) {
+    if (!preferences_.chkWarn) return Answer::kIgnore;
+    return bench_.interaction.ShowMessage(
+        {.text = std::string(NameOf(tag).box) + "-Tag can't be written!",
+         .title = "Error",
+         .buttons = Buttons::kAbortRetryIgnore});
+  }
+
+  void EscapeTexts() {
+    const char quote = bench_.session.quote;
+    for (const auto text : kEscapedTexts) details_.*text = EscapeEditorText(details_.*text, quote);
+    for (std::string& text : details_.txtSave3) text = EscapeEditorText(text, quote);
+  }
+
+  void CutTexts() {
+    const auto cut = [](std::string& text) { text.resize(Left(text, kLongestText).size()); };
+    for (const auto text : kCutTexts) cut(details_.*text);
+    for (std::string& text : details_.txtSave3) cut(text);
+  }
+
+  /// False, with nothing changed, where the store refuses the statement.
+  bool SaveRow() {
+    Session& session = bench_.session;
+    Command& command = session.command;
+    command.ActiveConnection = &session.connection;
+    command.CommandType = 1;
+    try {
+      const SaveFacts facts = {
+          .now = Now(),
+          .file_time = FileTimeOfRow(session, details_.txtLocationSave, details_.uid),
+          .hasid3v1 = FlagOfRow(details_.hasid3v1, done_.id3v1),
+          .hasid3v2 = FlagOfRow(details_.hasid3v2, done_.id3v2)};
+      BuildSaveStatement(details_, facts, session.quote, command.CommandText);
+      command.Execute();
+      details_.hasid3v1 = std::to_string(facts.hasid3v1);
+      details_.hasid3v2 = std::to_string(facts.hasid3v2);
+      return true;
+    } catch (const DatabaseError& error) {
+      bench_.interaction.ShowMessage(
+          {.text = error.what() + ("\n" + ToValidUtf8(command.CommandText)),
+           .icon = Icon::kCritical});
+      return false;
+    }
+  }
+
+  /// Wherever a list shows the track; a playlist may hold it several times.
+  void StoreCells() {
+    for (ResultList* list : {&bench_.ListView1, &bench_.ListView3}) {
+      for (std::size_t row = 0; row < list->RowCount(); ++row) {
+        if (list->Uid(row) != details_.uid) continue;
+        StoreDetails(details_, *list, row);
+        if (list == &bench_.ListInView()) bench_.Watcher().RowChanged(row);
+      }
+    }
+  }
+
+  Workbench& bench_;
+  DetailEditor& details_ = bench_.details;
+  const Preferences& preferences_ = bench_.session.preferences;
+  ID3v1Tag record_;
+  TagStepsDone done_;
+};
+
+}  // namespace
+
+void cmdSpeichern_Click(Workbench& bench) {
+  if (bench.session.busy) return;
+  try {
+    if (bench.details.save_all && !bench.details.InRenameSave) {
+      SpezialSpeichern(bench);
+    } else {
+      SingleSave(bench).Run();
+    }
+  } catch (const std::exception& error) {
+    bench.interaction.ShowMessage({.text = error.what(), .icon = Icon::kCritical});
+  }
+}
+
+}  // namespace tunemeadow

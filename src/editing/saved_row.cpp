@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editing/saved_row.h"
+
+#include "core/dates.h"
+#include "core/numbers.h"
+
+namespace tunemeadow {
+
+std::string FileTimeOfRow(Session& session, const std::string& path, std::int64_t uid) {
+  std::string time = FileTimeText(path);
+  if (!time.empty()) return time;
+  return session.connection
+      .Execute("select datetimeoffile from mp3sTabelle where uid=" + std::to_string(uid))
+      .Fields("datetimeoffile");
+}
+
+std::int64_t FlagOfRow(std::string_view cell, bool written) noexcept {
+  const std::int64_t flag = ParseWhole(cell).value_or(0);
+  return flag == 0 && written ? 1 : flag;
+}
+
+}  // namespace tunemeadow

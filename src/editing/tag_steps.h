@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The tags of one file, written in their order: ID3v2, ID3v1, Lyrics3. What a save of one record
+// and a save of many have in common.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "audio/mdl_ID3.h"
+#include "audio/mp3_info.h"
+#include "audio/tag_writing.h"
+#include "core/interaction.h"
+#include "core/preferences.h"
+#include "editing/tag_values.h"
+
+namespace tunemeadow {
+
+enum class SavedTag { kID3v2, kID3v1, kLyrics3 };
+
+/// What is to be written.
+struct TagJob {
+  const std::string& path;  ///< bytes
+  const TagValues& values;
+  const ID3v1Tag& record;
+  bool lyrics3 =
+      false;  ///< the Lyrics3 block too, where there are lyrics and chkSaveLyrics2 is set
+};
+
+/// How the steps speak to the person.
+struct TagStepTalk {
+  std::function<void(SavedTag)> begins;    ///< before each step that writes; may be empty
+  std::function<Answer(SavedTag)> failed;  ///< Abort, Retry or Ignore
+};
+
+/// What the steps did.
+struct TagStepsDone {
+  bool id3v2 = false, id3v1 = false;  ///< the tag was written
+  bool aborted = false;               ///< Abort: what was written before stays
+};
+
+/// Whether any step would write to the file at all: it ends in ".mp3" and a tag is wanted.
+[[nodiscard]] bool WritesTags(const std::string& path, const Preferences& preferences);
+
+/// Runs the steps that the preferences want; chkSaveTags is the caller's to ask. Files that do not
+/// end in ".mp3" are passed over. Retry repeats the write, Ignore goes on to the next step. `info`
+/// is filled anew for each try. `writing.losses` counts what the tags that were written have lost.
+[[nodiscard]] TagStepsDone WriteTags(const TagJob& job, const Preferences& preferences,
+                                     Mp3Info& info, TagWriting& writing, const TagStepTalk& talk);
+
+}  // namespace tunemeadow
