@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <QBuffer>
+#include <QComboBox>
 #include <QImageWriter>
 #include <QLabel>
 #include <QLoggingCategory>
 #include <QPainter>
+#include <QPushButton>
 
 #include "support/window_driver.h"
 #include "ui/start/frmPicture.h"
@@ -106,6 +108,9 @@ class PicturePaneTest : public testing::Test {
   [[nodiscard]] std::string Text(const char* label) {
     return Find<QLabel>(pane_, label).text().toStdString();
   }
+  [[nodiscard]] std::string Kind() {
+    return Find<QComboBox>(pane_, "cboPicType").currentText().toStdString();
+  }
   [[nodiscard]] bool IsEnlarged() {
     const auto* window = pane_.findChild<frmPicture*>();
     return window != nullptr && window->isVisible();
@@ -117,22 +122,49 @@ class PicturePaneTest : public testing::Test {
 TEST_F(PicturePaneTest, TellsWhetherThereIsAPictureAndWhatItShows) {
   const std::string picture = PictureFile("jpeg", {100, 50});
   EXPECT_EQ(Text("lblPicText"), "no picture");
+  EXPECT_EQ(Kind(), "No Picture");
   EXPECT_FALSE(Image().isEnabled());
   EXPECT_EQ(Image().toolTip(), "");
 
   Show(picture, "", 3);
   EXPECT_EQ(Text("lblPicText"), "no description");
-  EXPECT_EQ(Text("lblPicType"), "Cover(front)");
+  EXPECT_EQ(Kind(), "Cover(front)");
   EXPECT_EQ(Image().toolTip(), "Click to enlarge");
 
   Show(picture, "<i>caf\xE9</i>", 99);
   EXPECT_EQ(Text("lblPicText"), "<i>caf\u00E9</i>");
   EXPECT_EQ(Find<QLabel>(pane_, "lblPicText").textFormat(), Qt::PlainText);
-  EXPECT_EQ(Text("lblPicType"), "Other");
+  EXPECT_EQ(Kind(), "Other");
 
   Show(picture.substr(0, 100), "broken");
   EXPECT_EQ(Text("lblPicText"), "no picture");
-  EXPECT_EQ(Text("lblPicType"), "");
+  EXPECT_EQ(Kind(), "No Picture");
+}
+
+TEST_F(PicturePaneTest, TheButtonsOfferWhatCanBeDone) {
+  auto& add = Find<QPushButton>(pane_, "cmdAddpic");
+  auto& save = Find<QPushButton>(pane_, "cmdSavePic");
+  struct Case {
+    const char* location;
+    bool enabled, save_all, picture;
+    const char* caption;
+    bool may_add, may_save;
+  };
+  for (const Case& row : {Case{"", false, false, false, "add", false, false},
+                          Case{"/a.MP3", true, false, false, "add", true, false},
+                          Case{"/a.mp3", true, false, true, "del", true, true},
+                          Case{"/a.ogg", true, false, false, "add", false, false},
+                          Case{"/a.mp3", true, true, true, "del", false, true}}) {
+    DetailEditor editor;
+    editor.enabled = row.enabled;
+    editor.save_all = row.save_all;
+    editor.txtLocationSave = row.location;
+    if (row.picture) editor.picture.data = PictureFile("jpeg", {20, 20});
+    pane_.Show(editor);
+    EXPECT_EQ(add.text(), row.caption);
+    EXPECT_EQ(add.isEnabled(), row.may_add) << row.location;
+    EXPECT_EQ(save.isEnabled(), row.may_save) << row.location;
+  }
 }
 
 TEST_F(PicturePaneTest, ThePictureKeepsItsProportions) {

@@ -6,6 +6,7 @@
 
 #include "core/batch.h"
 #include "core/paths.h"
+#include "editing/picture_panel.h"
 #include "library/import.h"
 #include "ui/dialogs/frmConfigureColumns.h"
 #include "ui/dialogs/frmImport.h"
@@ -49,6 +50,12 @@ void frmStart::ConnectPanes() {
   };
   connect(next_button_, &QToolButton::clicked, this, [leaf] { leaf(0); });
   connect(previous_button_, &QToolButton::clicked, this, [leaf] { leaf(1); });
+  connect(picture_pane_, &PicturePane::AddRequested, this, [this] {
+    if (!session_.busy && detail_panels_->FieldsStand()) cmdAddpic_Click(bench_);
+  });
+  connect(picture_pane_, &PicturePane::SaveRequested, this, [this] {
+    if (!session_.busy) cmdSavePic_Click(bench_);
+  });
   ConnectList(*list_view_);
   ConnectList(*playlist_view_);
 }

@@ -45,6 +45,7 @@ void frmStart::DetailsChanged() {
   const bool one_track = bench_.details.enabled && !bench_.details.save_all;
   next_button_->setEnabled(one_track);
   previous_button_->setEnabled(one_track);
+  picture_pane_->EnableButtons(bench_.details);
 }
 
 void frmStart::PictureChanged() { picture_pane_->Show(bench_.details); }

@@ -3,6 +3,7 @@
 
 #include <QBuffer>
 #include <QByteArray>
+#include <QImageIOHandler>
 #include <QImageReader>
 #include <array>
 #include <cstdint>
@@ -68,6 +69,17 @@ QImage DecodePicture(std::string_view bytes, const QSize& room) {
     reader.setScaledSize(size.scaled(room, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
   }
   return reader.read();
+}
+
+QSize PictureSize(std::string_view bytes) {
+  const PictureFormat* const format = FormatOf(bytes);
+  if (format == nullptr) return {};
+  QByteArray data = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
+  QBuffer buffer(&data);
+  QImageReader reader(&buffer, format->name);
+  reader.setAutoDetectImageFormat(false);
+  const bool lies = (reader.transformation() & QImageIOHandler::TransformationRotate90) != 0;
+  return lies ? reader.size().transposed() : reader.size();
 }
 
 }  // namespace tunemeadow

@@ -15,4 +15,8 @@ namespace tunemeadow {
 /// million pixels for a JPEG (fewer with many scans), 40 for a PNG, 16 for the others.
 [[nodiscard]] QImage DecodePicture(std::string_view bytes, const QSize& room);
 
+/// Width and height in pixels of the picture in `bytes`, upright, told by its head alone. Empty for
+/// what is none of these four formats.
+[[nodiscard]] QSize PictureSize(std::string_view bytes);
+
 }  // namespace tunemeadow

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/start/picture_pane.h"
 
+#include <QAbstractItemView>
+
+#include "core/paths.h"
+#include "editing/picture_panel.h"
 #include "ui/start/frmPicture.h"
 #include "ui/start/picture_decoder.h"
 #include "ui/support/qt_text.h"
@@ -25,21 +29,48 @@ void SetElided(QLabel& label, const QString& text) {
 
 PicturePane::PicturePane(QWidget* parent) : QFrame(parent), ui_(new Ui::Picture1) {
   ui_->setupUi(this);
-  ui_->lblPicType->setForegroundRole(QPalette::PlaceholderText);
+  FillKinds();
   connect(ui_->Image1, &PictureView::clicked, this, &PicturePane::Image1_Click);
+  connect(ui_->cmdAddpic, &QPushButton::clicked, this, &PicturePane::AddRequested);
+  connect(ui_->cmdSavePic, &QPushButton::clicked, this, &PicturePane::SaveRequested);
   Show(DetailEditor());
 }
 
 PicturePane::~PicturePane() = default;
 
+void PicturePane::FillKinds() {
+  for (const std::string_view kind : kPictureKinds) ui_->cboPicType->addItem(ToQt(kind));
+  // The pane is narrower than the names; their list need not be.
+  ui_->cboPicType->view()->setTextElideMode(Qt::ElideNone);
+  ui_->cboPicType->view()->setMinimumWidth(ui_->cboPicType->view()->sizeHintForColumn(0) +
+                                           ui_->cboPicType->fontMetrics().height() * 2);
+}
+
+void PicturePane::EnableButtons(const DetailEditor& editor) {
+  const bool one_track = editor.enabled && !editor.save_all;
+  ui_->cmdAddpic->setEnabled(one_track && HasExtension(editor.txtLocationSave, "mp3"));
+  ui_->cmdSavePic->setEnabled(!editor.picture.data.empty());
+}
+
+void PicturePane::ShowCaption(const DetailEditor& editor) {
+  ui_->cmdAddpic->setText(ToQt(AddPictureCaption(editor)));
+  const QString action = editor.picture.data.empty() ? tr("Adds a JPEG picture to the file")
+                                                     : tr("Deletes the picture from the file");
+  ui_->cmdAddpic->setToolTip(action);
+  ui_->cmdAddpic->setAccessibleName(action);
+}
+
 void PicturePane::Show(const DetailEditor& editor) {
   const QImage picture = DecodePicture(editor.picture.data, kPaneRoom * devicePixelRatioF());
   bytes_ = picture.isNull() ? std::string() : editor.picture.data;
   text_ = picture.isNull() ? tr("no picture") : ToQt(PictureText(editor)).simplified();
-  kind_ = picture.isNull() ? QString() : ToQt(PictureKindName(editor.picture.kind));
+  ui_->cboPicType->setCurrentText(
+      ToQt(picture.isNull() ? kPictureKinds.back() : PictureKindName(editor.picture.kind)));
   ui_->Image1->SetPicture(picture);
   ui_->Image1->setToolTip(picture.isNull() ? QString() : tr("Click to enlarge"));
   ShowTexts();
+  ShowCaption(editor);
+  EnableButtons(editor);
   if (enlarged_ == nullptr || !enlarged_->isVisible()) return;
   if (picture.isNull()) {
     enlarged_->hide();
@@ -48,10 +79,7 @@ void PicturePane::Show(const DetailEditor& editor) {
   }
 }
 
-void PicturePane::ShowTexts() {
-  SetElided(*ui_->lblPicText, text_);
-  SetElided(*ui_->lblPicType, kind_);
-}
+void PicturePane::ShowTexts() { SetElided(*ui_->lblPicText, text_); }
 
 void PicturePane::Image1_Click() {
   if (bytes_.empty()) return;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Picture1: the picture of the clicked track, with its description and kind. A press on it opens it
-// enlarged.
+// Picture1: the picture of the clicked track, with its description and kind, and the buttons for
+// it. A press on the picture opens it enlarged.
 #pragma once
 
 #include <QFrame>
@@ -28,20 +28,28 @@ class PicturePane : public QFrame {
   /// enlarged view follows.
   void Show(const DetailEditor& editor);
 
+  /// Which buttons have something to do for what is loaded.
+  void EnableButtons(const DetailEditor& editor);
+
   /// Opens the enlarged view; nothing without a picture.
   void Image1_Click();
+
+ signals:
+  void AddRequested();   ///< cmdAddpic, "add" and "del" alike
+  void SaveRequested();  ///< cmdSavePic
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void hideEvent(QHideEvent* event) override;
 
  private:
+  void FillKinds();
   void ShowTexts();
+  void ShowCaption(const DetailEditor& editor);
 
   std::unique_ptr<Ui::Picture1> ui_;
   std::string bytes_;  ///< of the picture shown
   QString text_;
-  QString kind_;
   frmPicture* enlarged_ = nullptr;  ///< a child, made at the first press
 };
 

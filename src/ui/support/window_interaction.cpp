@@ -16,6 +16,7 @@
 
 #include "ui/dialogs/frmLoading.h"
 #include "ui/dialogs/frmdoUmbenennen.h"
+#include "ui/dialogs/open_image.h"
 #include "ui/support/qt_text.h"
 
 namespace tunemeadow {
@@ -250,7 +251,10 @@ std::optional<std::string> WindowInteraction::ChooseFolder(const std::string& ti
 
 std::optional<std::string> WindowInteraction::ChooseFile(const FileChoice& choice) {
   const BoxScope scope(*this);
-  QFileDialog dialog(ParentOfBox(), ToQt(choice.title));
+  const std::unique_ptr<QFileDialog> window =
+      choice.images ? std::make_unique<OpenImage>(ParentOfBox(), ToQt(choice.title))
+                    : std::make_unique<QFileDialog>(ParentOfBox(), ToQt(choice.title));
+  QFileDialog& dialog = *window;
   dialog.setFileMode(choice.for_saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialog.setAcceptMode(choice.for_saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   if (!choice.filter.empty()) {

@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The detail panels as a person meets them: load, type, tick, leave a field.
+#include "ui/start/detail_panels.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
+#include <set>
+
+#include "support/scripted_interaction.h"
+#include "support/window_driver.h"
+#include "ui/dialogs/frmEditor.h"
+
+namespace tunemeadow {
+namespace {
+
+using testing::ElementsAre;
+
+DetailEditor LoadedEditor() {
+  DetailEditor editor;
+  editor.uid = 7;
+  editor.txtTitelSave = "Blue";
+  editor.txtInterpretSave = "Anna";
+  editor.txtAlbumSave = "Sky";
+  editor.cboGenre1 = "rock";
+  editor.txtYearSave = "199x";
+  editor.txtTracknumber = "3/12";
+  editor.txtLocationSave = "/music/a.mp3";
+  editor.txtCommentSave = "one\r\ntwo\u00A0three";
+  editor.txtSituationSave = "Party";
+  editor.txtLyricsSave = "la";
+  editor.txtSave3 = {"C", "R", "E", "O", "U"};
+  editor.enabled = true;
+  editor.comment_enabled = true;
+  return editor;
+}
+
+/// The panels in a window of their own, with another control that can take the focus.
+class DetailPanelsTest : public testing::Test {
+ protected:
+  DetailPanelsTest() {
+    auto* rows = new QVBoxLayout(&window_);
+    panels_ = new DetailPanels(editor_, person_);
+    rows->addWidget(panels_);
+    rows->addWidget(elsewhere_ = new QLineEdit);
+    window_.show();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+  }
+
+  void Load(const DetailEditor& record) {
+    editor_ = record;
+    panels_->Show();
+  }
+  QLineEdit& Line(const char* name) { return Find<QLineEdit>(window_, name); }
+  void Type(const char* name, const char* text) {
+    QLineEdit& line = Line(name);
+    line.setFocus();
+    line.selectAll();
+    QTest::keyClicks(&line, text);
+  }
+  /// What the queue holds, the checks of a left field among it, is worked off.
+  static void Settle() { QTest::qWait(5); }
+  std::string DisabledFields() {
+    std::string names;
+    for (const char* name :
+         {"txtTitelSave", "txtInterpretSave", "txtAlbumSave", "cboGenre1", "txtYearSave",
+          "txtTracknumber", "txtBPMSave", "txtQualitaetSave", "txtPlaytime", "txtLocationSave",
+          "txtCommentSave", "txtSituationSave", "txtPreferenceSave", "txtTempoSave", "txtMoodSave",
+          "txtBiosSave", "txtLyricsSave", "txtSave3_0", "txtSave3_4"}) {
+      if (!Find<QWidget>(window_, name).isEnabled()) names += std::string(name) + " ";
+    }
+    return names;
+  }
+
+  ScriptedInteraction person_;
+  DetailEditor editor_;
+  QWidget window_;
+  DetailPanels* panels_ = nullptr;
+  QLineEdit* elsewhere_ = nullptr;
+};
+
+TEST_F(DetailPanelsTest, ALoadedRecordIsShownAndCountsAsUnchanged) {
+  EXPECT_FALSE(Line("txtTitelSave").isEnabled()) << "nothing is loaded";
+  Load(LoadedEditor());
+  EXPECT_EQ(DisabledFields(), "");
+  EXPECT_EQ(Line("txtTitelSave").text(), "Blue");
+  EXPECT_EQ(Find<QComboBox>(window_, "cboGenre1").currentText(), "rock");
+  EXPECT_EQ(Find<QPlainTextEdit>(window_, "txtLyricsSave").toPlainText(), "la");
+  EXPECT_EQ(Line("txtSave3_4").text(), "U");
+  EXPECT_TRUE(Line("txtLocationSave").isReadOnly());
+  EXPECT_TRUE(Line("lblFilesize").isReadOnly());
+  EXPECT_FALSE(editor_.DetailsChanged || editor_.DetailsKeyed);
+  EXPECT_TRUE(panels_->FieldsStand()) << "what was imported may stand";
+}
+
+TEST_F(DetailPanelsTest, TypingGoesIntoTheEditorAndSetsTheFlags) {
+  struct Case {
+    const char* field;
+    int panel;
+    std::string DetailEditor::*text;
+    bool keyed;
+  };
+  for (const Case& row : {Case{"txtTitelSave", 0, &DetailEditor::txtTitelSave, true},
+                          Case{"txtAlbumSave", 0, &DetailEditor::txtAlbumSave, true},
+                          Case{"txtSituationSave", 1, &DetailEditor::txtSituationSave, false},
+                          Case{"txtMoodSave", 1, &DetailEditor::txtMoodSave, false}}) {
+    SCOPED_TRACE(row.field);
+    Load(LoadedEditor());
+    panels_->setCurrentIndex(row.panel);
+    Type(row.field, "new");
+    EXPECT_EQ(editor_.*row.text, "new");
+    EXPECT_TRUE(editor_.DetailsChanged);
+    EXPECT_EQ(editor_.DetailsKeyed, row.keyed);
+  }
+  Load(LoadedEditor());
+  panels_->setCurrentIndex(2);
+  Type("txtSave3_3", "new");
+  EXPECT_EQ(editor_.txtSave3, (std::array<std::string, 5>{"C", "R", "E", "new", "U"}));
+}
+
+TEST_F(DetailPanelsTest, ALongTextKeepsItsLineEndsAndNoBreakSpaces) {
+  Load(LoadedEditor());
+  auto& comment = Find<QPlainTextEdit>(window_, "txtCommentSave");
+  comment.setFocus();
+  comment.moveCursor(QTextCursor::End);
+  QTest::keyClicks(&comment, "!");
+  EXPECT_EQ(editor_.txtCommentSave, "one\r\ntwo\u00A0three!");
+}
+
+TEST_F(DetailPanelsTest, AGenreKeepsTheCaseInWhichItWasTyped) {
+  Load(LoadedEditor());
+  panels_->SetGenres({"Tuvan"});
+  auto& genre = Find<QComboBox>(window_, "cboGenre1");
+  EXPECT_EQ(genre.currentText(), "rock");
+  EXPECT_FALSE(editor_.DetailsChanged);
+  genre.setFocus();
+  for (const char* typed : {"jazz", "BLUES", "tuvan"}) {
+    genre.lineEdit()->selectAll();
+    QTest::keyClicks(&genre, typed);
+    QTest::keyClick(&genre, Qt::Key_Return);
+    elsewhere_->setFocus();
+    EXPECT_EQ(genre.currentText(), typed);
+    EXPECT_EQ(editor_.cboGenre1, typed);
+    genre.setFocus();
+  }
+  EXPECT_TRUE(editor_.DetailsChanged);
+  EXPECT_FALSE(editor_.DetailsKeyed);
+  genre.setCurrentText("Jazz");
+  QTest::keyClick(&genre, Qt::Key_Down);
+  EXPECT_EQ(genre.currentText().toStdString(), editor_.cboGenre1);
+}
+
+TEST_F(DetailPanelsTest, ALeftFieldIsCheckedAndTheFocusComesBack) {
+  struct Case {
+    const char* field;
+    const char* text;
+    const char* box;  ///< none: the text may stand
+  };
+  Load(LoadedEditor());
+  for (const Case& row :
+       {Case{"txtTracknumber", "abc", "Track-number is not a number!"},
+        Case{"txtTracknumber", "256", "Track-number must be less than 256!"},
+        Case{"txtTracknumber", "07", nullptr}, Case{"txtYearSave", "?", "Year is not a number!"},
+        Case{"txtYearSave", "30000", nullptr}}) {
+    SCOPED_TRACE(row.text);
+    person_.boxes.clear();
+    if (row.box != nullptr) person_.WillAnswer(Answer::kOk);
+    Type(row.field, row.text);
+    elsewhere_->setFocus();
+    Settle();
+    EXPECT_EQ(person_.boxes.size(), row.box == nullptr ? 0u : 1u);
+    if (row.box != nullptr && !person_.boxes.empty()) {
+      EXPECT_EQ(person_.boxes.front().text, row.box);
+    }
+    EXPECT_EQ(Line(row.field).hasFocus(), row.box != nullptr);
+  }
+}
+
+TEST_F(DetailPanelsTest, OnlyWhatThePersonChangedIsChecked) {
+  Load(LoadedEditor());
+  for (const char* field : {"txtTracknumber", "txtYearSave"}) Line(field).setFocus();
+  elsewhere_->setFocus();
+  Settle();
+  Type("txtTracknumber", "abc");
+  Load(LoadedEditor());  // the next record
+  elsewhere_->setFocus();
+  Settle();
+  EXPECT_TRUE(person_.boxes.empty());
+  // Two wrong fields: one box, not a storm of them.
+  person_.WillAnswer(Answer::kOk);
+  Line("txtYearSave").setText("?");
+  Type("txtTracknumber", "abc");
+  Line("txtYearSave").setFocus();
+  Settle();
+  EXPECT_EQ(person_.boxes.size(), 1u);
+  EXPECT_TRUE(Line("txtTracknumber").hasFocus());
+  // Another window takes nobody to task.
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&other));
+  Settle();
+  EXPECT_EQ(person_.boxes.size(), 1u);
+}
+
+TEST_F(DetailPanelsTest, SeveralTracksHaveBoxesForTheFieldsThatAreWritten) {
+  DetailEditor record = LoadedEditor();
+  Load(record);
+  EXPECT_FALSE(Find<QCheckBox>(window_, "chkAlbum").isVisible());
+  record.save_all = true;
+  record.selectors.chkYear = true;
+  Load(record);
+  EXPECT_EQ(DisabledFields(),
+            "txtTitelSave txtTracknumber txtBPMSave txtQualitaetSave txtPlaytime txtCommentSave "
+            "txtBiosSave txtLyricsSave ");
+  EXPECT_FALSE(Find<QLabel>(window_, "lblTitelSave").isEnabled());
+  EXPECT_TRUE(Find<QLabel>(window_, "lblAlbumSave").isEnabled());
+  EXPECT_TRUE(Find<QCheckBox>(window_, "chkAlbum").isVisible());
+  EXPECT_TRUE(Find<QCheckBox>(window_, "chkYear").isChecked());
+  Press(window_, "chkAlbum");
+  Type("txtAlbumSave", "All");
+  EXPECT_EQ(editor_.txtAlbumSave, "All");
+  EXPECT_FALSE(editor_.DetailsChanged || editor_.DetailsKeyed) << "no change of the former record";
+  panels_->setCurrentIndex(2);
+  Press(window_, "chkDetail3_4");
+  EXPECT_TRUE(editor_.selectors.chkAlbum);
+  EXPECT_TRUE(editor_.selectors.chkDetail3[4]);
+  EXPECT_FALSE(editor_.selectors.chkDetail3[0] || editor_.selectors.chkMood);
+}
+
+TEST_F(DetailPanelsTest, EachBoxChoosesItsOwnField) {
+  DetailEditor record = LoadedEditor();
+  record.save_all = true;
+  for (const auto& [name, chosen] : {std::pair("chkAlbum", &MassSelectors::chkAlbum),
+                                     {"chkGenre", &MassSelectors::chkGenre},
+                                     {"chkInterpret", &MassSelectors::chkInterpret},
+                                     {"chkYear", &MassSelectors::chkYear},
+                                     {"chkSituation", &MassSelectors::chkSituation},
+                                     {"chkTempo", &MassSelectors::chkTempo},
+                                     {"chkPreference", &MassSelectors::chkPreference},
+                                     {"chkMood", &MassSelectors::chkMood}}) {
+    Load(record);
+    Find<QCheckBox>(window_, name).click();
+    const MassSelectors& all = editor_.selectors;
+    EXPECT_TRUE(all.*chosen) << name;
+    EXPECT_EQ(all.chkAlbum + all.chkGenre + all.chkInterpret + all.chkYear + all.chkSituation +
+                  all.chkTempo + all.chkPreference + all.chkMood,
+              1)
+        << name;
+  }
+}
+
+TEST_F(DetailPanelsTest, TheCommentIsForReadingOnlyWithAutoComment) {
+  DetailEditor record = LoadedEditor();
+  record.comment_enabled = false;
+  Load(record);
+  EXPECT_EQ(DisabledFields(), "txtCommentSave ");
+  WhenModal<frmEditor> shown([](frmEditor& editor) {
+    EXPECT_TRUE(Find<QPlainTextEdit>(editor, "txtEditor").isReadOnly());
+    Press(editor, "cmdCancel");
+  });
+  Press(window_, "cmdBigger_txtCommentSave");
+}
+
+TEST_F(DetailPanelsTest, TheLargerWindowChangesTheTextAsAPersonDoes) {
+  Load(LoadedEditor());
+  panels_->setCurrentIndex(1);
+  for (const char* button : {"cmdCancel", "cmdOK"}) {
+    WhenModal<frmEditor> shown([button](frmEditor& editor) {
+      EXPECT_EQ(editor.windowTitle(), "Lyrics");
+      Find<QPlainTextEdit>(editor, "txtEditor").setPlainText("la\u00A0li");
+      Press(editor, button);
+    });
+    EXPECT_FALSE(editor_.DetailsChanged);
+    Press(window_, "cmdBigger_txtLyricsSave");
+  }
+  EXPECT_EQ(editor_.txtLyricsSave, "la\u00A0li");
+  EXPECT_TRUE(editor_.DetailsChanged && editor_.DetailsKeyed);
+}
+
+}  // namespace
+}  // namespace tunemeadow
