@@ -39,8 +39,9 @@ void SaveGroup::Open(std::size_t index) {
   } else {
     journal_.SyncPrepared();  // where it fails, each rewrite journals for itself
   }
-  // What was prepared is in the journal already; only what comes on top of it fills the group.
-  allowed_ = std::max(kBytesPerGroup, journal_.GroupBytes());
+  // What was prepared is in the journal already; only what comes on top of it fills the group. Else
+  // a full one would end behind its first file, and the rest would be prepared anew each time.
+  allowed_ = journal_.GroupBytes() + kBytesPerGroup;
 }
 
 void SaveGroup::FileDone(std::size_t index) { journal_.Done(paths_[index]); }

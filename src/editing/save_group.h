@@ -14,7 +14,8 @@
 
 namespace tunemeadow {
 
-/// A group ends after so many files, or once so many bytes stand in the journal.
+/// A group ends after so many files. No more files are prepared once so many bytes stand in the
+/// journal, and it ends early once as many have come on top of what was prepared.
 inline constexpr std::size_t kFilesPerGroup = 256;
 inline constexpr std::int64_t kBytesPerGroup = std::int64_t{64} << 20;
 
