@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Real files, their rows in a real catalogue, and the list as a search shows it.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "audio/id3v2_reader.h"
+#include "audio/mdl_ID3.h"
+#include "core/statement.h"
+#include "core/text.h"
+#include "editing/save.h"
+#include "support/mp3_builder.h"
+#include "views/catalogue_test.h"
+
+namespace tunemeadow {
+
+class EditedTracksTest : public CatalogueTest {
+ protected:
+  using Values = std::initializer_list<std::pair<std::string_view, std::string_view>>;
+
+  struct Watcher : WorkbenchWatcher {
+    std::vector<std::size_t> rows;
+    int details = 0;
+    void RowChanged(std::size_t row) override { rows.push_back(row); }
+    void DetailsChanged() override { ++details; }
+  };
+
+  EditedTracksTest() {
+    session_.preferences.chkAutoComment = false;
+    session_.program_folder = folder_.Path();
+    bench_.watcher = &watcher_;
+    bench_.save_details = cmdSpeichern_Click;
+  }
+
+  /// A row of these values, and its file unless `bytes` is empty. Its path.
+  std::string AddTrack(const std::string& name, std::string_view bytes, Values values = {}) {
+    const std::string path = folder_.Path("music/" + name);
+    if (!bytes.empty()) folder_.Write("music/" + name, bytes);
+    std::string columns = "location", texts = Quoted(path, '\'');
+    for (const auto& [column, text] : values) {
+      columns.append(",").append(column);
+      texts.append(",").append(Quoted(text, '\''));
+    }
+    Run("insert into mp3sTabelle (" + columns + ") values (" + texts + ")");
+    return path;
+  }
+
+  /// Fills the list in view with all rows.
+  void Show() {
+    std::string columns;
+    for (std::size_t i = 0; i < kTrackFields; ++i) {
+      columns.append(i == 0 ? "" : ",").append("[").append(kFieldNames[i]).append("]");
+    }
+    bench_.ListInView().Fill(
+        session_.connection.Execute("select " + columns + " from mp3sTabelle order by uid")
+            .GetRows());
+  }
+
+  /// Shows the rows and clicks one.
+  DetailEditor& Edit(std::size_t row = 0) {
+    Show();
+    bench_.ListInView().SelectOnly(row);
+    bench_.ListInView().SetFocusedRow(row);
+    ListView1_ItemClick(bench_, row);
+    watcher_.rows.clear();
+    return bench_.details;
+  }
+
+  /// A column of all rows.
+  Texts Column(const std::string& name) {
+    return Rows("select " + name + " from mp3sTabelle order by uid");
+  }
+
+  std::string Bytes(const std::string& name) { return folder_.Read("music/" + name); }
+
+  /// The ID3v2 tag of the file.
+  Mp3Info Tag(const std::string& name) {
+    Mp3Info info;
+    EXPECT_EQ(ReadID3v2Tag(folder_.Path("music/" + name), ID3v2Versions::kAny, info), "OK") << name;
+    return info;
+  }
+
+  Watcher watcher_;
+  const std::string audio_ = Mp3File().Frames(5).Build();
+};
+
+}  // namespace tunemeadow

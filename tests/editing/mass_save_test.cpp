@@ -1,0 +1,250 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editing/mass_save.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "editing/edited_tracks_test.h"
+#include "support/plain_user.h"
+
+namespace tunemeadow {
+namespace {
+
+using testing::ElementsAre;
+using testing::MatchesRegex;
+
+const std::string kAskAll = "Mass-saving: Are you sure to update ";
+const std::string kFailed = "Error: ID3-Tag can't be written!\n\nClick Ignore to ignore all";
+
+class MassSaving : public EditedTracksTest {
+ protected:
+  /// Three tracks whose texts are "<column><n>", the first of them in the editor, all selected.
+  DetailEditor& EditThree() {
+    for (const char* number : {"1", "2", "3"}) {
+      const std::string n = number;
+      AddTrack(n + ".mp3", audio_,
+               {{"Songname", "title" + n},
+                {"Artist", "artist" + n},
+                {"album", "album" + n},
+                {"[year]", "200" + n},
+                {"trackno", n},
+                {"BPM", "9" + n},
+                {"Comment", "comment" + n},
+                {"genrereal", "Rock"},
+                {"Lyrics", "lyrics" + n},
+                {"bios", "bio" + n},
+                {"Mood", "mood" + n},
+                {"composer", "composer" + n},
+                {"datetimeoffile", "then" + n}});
+    }
+    return EditAll();
+  }
+
+  DetailEditor& EditAll() {
+    DetailEditor& details = Edit(0);
+    bench_.ListView1.SetSelected(0, bench_.ListView1.RowCount() - 1, true);
+    ListView1_ItemClick(bench_, 1);
+    return details;
+  }
+
+  /// A save with Yes to the question and these answers to what follows.
+  void SaveAll(std::initializer_list<Answer> answers = {}) {
+    interaction_.WillAnswer(Answer::kYes);
+    for (const Answer answer : answers) interaction_.WillAnswer(answer);
+    cmdSpeichern_Click(bench_);
+    interaction_.ExpectPutBack();
+    EXPECT_FALSE(session_.busy);
+    EXPECT_FALSE(bench_.details.save_all);
+  }
+};
+
+TEST_F(MassSaving, TheQuestionNamesWhatIsTicked) {
+  DetailEditor& details = EditThree();
+  Preferences& preferences = session_.preferences;
+  const auto question = [&] {
+    interaction_.boxes.clear();
+    interaction_.WillAnswer(Answer::kNo);
+    SpezialSpeichern(bench_);
+    return interaction_.BoxTexts().back();
+  };
+  EXPECT_EQ(question(), kAskAll + "3 items(s)?");
+  preferences.chkAutoComment = true;
+  EXPECT_EQ(question(), kAskAll + "3 items(s) in the Database and in the ID3Tag?");
+  preferences.chkSaveTags = false;
+  EXPECT_EQ(question(), kAskAll + "3 items(s) in the Database?");
+  MassSelectors& selectors = details.selectors;
+  selectors.chkMood = selectors.chkYear = true;
+  EXPECT_EQ(question(), kAskAll + "3 items(s) with the Year,Mood-Tag in the Database?");
+  selectors = {true, true, true, true, true, true, true, true, {true, true, true, true, true}};
+  preferences.chkSaveTags = true;
+  EXPECT_EQ(question(),
+            kAskAll +
+                "3 items(s) with the Album,Genre,Artist,Year,Situation,Preference,Tempo,"
+                "Mood,Composer,Copyright,Encoded by,Orig. Artist,URL-Tag in the Database and "
+                "in the ID3Tag?");
+  EXPECT_EQ(Bytes("1.mp3"), audio_);
+  EXPECT_TRUE(details.save_all) << "No leaves everything as it was";
+}
+
+TEST_F(MassSaving, WithoutSelectionAndInAPlaylistNothingHappens) {
+  EditThree();
+  bench_.playlist_in_view = true;
+  SpezialSpeichern(bench_);
+  bench_.playlist_in_view = false;
+  bench_.ListView1.ClearSelection();
+  SpezialSpeichern(bench_);
+  EXPECT_TRUE(interaction_.boxes.empty());
+}
+
+TEST_F(MassSaving, TickedFieldsTakeTheEditorsTextAllOthersKeepTheTracksOwn) {
+  DetailEditor& details = EditThree();
+  bench_.ListView3.Fill(
+      session_.connection.Execute("select uid, Songname, Artist from mp3sTabelle").GetRows());
+  details.txtAlbumSave = "the album";
+  details.cboGenre1 = "Blues";
+  details.txtSave3[4] = "the url";
+  details.txtInterpretSave = details.txtMoodSave = details.txtCommentSave = "not ticked";
+  details.selectors.chkAlbum = details.selectors.chkGenre = details.selectors.chkDetail3[4] = true;
+  watcher_.rows.clear();
+  SaveAll({Answer::kOk});
+  const Texts columns = {"Songname", "Artist", "album",     "[year]",  "trackno", "BPM",
+                         "Comment",  "Genre",  "GenreReal", "Lyrics",  "bios",    "Mood",
+                         "composer", "url",    "hasid3v1",  "hasid3v2"};
+  for (const std::string n : {"1", "2", "3"}) {
+    const Texts row = {
+        "title" + n,    "artist" + n, "the album", "200" + n,    n,         "9" + n,
+        "comment" + n,  "0",          "Blues",     "lyrics" + n, "bio" + n, "mood" + n,
+        "composer" + n, "the url",    "1",         "1"};
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      EXPECT_EQ(Column(columns[i])[std::stoul(n) - 1], row[i]) << columns[i];
+    }
+    const Mp3Info tag = Tag(n + ".mp3");
+    EXPECT_EQ((Texts{tag.Title, tag.Artist, tag.Album, tag.Year, tag.TrackV2, tag.Bpm, tag.Comment,
+                     "0", tag.GenreV2, StripNulls(tag.Lyrics), tag.Bio, tag.Mood, tag.Composer,
+                     tag.Url, "1", "1"}),
+              [&] {
+                Texts tags = row;
+                tags[8] = "(0)Blues";
+                return tags;
+              }());
+    EXPECT_EQ(Bytes(n + ".mp3").substr(Bytes(n + ".mp3").size() - 128, 9), "TAGtitle" + n);
+    EXPECT_EQ(Column("datetimeoffile")[0].substr(0, 2), "20");
+  }
+  std::vector<TrackRecord> shown;
+  for (std::size_t row = 0; row < 3; ++row) shown.push_back(bench_.ListView1.Record(row));
+  EXPECT_EQ(details.txtInterpretSave, "artist1") << "the editor holds the row again";
+  EXPECT_EQ(details.txtAlbumSave, "the album");
+  Show();
+  for (std::size_t row = 0; row < 3; ++row) {
+    EXPECT_EQ(shown[row].fields, bench_.ListView1.Record(row).fields);
+  }
+  EXPECT_THAT(watcher_.rows, ElementsAre(0, 1, 2));
+  EXPECT_THAT(interaction_.progress, ElementsAre(1, 2, 3));
+  EXPECT_THAT(interaction_.loading_lines, ElementsAre("saving..."));
+  EXPECT_TRUE(interaction_.SawStatus(folder_.Path("music/2.mp3")));
+  EXPECT_EQ(interaction_.Status(), "Ready.");
+  EXPECT_THAT(
+      interaction_.BoxTexts(),
+      ElementsAre(kAskAll + "3 items(s) with the Album,Genre,URL-Tag in the Database and in "
+                            "the ID3Tag?",
+                  MatchesRegex("Tunemeadow: 3 file\\(s\\) successfully saved\\.\n"
+                               "Elapsed Time: [0-9]+\\.[0-9][0-9] seconds")));
+}
+
+TEST_F(MassSaving, QuotesOfTheEditorGiveWayThoseOfATrackStay) {
+  for (const char quote : {'"', '\''}) {
+    session_.quote = quote;
+    Run("delete from mp3sTabelle");
+    for (const char* name : {"a'\"1.mp3", "a'\"2.mp3"}) {
+      AddTrack(name, audio_, {{"Songname", R"(O'Hara "x")"}, {"Mood", R"(o'wn "y")"}});
+    }
+    DetailEditor& details = EditAll();
+    details.txtAlbumSave = R"(Al'bum "z")";
+    details.selectors.chkAlbum = true;
+    SaveAll({Answer::kOk});
+    EXPECT_EQ(Column("Songname || Mood || album"), Texts(2, R"(O'Hara "x"o'wn "y"Al'bum ''z'')"));
+    EXPECT_EQ(bench_.ListView1.Cell(1, Field::album), "Al'bum ''z''");
+    EXPECT_EQ(Tag("a'\"2.mp3").Album, R"(Al'bum "z")");
+  }
+}
+
+TEST_F(MassSaving, WithoutATickTheRulesAndTheAutoCommentStillGoIntoTheTags) {
+  session_.preferences.chkAutoComment = session_.preferences.chkCapitalizeSave = true;
+  session_.preferences.txtautocomment = "auto";
+  session_.success_messages = false;
+  EditThree();
+  SaveAll();
+  EXPECT_EQ(Column("Songname || comment || Artist || album").back(), "Title3autoArtist3Album3");
+  EXPECT_EQ(Tag("3.mp3").Title + Tag("3.mp3").Comment, "Title3auto");
+  EXPECT_EQ(bench_.ListView1.Cell(2, Field::Comment), "auto");
+}
+
+TEST_F(MassSaving, AfterIgnoreNoFailureIsTold) {
+  DetailEditor& details = EditThree();
+  details.txtAlbumSave = "new";
+  details.selectors.chkAlbum = true;
+  chmod(folder_.Path("music/1.mp3").c_str(), 0444);
+  std::filesystem::remove(folder_.Path("music/2.mp3"));
+  const ScopedPlainUser plain(folder_.Path());
+  ASSERT_EQ(chmod(folder_.Path("music/3.mp3").c_str(), 0666), geteuid() == 65534 ? -1 : 0);
+  SaveAll({Answer::kRetry, Answer::kIgnore, Answer::kOk});
+  EXPECT_THAT(interaction_.BoxTexts(), ElementsAre(testing::StartsWith(kAskAll), kFailed, kFailed,
+                                                   testing::HasSubstr("3 file(s)")));
+  EXPECT_EQ(Column("album || hasid3v1 || hasid3v2 || datetimeoffile")[1], "new00then2");
+  EXPECT_EQ(Bytes("1.mp3"), audio_);
+  EXPECT_FALSE(std::filesystem::exists(folder_.Path("music/2.mp3")));
+}
+
+TEST_F(MassSaving, AbortLeavesWhatWasSavedBefore) {
+  DetailEditor& details = EditThree();
+  details.txtAlbumSave = "new";
+  details.selectors.chkAlbum = true;
+  std::filesystem::remove(folder_.Path("music/3.mp3"));
+  SaveAll({Answer::kAbort});
+  EXPECT_THAT(interaction_.BoxTexts(), ElementsAre(testing::StartsWith(kAskAll), kFailed));
+  EXPECT_EQ(Column("album"), (Texts{"new", "new", "album3"}));
+  EXPECT_EQ(bench_.ListView1.Cell(2, Field::album), "album3");
+  EXPECT_EQ(Tag("2.mp3").Album, "new");
+}
+
+TEST_F(MassSaving, ACancelEndsItWithoutAWord) {
+  DetailEditor& details = EditThree();
+  details.txtAlbumSave = "new";
+  details.selectors.chkAlbum = true;
+  interaction_.on_yield = [&](std::size_t n) { session_.CancelRequested = n == 3; };
+  SaveAll();
+  EXPECT_EQ(interaction_.boxes.size(), 1U);
+  EXPECT_EQ(Column("album"), (Texts{"new", "album2", "album3"}));
+  EXPECT_EQ(Bytes("2.mp3"), audio_);
+}
+
+TEST_F(MassSaving, WithoutTagsOnlyTheRowsChange) {
+  session_.preferences.chkSaveTags = false;
+  DetailEditor& details = EditThree();
+  details.txtYearSave = "1999";
+  details.selectors.chkYear = true;
+  SaveAll({Answer::kOk});
+  EXPECT_EQ(Column("[year] || hasid3v1 || hasid3v2"), Texts(3, "199900"));
+  EXPECT_EQ(Bytes("1.mp3") + Bytes("2.mp3") + Bytes("3.mp3"), audio_ + audio_ + audio_);
+}
+
+TEST_F(MassSaving, AStatementThatFailsEndsItWithItsReason) {
+  EditThree();
+  Run("alter table mp3sTabelle rename to gone");
+  SaveAll({Answer::kOk});
+  EXPECT_EQ(interaction_.boxes.size(), 2U);
+  EXPECT_NE(interaction_.boxes.back().text.find("no such table"), std::string::npos);
+}
+
+TEST_F(MassSaving, WhatTheTagsLoseIsSaidOnceForAll) {
+  DetailEditor& details = EditThree();
+  details.txtAlbumSave = "\xE6\x97\xA5";
+  details.selectors.chkAlbum = true;
+  SaveAll({Answer::kOk});
+  EXPECT_EQ(interaction_.Status(), LossSentence({.characters = 3}));
+}
+
+}  // namespace
+}  // namespace tunemeadow

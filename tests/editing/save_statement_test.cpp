@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editing/save_statement.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace tunemeadow {
+namespace {
+
+DetailEditor SampleEditor() {
+  DetailEditor details;
+  details.uid = 17;
+  details.txtTitelSave = "ti";
+  details.txtInterpretSave = "ar";
+  details.txtAlbumSave = "al";
+  details.cboGenre1 = "Rock";
+  details.txtYearSave = "2001";
+  details.txtTracknumber = "7";
+  details.txtBPMSave = "99";
+  details.txtPlaytime = "3:05";
+  details.txtQualitaetSave = "qu";
+  details.txtLocationSave = "/m/AC'DC \"x\".mp3";
+  details.txtCommentSave = "co";
+  details.txtSituationSave = "si";
+  details.txtPreferenceSave = "pr";
+  details.txtTempoSave = "te";
+  details.txtMoodSave = "mo";
+  details.txtBiosSave = "bi";
+  details.txtLyricsSave = "ly";
+  details.txtSave3 = {"x0", "x1", "x2", "x3", "x4"};
+  return details;
+}
+
+TEST(BuildSaveStatement, NamesEveryColumnInItsOrderAndDoublesTheDelimiter) {
+  std::string statement;
+  const SaveFacts facts = {.now = "now", .file_time = "then", .hasid3v1 = 1, .hasid3v2 = 0};
+  BuildSaveStatement(SampleEditor(), facts, '"', statement);
+  EXPECT_EQ(
+      statement,
+      R"(Update mp3sTabelle set BPM="99",trackno="7",playtime="3:05",playtimeREAL="185",)"
+      R"(comment="co",[year]="2001",album="al",location="/m/AC'DC ""x"".mp3",Situation="si",)"
+      R"(datetimeoffile="then",datetimeofdbupdate="now",Composer="x0",hasid3v1=1,hasid3v2=0,)"
+      R"(Copyright="x1",Encodedby="x2",originalartist="x3",url="x4",Preference="pr",Mood="mo",)"
+      R"(Bios="bi",Lyrics="ly",Tempo="te",Songname="ti",Genre="17",GenreReal="Rock",)"
+      R"(Artist="ar",quality="qu" where uid=17)");
+  BuildSaveStatement(SampleEditor(), facts, '\'', statement);
+  EXPECT_NE(statement.find(R"(,location='/m/AC''DC "x".mp3',)"), std::string::npos) << statement;
+}
+
+TEST(BuildMassSaveStatement, NamesItsColumnsInTheirOrderBetweenDoubleQuotes) {
+  std::string statement;
+  BuildMassSaveStatement({.preference = "pr",
+                          .situation = "si",
+                          .mood = "mo",
+                          .tempo = "te",
+                          .extra = {"x0", "x1", "x2", "x3", "x4"},
+                          .hasid3v1 = 0,
+                          .hasid3v2 = 1,
+                          .comment = "c\"o",
+                          .title = "t'i",
+                          .album = "al",
+                          .year = "2001",
+                          .genre = "rock",
+                          .now = "now",
+                          .file_time = "then",
+                          .artist = "ar",
+                          .uid = 5},
+                         statement);
+  EXPECT_EQ(statement,
+            R"(Update mp3sTabelle set Preference="pr", Situation="si",Mood="mo",Tempo="te",)"
+            R"(composer="x0",CopyRight="x1",encodedby="x2",OriginalArtist="x3",url="x4",)"
+            R"(hasid3v1=0,hasid3v2=1,comment="c""o",Songname="t'i",album="al" ,[Year]="2001",)"
+            R"(Genre="255",GenreReal="rock",datetimeofdbupdate="now",datetimeoffile="then",)"
+            R"(Artist="ar" where uid=5)");
+}
+
+}  // namespace
+}  // namespace tunemeadow

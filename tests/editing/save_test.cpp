@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editing/save.h"
+
+#include <filesystem>
+
+#include "audio/lyrics3.h"
+#include "core/dates.h"
+#include "editing/edited_tracks_test.h"
+
+namespace tunemeadow {
+namespace {
+
+class SingleSave : public EditedTracksTest {
+ protected:
+  /// A save of the record in the editor, with these answers to what it asks.
+  void Save(std::initializer_list<Answer> answers = {}) {
+    for (const Answer answer : answers) interaction_.WillAnswer(answer);
+    bench_.details.DetailsKeyed = bench_.details.DetailsChanged = true;
+    cmdSpeichern_Click(bench_);
+    interaction_.ExpectPutBack();
+    EXPECT_FALSE(session_.busy);
+  }
+
+  /// A directory in the place of the file: no tag can be written.
+  DetailEditor& EditBlocked() {
+    AddTrack("a.mp3", "", {{"Songname", "old"}});
+    std::filesystem::create_directories(folder_.Path("music/a.mp3"));
+    DetailEditor& details = Edit();
+    details.txtTitelSave = "new";
+    details.txtLyricsSave = "la";
+    return details;
+  }
+};
+
+TEST_F(SingleSave, WritesTheTagsThenTheRowThenTheCells) {
+  AddTrack("other.mp3", audio_);
+  const std::string path = AddTrack("a.MP3", audio_, {{"quality", "128 kbps"}});
+  DetailEditor& details = Edit(1);
+  details.txtTitelSave = "ti";
+  details.txtInterpretSave = "ar";
+  details.txtAlbumSave = "al";
+  details.cboGenre1 = "Rock";
+  details.txtYearSave = "2001";
+  details.txtTracknumber = "07";
+  details.txtBPMSave = "99";
+  details.txtPlaytime = "3:05";
+  details.txtCommentSave = "co";
+  details.txtSituationSave = "si";
+  details.txtPreferenceSave = "pr";
+  details.txtTempoSave = "te";
+  details.txtMoodSave = "mo";
+  details.txtBiosSave = "bi";
+  details.txtLyricsSave = "ly";
+  details.txtSave3 = {"x0", "x1", "x2", "x3", "x4"};
+  watcher_.details = 0;
+  Save();
+  EXPECT_EQ(interaction_.statuses,
+            (Texts{"Updating file (saving ID3v2Tag), please wait...",
+                   "Updating file (saving ID3v1Tag), please wait...",
+                   "Updating file (saving LYRICS3Tag), please wait...", "Ready."}));
+  const Mp3Info tag = Tag("a.MP3");
+  EXPECT_EQ((Texts{tag.Title, tag.Artist, tag.TrackV2, tag.GenreV2, tag.Composer, tag.Url}),
+            (Texts{"ti", "ar", "7", "(17)Rock", "x0", "x4"}));
+  ID3v1Tag record;
+  ASSERT_TRUE(ReadID3v1Tag(path, record));
+  EXPECT_EQ(record.Genre, 17);
+  EXPECT_EQ(std::string(record.Comment.begin(), record.Comment.end()),
+            Fixed("co", 28, ' ') + std::string({'\0', '\7'}));
+  Lyrics3 block;
+  ASSERT_TRUE(ReadLyrics3Tag(path, block));
+  EXPECT_EQ(block.Lyrics3Lyr + block.Lyrics3Moo + block.Lyrics3Sit, "lymosi");
+  const Texts row = {"ti",  "ar", "al", "17", "Rock", "2001", "7",  "99",       "3:05",
+                     "185", "co", "si", "pr", "te",   "mo",   "bi", "ly",       "x0",
+                     "x1",  "x2", "x3", "x4", "1",    "1",    path, "128 kbps", FileTimeText(path)};
+  const Texts columns = {
+      "Songname",   "Artist",    "album",          "Genre",        "GenreReal", "[year]",
+      "trackno",    "BPM",       "playtime",       "playtimeREAL", "comment",   "Situation",
+      "Preference", "Tempo",     "Mood",           "Bios",         "Lyrics",    "Composer",
+      "Copyright",  "Encodedby", "originalartist", "url",          "hasid3v1",  "hasid3v2",
+      "location",   "quality",   "datetimeoffile"};
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    EXPECT_EQ(Column("ifnull(" + columns[i] + ",'')").back(), row[i]) << columns[i];
+  }
+  EXPECT_EQ(Column("ifnull(Songname, 'none')").front(), "none") << "the other row";
+  const TrackRecord cells = bench_.ListView1.Record(1);
+  Show();
+  EXPECT_EQ(cells.fields, bench_.ListView1.Record(1).fields) << "the list shows what is stored";
+  EXPECT_EQ(watcher_.rows, (std::vector<std::size_t>{1}));
+  EXPECT_EQ(watcher_.details, 1);
+  EXPECT_FALSE(details.DetailsKeyed || details.DetailsChanged);
+  EXPECT_FALSE(std::filesystem::exists(folder_.Path("undo.journal")) &&
+               !folder_.Read("undo.journal").empty());
+}
+
+TEST_F(SingleSave, ATrackIsItsNumberOrStopsTheSave) {
+  AddTrack("a.mp3", audio_);
+  for (const auto& [text, saved] : {std::pair{"abc", ""}, {"0", ""}, {"3/12", "3"}}) {
+    Edit().txtTracknumber = text;
+    Save();
+    EXPECT_EQ(Tag("a.mp3").TrackV2, saved);
+    EXPECT_EQ(Column("trackno"), Texts{saved});
+    EXPECT_EQ(bench_.details.txtTracknumber, saved);
+  }
+  const std::string before = Bytes("a.mp3");
+  Edit().txtTracknumber = "256";
+  Save({Answer::kOk});
+  EXPECT_EQ(interaction_.BoxTexts(),
+            Texts{"Error!: Tracknumber is not a valid number! (<256)\n\n"});
+  EXPECT_EQ(Bytes("a.mp3"), before);
+  EXPECT_EQ(Column("trackno"), Texts{"3"});
+  EXPECT_TRUE(bench_.details.DetailsChanged);
+}
+
+TEST_F(SingleSave, AMissingFileEndsItAndIsNotCreated) {
+  const std::string path = AddTrack("a.mp3", "", {{"Songname", "old"}, {"datetimeoffile", "then"}});
+  Edit().txtTitelSave = "new";
+  Save({Answer::kOk});
+  session_.preferences.chkWarn = false;
+  Save();
+  EXPECT_EQ(interaction_.BoxTexts(), Texts{"File not found: The file " + path + " was not found."});
+  EXPECT_EQ(Column("Songname"), Texts{"old"});
+  session_.preferences.chkSaveTags = false;
+  Save();
+  EXPECT_EQ(Column("Songname || hasid3v1 || datetimeoffile"), Texts{"new0then"});
+  EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(SingleSave, QuotesGiveWayInTheRowAndStayInTheTag) {
+  for (const char quote : {'"', '\''}) {
+    session_.quote = quote;
+    Run("delete from mp3sTabelle");
+    const std::string path = AddTrack("O'Hara \"x\".mp3", audio_);
+    DetailEditor& details = Edit();
+    details.txtTitelSave = R"(O'Hara "x")";
+    details.cboGenre1 = R"(Rock'n"Roll)";
+    Save();
+    EXPECT_EQ(Tag("O'Hara \"x\".mp3").Title, R"(O'Hara "x")");
+    const std::string title = quote == '"' ? "O'Hara ''x''" : R"(O"Hara "x")";
+    EXPECT_EQ(Column("Songname"), Texts{title});
+    EXPECT_EQ(details.txtTitelSave, title);
+    EXPECT_EQ(bench_.ListView1.Cell(0, Field::Songname), title);
+    EXPECT_EQ(Column("GenreReal"), Texts{R"(Rock'n"Roll)"});
+    EXPECT_EQ(Column("Genre"), Texts{"255"});
+    EXPECT_EQ(Column("location"), Texts{path}) << "the row stays bound to its file";
+  }
+}
+
+TEST_F(SingleSave, IgnoreGoesOnFromTagToTagAndSavesTheRow) {
+  EditBlocked();
+  Save({Answer::kIgnore, Answer::kIgnore, Answer::kIgnore});
+  EXPECT_EQ(interaction_.BoxTexts(),
+            (Texts{"Error: ID3v2-Tag can't be written!", "Error: ID3v1-Tag can't be written!",
+                   "Error: LYRICS3-Tag can't be written!"}));
+  EXPECT_EQ(Column("Songname || hasid3v1 || hasid3v2"), Texts{"new00"});
+  session_.preferences.chkWarn = false;
+  bench_.details.txtTitelSave = "newer";
+  Save();
+  EXPECT_EQ(Column("Songname"), Texts{"newer"}) << "without the warning it is silent";
+}
+
+TEST_F(SingleSave, AbortLeavesTheRowAndWhatWasWritten) {
+  EditBlocked();
+  Save({Answer::kAbort});
+  EXPECT_EQ(Column("Songname"), Texts{"old"});
+  EXPECT_EQ(bench_.ListView1.Cell(0, Field::Songname), "old");
+  EXPECT_TRUE(bench_.details.DetailsChanged);
+  EXPECT_EQ(interaction_.Status(), "Ready.");
+  Run("delete from mp3sTabelle");
+  AddTrack("b.mp3", audio_);
+  DetailEditor& details = Edit();
+  details.txtTitelSave = "tags only";
+  details.txtLyricsSave = std::string(100'000, 'l');  // more than a block has digits for
+  Save({Answer::kAbort});
+  EXPECT_EQ(interaction_.boxes.back().text, "LYRICS3-Tag can't be written!");
+  EXPECT_EQ(Tag("b.mp3").Title, "tags only");
+  EXPECT_EQ(Bytes("b.mp3").substr(Bytes("b.mp3").size() - 128, 12), "TAGtags only");
+  EXPECT_EQ(Column("ifnull(Songname, 'none')"), Texts{"none"});
+}
+
+TEST_F(SingleSave, RetryWritesTheVeryTagThatTheFirstTryWouldHave) {
+  const std::string path = AddTrack("whole.mp3", audio_);
+  Edit().txtLyricsSave = "la";
+  Save();
+  Run("delete from mp3sTabelle");
+  EditBlocked().txtTitelSave = "";
+  interaction_.on_box = [&](const MessageBox&) {
+    if (interaction_.boxes.size() < 3) return;
+    std::filesystem::remove(folder_.Path("music/a.mp3"));
+    folder_.Write("music/a.mp3", audio_);
+  };
+  Save({Answer::kRetry, Answer::kRetry, Answer::kRetry});
+  EXPECT_EQ(Bytes("a.mp3"), Bytes("whole.mp3"));
+  EXPECT_EQ(Column("hasid3v1 || hasid3v2"), Texts{"11"});
+}
+
+TEST_F(SingleSave, TheRulesChangeTheTextsInTheEditorWhereThereAreAny) {
+  session_.preferences.chkCapitalizeSave = session_.preferences.chkReplaceSave = true;
+  session_.preferences.chkAutoComment = true;
+  session_.preferences.txtautocomment = "mine";
+  AddTrack("a.mp3", audio_, {{"Comment", "own"}});
+  Edit().txtTitelSave = "  ";
+  Save();
+  EXPECT_EQ(bench_.details.txtCommentSave, "own") << "no text that would need a rule";
+  EXPECT_EQ(Bytes("a.mp3").substr(Bytes("a.mp3").size() - 128, 125),
+            "TAG" + std::string(122, '\0'));
+  DetailEditor& details = bench_.details;
+  details.txtTitelSave = "one_two three";
+  details.txtCommentSave = "typed";
+  Save();
+  EXPECT_EQ(details.txtTitelSave, "One two Three");
+  EXPECT_EQ(Column("Songname || comment"), Texts{"One two Threemine"});
+  EXPECT_EQ(Tag("a.mp3").Title + Tag("a.mp3").Comment, "One two Threemine");
+}
+
+TEST_F(SingleSave, AFlagOfARowIsOnlyEverSet) {
+  AddTrack("a.mp2", audio_);
+  AddTrack("b.mp3", audio_, {{"hasid3v1", "1"}, {"hasid3v2", "0"}});
+  session_.preferences.chkSaveTags11 = false;
+  Edit(0);
+  Save();
+  Edit(1);
+  Save();
+  EXPECT_EQ(Column("hasid3v1 || hasid3v2"), (Texts{"00", "11"}));
+  EXPECT_EQ(Bytes("a.mp2"), audio_) << "only .mp3 files get tags";
+  EXPECT_EQ(bench_.ListView1.Cell(1, Field::hasid3v2), "1");
+}
+
+TEST_F(SingleSave, LongTextsAreCutInTheRowAndTheNoticeSaysWhatATagLoses) {
+  AddTrack("a.mp3", audio_);
+  DetailEditor& details = Edit();
+  details.txtMoodSave = std::string(300, 'm');
+  details.txtSave3[4] = "\xE6\x97\xA5";
+  Save();
+  EXPECT_EQ(Column("length(Mood)"), Texts{"255"});
+  EXPECT_EQ(Column("url"), Texts{"\xE6\x97\xA5"});
+  ASSERT_GE(interaction_.statuses.size(), 2U);
+  EXPECT_EQ(interaction_.statuses.rbegin()[1], "Ready.");
+  EXPECT_EQ(interaction_.Status(), LossSentence({.characters = 1, .long_texts = 1}));
+}
+
+TEST_F(SingleSave, AStatementThatFailsLeavesCellsAndFlags) {
+  AddTrack("a.mp3", audio_, {{"Songname", "old"}});
+  Edit().txtTitelSave = "new";
+  Run("alter table mp3sTabelle rename to gone");
+  Save({Answer::kOk});
+  EXPECT_NE(interaction_.boxes.back().text.find("no such table"), std::string::npos);
+  EXPECT_EQ(bench_.ListView1.Cell(0, Field::Songname), "old");
+  EXPECT_TRUE(bench_.details.DetailsKeyed && bench_.details.DetailsChanged);
+  EXPECT_EQ(Tag("a.mp3").Title, "new") << "the tags came first";
+}
+
+TEST_F(SingleSave, OfALyrics3BlockTheFilesOwnFieldsStay) {
+  AddTrack("a.mp3", Mp3File().Frames(5).Lyrics3({{"AUT", "someone"}, {"LYR", "a"}}).Id3v1({}));
+  const std::string path = AddTrack("b.mp3", Mp3File().Frames(5).Id3v1({}));
+  Edit(0).txtLyricsSave = "la";
+  Save();
+  Edit(1).txtLyricsSave = "lo";
+  Save();
+  Lyrics3 block;
+  ASSERT_TRUE(ReadLyrics3Tag(folder_.Path("music/a.mp3"), block));
+  EXPECT_EQ(block.Lyrics3Aut + "/" + block.Lyrics3Lyr, "someone/la");
+  ASSERT_TRUE(ReadLyrics3Tag(path, block));
+  EXPECT_EQ(block.Lyrics3Aut + "/" + block.Lyrics3Lyr, "/lo");
+}
+
+TEST_F(SingleSave, ARecordThatIsLeftIsSavedBeforeTheNextOneComes) {
+  AddTrack("a.mp3", audio_);
+  AddTrack("b.mp3", audio_, {{"Songname", "second"}});
+  DetailEditor& details = Edit(0);
+  details.txtTitelSave = "first";
+  details.DetailsKeyed = details.DetailsChanged = true;
+  interaction_.WillAnswer(Answer::kYes);
+  bench_.ListView1.SelectOnly(1);
+  ListView1_ItemClick(bench_, 1);
+  EXPECT_EQ(Column("Songname"), (Texts{"first", "second"}));
+  EXPECT_EQ(details.txtTitelSave, "second");
+}
+
+TEST_F(SingleSave, WithoutARecordNothingHappens) {
+  AddTrack("a.mp3", audio_);
+  Show();
+  cmdSpeichern_Click(bench_);
+  EXPECT_TRUE(interaction_.statuses.empty());
+  EXPECT_EQ(Bytes("a.mp3"), audio_);
+}
+
+}  // namespace
+}  // namespace tunemeadow

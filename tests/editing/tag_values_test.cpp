@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editing/tag_values.h"
+
+#include "editing/edited_tracks_test.h"
+
+namespace tunemeadow {
+namespace {
+
+/// Every field that the ID3v2 writer takes, in the order of its frames.
+std::vector<std::string> WrittenTexts(const Mp3Info& info) {
+  return {info.Artist,     info.Title,     info.Album,
+          info.Url,        info.Year,      info.Track,
+          info.Bpm,        info.Original,  info.Composer,
+          info.EncodedBy,  info.Copyright, info.Comment,
+          info.Tempo,      info.Bio,       info.Mood,
+          info.Preference, info.Situation, std::to_string(info.Genre),
+          info.GenreV2,    info.Lyrics};
+}
+
+class FilledInfo : public EditedTracksTest {
+ protected:
+  Mp3Info info_;
+  TagLosses losses_;
+};
+
+TEST_F(FilledInfo, IsTheSameFromTheRowAndFromTheEditor) {
+  AddTrack("a.mp3", audio_,
+           {{"Artist", "ar"},
+            {"Songname", "ti"},
+            {"album", "al"},
+            {"url", "ur"},
+            {"[year]", "2001"},
+            {"trackno", "7"},
+            {"BPM", "99"},
+            {"originalartist", "or"},
+            {"composer", "co"},
+            {"encodedby", "en"},
+            {"copyright", "cr"},
+            {"Comment", "no"},
+            {"tempo", "te"},
+            {"bios", "bi"},
+            {"Mood", "mo"},
+            {"preference", "pr"},
+            {"Situation", "si"},
+            {"genrereal", "Rock"},
+            {"Lyrics", "ly"}});
+  Edit();
+  const std::vector<std::string> expected = {"ar", "ti", "al", "ur", "2001", "7",  "99",
+                                             "or", "co", "en", "cr", "no",   "te", "bi",
+                                             "mo", "pr", "si", "17", "Rock", "ly"};
+  FillInfo(ValuesOfEditor(bench_.details), info_, losses_);
+  EXPECT_EQ(WrittenTexts(info_), expected);
+  Mp3Info of_row;
+  FillInfo(ValuesOfRow(bench_.ListView1, 0), of_row, losses_);
+  EXPECT_EQ(WrittenTexts(of_row), expected);
+  EXPECT_FALSE(losses_.Any());
+}
+
+TEST_F(FilledInfo, CountsTheTextsThatTheCodePageLacks) {
+  FillInfo({.title = "caf\xC3\xA9?",
+            .artist = "\xE6\x97\xA5\xE6\x9C\xAC?",
+            .genre = "rock",
+            .url = "\xE6\x97\xA5"},
+           info_, losses_);
+  EXPECT_EQ(losses_.characters, 2);
+  EXPECT_EQ(info_.Title, "caf\xE9?");
+  EXPECT_EQ(info_.Artist, "???");
+  EXPECT_EQ(info_.Genre, 255) << "names count in their own case";
+  EXPECT_EQ(info_.GenreV2, "rock");
+}
+
+TEST_F(FilledInfo, ARecordTakesTheLeadingNumberOfATrackAndNoneThatIsTooLarge) {
+  const std::pair<const char*, std::string> cases[] = {
+      {"3/12", std::string(28, 'c') + std::string({'\0', '\3'})},
+      {"300", std::string(30, 'c')},
+      {"0", std::string(30, 'c')}};
+  for (const auto& [track, comment] : cases) {
+    const ID3v1Tag record = FillRecord({.comment = std::string(40, 'c'), .track = track});
+    EXPECT_EQ(std::string(record.Comment.begin(), record.Comment.end()), comment) << track;
+  }
+}
+
+TEST_F(FilledInfo, OfAFileIsWhatItsTagsSayWhateverAnImportPassesOver) {
+  session_.preferences.chkID3v2Read = session_.preferences.chkID3Read = false;
+  const std::string long_comment(60, 'k');
+  folder_.Write(
+      "v2.mp3",
+      Mp3File()
+          .Id3v2(
+              {{"TPE1", "An'na"}, {"TRCK", "3/9"}, {"TCON", "(0)(17)Rock"}, {"COMM", long_comment}})
+          .Frames(5)
+          .Id3v1({.title = "old", .comment = "x", .track = 4, .genre = 8}));
+  folder_.Write("v1.mp3", audio_ + Id3v1Record({.title = "Sky", .genre = 17}));
+  folder_.Write("blues.mp3", Id3v2Tag({{"TCON", "(0)"}}) + audio_);
+  info_.Bpm = "of another file";
+  ASSERT_TRUE(FillInfoFromFile(folder_.Path("v2.mp3"), session_.preferences, info_));
+  EXPECT_EQ(
+      WrittenTexts(info_),
+      (std::vector<std::string>{"An'na", "old",        "", "", "", "3/9", "", "",   "",     "",
+                                "",      long_comment, "", "", "", "",    "", "17", "Rock", ""}));
+  ASSERT_TRUE(FillInfoFromFile(folder_.Path("v1.mp3"), session_.preferences, info_));
+  EXPECT_EQ(WrittenTexts(info_),
+            (std::vector<std::string>{"", "Sky", "", "", "", "", "", "",   "",     "",
+                                      "", "",    "", "", "", "", "", "17", "Rock", ""}));
+  EXPECT_FALSE(FillInfoFromFile(folder_.Path("none.mp3"), session_.preferences, info_));
+  EXPECT_EQ(info_.Title, "Sky");
+  ASSERT_TRUE(FillInfoFromFile(folder_.Path("blues.mp3"), session_.preferences, info_));
+  EXPECT_EQ(info_.GenreV2, "Blues");
+}
+
+}  // namespace
+}  // namespace tunemeadow
