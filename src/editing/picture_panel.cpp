@@ -114,7 +114,7 @@ std::string WriteChosenPicture(Workbench& bench, TagLosses& losses) {
   SetPicture(writing, bench.PictureFile);
   Mp3Info info;
   FillInfo(ValuesOfEditor(details), info, writing.losses);
-  const std::string result = WriteID3v2Tag(writing, details.txtLocationSave, true, info);
+  std::string result = WriteID3v2Tag(writing, details.txtLocationSave, true, info);
   losses = writing.losses;
   return result;
 }

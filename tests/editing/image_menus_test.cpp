@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "audio/id3v2_pictures.h"
+#include "audio/id3v2_reader.h"
+#include "audio/tag_writing.h"
+#include "editing/tag_files_test.h"
+#include "editing/tag_menus.h"
+
+namespace tunemeadow {
+namespace {
+
+class ImageMenus : public TagFilesTest {
+ protected:
+  ImageMenus() { bench_.PictureFile = folder_.Write("cover.jpg", FakeJpeg()); }
+
+  std::string WithPictures(int count) {
+    std::string frames = Id3v2FieldFrame({"TIT2", "two"});
+    for (int i = 0; i < count; ++i) frames += PictureFrame(FakeJpeg(), "image/jpeg", "x");
+    return Id3v2Tag(frames + Id3v2FieldFrame({"TPE1", "Anna"}));
+  }
+
+  void Run(void (*click)(Workbench&)) {
+    interaction_.WillAnswer(Answer::kYes);
+    interaction_.WillAnswer(Answer::kOk);
+    click(bench_);
+  }
+
+  using TagFilesTest::Run;
+};
+
+TEST_F(ImageMenus, TheImageGoesIntoEachFileThatHasNone) {
+  const std::string a = AddTrack("a.mp3", v2_ + audio_ + Id3v1Record({.title = "two", .track = 7}));
+  const std::string b = AddTrack("b.mp3", WithPictures(1) + audio_);
+  const std::string gone = AddTrack("gone.mp3", "");
+  AddTrack("song.ogg", audio_);
+  const std::string empty = AddTrack("empty.mp3", "x");
+  std::filesystem::resize_file(empty, 0);
+  Run("update mp3sTabelle set haspic=0");
+  ShowAll();
+  Run(mnuAddImagetoFile_Click);
+  EXPECT_EQ(Boxes(), (Texts{"Add Image: Are you sure to add the selected image to 5 items(s)?",
+                            "Tunemeadow: Images to 1/5 file(s) successfully added.\n"
+                            "Elapsed Time: #"}));
+  EXPECT_EQ(interaction_.job_titles, Texts{"Image adding/removing"});
+  EXPECT_EQ(interaction_.job_lines,
+            (Texts{"OK: " + a + " : image successful saved.", b + " already has an image.",
+                   "ERROR: " + gone + " : the file can't be read",
+                   "ERROR: " + empty + " : the file is empty"}));
+  EXPECT_TRUE(interaction_.loading_lines.empty()) << "the job has a window of its own";
+  EXPECT_EQ(Flags(), (Texts{"111 new", "110 old", "110 old", "110 old", "110 old"}));
+  EXPECT_EQ(watcher_.rows, std::vector<std::size_t>{0});
+  EXPECT_EQ(Bytes("b.mp3"), WithPictures(1) + audio_);
+  EXPECT_FALSE(std::filesystem::exists(gone));
+  const auto picture = ReadID3v2Pictures(a);
+  ASSERT_TRUE(picture);
+  EXPECT_EQ(picture->data.substr(0, FakeJpeg().size()), FakeJpeg());
+  Mp3Info info;
+  ASSERT_EQ(ReadID3v2Tag(a, ID3v2Versions::kAny, info), "OK");
+  EXPECT_EQ(info.Title, "two");
+  EXPECT_EQ(info.TrackV2, "7") << "what stood in the ID3v1 record alone";
+  const std::string rest = audio_ + Id3v1Record({.title = "two", .track = 7});
+  EXPECT_TRUE(Bytes("a.mp3").ends_with(rest));
+}
+
+TEST_F(ImageMenus, NothingHappensWithoutAnImageThatIsOne) {
+  const std::string bytes = v2_ + audio_;
+  AddTrack("a.mp3", bytes);
+  ShowAll();
+  for (const auto& [name, content, message] :
+       {std::tuple{"", "", "No image selected!"}, std::tuple{"a.jpg", "", "\"a.jpg\" is empty!"},
+        std::tuple{"b.jpg", "\x89PNG\r\n", "\"b.jpg\" is no JPEG image but a PNG image!"},
+        std::tuple{"c.jpg", "hello", "\"c.jpg\" is no JPEG image!"}}) {
+    bench_.PictureFile = *name == '\0' ? "" : folder_.Write(name, content);
+    interaction_.boxes.clear();
+    interaction_.WillAnswer(Answer::kOk);
+    mnuAddImagetoFile_Click(bench_);
+    EXPECT_EQ(Boxes(), Texts{std::string("Add Image: ") + message});
+    EXPECT_EQ(interaction_.boxes.back().icon, Icon::kExclamation);
+  }
+  EXPECT_EQ(Bytes("a.mp3"), bytes);
+  EXPECT_TRUE(interaction_.job_titles.empty());
+}
+
+TEST_F(ImageMenus, AnImageThatVanishesInTheMiddleIsNoTagWithoutOne) {
+  AddTrack("a.mp3", audio_);
+  const std::string b = AddTrack("b.mp3", audio_);
+  ShowAll();
+  interaction_.on_yield = [&](std::size_t) {
+    if (!interaction_.job_lines.empty()) std::filesystem::remove(bench_.PictureFile);
+  };
+  Run(mnuAddImagetoFile_Click);
+  EXPECT_EQ(interaction_.job_lines.back(), "ERROR: " + b + " : the image can't be read any more");
+  EXPECT_EQ(Bytes("b.mp3"), audio_);
+}
+
+TEST_F(ImageMenus, WhatTheNewTagsDropIsToldLast) {
+  const std::string text = std::string(130, 'x');
+  AddTrack("a.mp3", Id3v2Tag({{"TIT2", text}, {"TSRC", "lost"}}) + audio_);
+  ShowAll();
+  Run(mnuAddImagetoFile_Click);
+  TagLosses losses;
+  losses.frames = 1;
+  losses.long_texts = 1;
+  EXPECT_EQ(interaction_.Status(), LossSentence(losses));
+}
+
+TEST_F(ImageMenus, RemovingTakesEveryPictureAndTheTagShrinks) {
+  AddTrack("two.mp3", WithPictures(2) + audio_ + v1_);
+  const std::string none = AddTrack("none.mp3", v2_ + audio_);
+  const std::string torn = "ID3" + std::string("\3\0\0\0\0\x7F\x7F", 7) + "APIC" + audio_;
+  const std::string bad = AddTrack("bad.mp3", torn);
+  ShowAll();
+  Edit(0);
+  ASSERT_FALSE(bench_.details.picture.data.empty());
+  Run(mnuRemoveImagefromfile_Click);
+  EXPECT_EQ(Boxes(), (Texts{"Tunemeadow: Are you sure to remove images of 3 items(s)?",
+                            "Tunemeadow: Images from 1/3 file(s) removed.\nElapsed Time: #"}));
+  EXPECT_EQ(Bytes("two.mp3"), WithPictures(0) + audio_ + v1_);
+  EXPECT_EQ(Bytes("bad.mp3"), torn);
+  ASSERT_EQ(interaction_.job_lines.size(), 2U);
+  EXPECT_EQ(interaction_.job_lines[0], none + " has no image.");
+  EXPECT_EQ(interaction_.job_lines[1].substr(0, bad.size() + 10), "ERROR: " + bad + " : ");
+  EXPECT_EQ(Flags(), (Texts{"110 new", "111 old", "111 old"}));
+  EXPECT_EQ(Cells(), (Texts{"110", "111", "111"}));
+  EXPECT_TRUE(bench_.details.picture.data.empty());
+  EXPECT_TRUE(
+      interaction_.SawStatus("Updating file (removing Image from ID3v2Tag), please wait..."));
+}
+
+TEST_F(ImageMenus, CancelIsLoggedAndEndsTheJob) {
+  for (const char* name : {"a.mp3", "b.mp3"}) AddTrack(name, WithPictures(1) + audio_);
+  ShowAll();
+  interaction_.on_yield = [&](std::size_t yield) { session_.CancelRequested = yield == 2; };
+  Run(mnuRemoveImagefromfile_Click);
+  EXPECT_EQ(interaction_.job_lines, Texts{"ERROR: Job cancelled"});
+  EXPECT_EQ(Boxes().back(), "Tunemeadow: Images from 1/2 file(s) removed.\nElapsed Time: #");
+  EXPECT_EQ(Flags(), (Texts{"110 new", "111 old"}));
+}
+
+TEST_F(ImageMenus, NoEndsBothAndNoSelectionAsksNothing) {
+  AddTrack("a.mp3", WithPictures(1) + audio_);
+  ShowAll();
+  for (auto* const click : {mnuAddImagetoFile_Click, mnuRemoveImagefromfile_Click}) {
+    bench_.ListView1.SetSelected(0, 0, true);
+    interaction_.WillAnswer(Answer::kNo);
+    click(bench_);
+    bench_.ListView1.ClearSelection();
+    click(bench_);
+  }
+  EXPECT_EQ(Bytes("a.mp3"), WithPictures(1) + audio_);
+  EXPECT_TRUE(interaction_.job_titles.empty());
+}
+
+}  // namespace
+}  // namespace tunemeadow

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editing/picture_panel.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "audio/id3v2_reader.h"
+#include "audio/tag_writing.h"
+#include "core/paths.h"
+#include "editing/audiogalaxy.h"
+#include "editing/tag_files_test.h"
+
+namespace tunemeadow {
+namespace {
+
+class PicturePanel : public TagFilesTest {
+ protected:
+  /// One track in the editor. Its file.
+  std::string Load(const std::string& name, const std::string& bytes) {
+    const std::string path = AddTrack(name, bytes);
+    ShowAll();
+    bench_.ListView1.ClearSelection();
+    Edit(0);
+    return path;
+  }
+
+  const std::string with_picture_ = Id3v2Tag(PictureFrame(FakeJpeg())) + audio_;
+};
+
+TEST_F(PicturePanel, AddWritesTheEditorsTextsAndTheImageAndCorrectsTheRow) {
+  const std::string path = Load("a.mp3", v2_ + audio_);
+  Run("update mp3sTabelle set haspic=0");
+  bench_.ListView1.SetCell(0, Field::haspic, "0");
+  bench_.details.txtTitelSave = "D\xC5\x8Dmo";  // the o with its stroke is in no tag
+  EXPECT_EQ(AddPictureCaption(bench_.details), "add");
+  interaction_.WillChoose(folder_.Write("covers/cover.jpg", FakeJpeg()));
+  cmdAddpic_Click(bench_);
+  EXPECT_EQ(bench_.PictureFile, folder_.Path("covers/cover.jpg"));
+  EXPECT_EQ(session_.ini.GetString(kConfigSection, "ImageToSave", "", 0), folder_.Path("covers/"));
+  Mp3Info info;
+  ASSERT_EQ(ReadID3v2Tag(path, ID3v2Versions::kAny, info), "OK");
+  EXPECT_EQ(info.Title, "D?mo");
+  EXPECT_TRUE(Bytes("a.mp3").ends_with(audio_));
+  EXPECT_EQ(bench_.details.picture.data.substr(0, 64), FakeJpeg());
+  EXPECT_EQ(AddPictureCaption(bench_.details), "del");
+  EXPECT_EQ(Flags(), Texts{"111 new"});
+  EXPECT_EQ(Cells(), Texts{"111"});
+  EXPECT_EQ(watcher_.rows, std::vector<std::size_t>{0});
+  TagLosses losses;
+  losses.characters = 1;
+  EXPECT_EQ(interaction_.statuses, (Texts{"Updating file (saving ID3v2Tag), please wait...",
+                                          "Ready.", LossSentence(losses)}));
+}
+
+TEST_F(PicturePanel, DelTakesThePictureAway) {
+  Load("a.mp3", with_picture_);
+  ASSERT_EQ(AddPictureCaption(bench_.details), "del");
+  cmdAddpic_Click(bench_);
+  EXPECT_EQ(Bytes("a.mp3"), Id3v2Tag("") + audio_);
+  EXPECT_EQ(Flags(), Texts{"110 new"});
+  EXPECT_EQ(Cells(), Texts{"110"});
+  EXPECT_EQ(AddPictureCaption(bench_.details), "add");
+  EXPECT_EQ(interaction_.Status(), "Ready.");
+  EXPECT_FALSE(session_.busy);
+}
+
+TEST_F(PicturePanel, WhatCannotBeWrittenIsToldAndNothingChanges) {
+  const std::string torn = "ID3" + std::string("\3\0\0\0\0\x7F\x7F", 7) + audio_;
+  Load("torn.mp3", torn);
+  interaction_.WillChoose(folder_.Write("cover.jpg", FakeJpeg()));
+  interaction_.WillAnswer(Answer::kOk);
+  cmdAddpic_Click(bench_);
+  const std::string start = "Error: ID3v2-Tag can't be written!\n";
+  EXPECT_EQ(Boxes().at(0).substr(0, start.size()), start);
+  EXPECT_GT(Boxes().at(0).size(), start.size() + 10) << "and why";
+  EXPECT_EQ(interaction_.boxes[0].icon, Icon::kExclamation);
+  EXPECT_EQ(Bytes("torn.mp3"), torn);
+  EXPECT_EQ(Flags(), Texts{"111 old"});
+  EXPECT_EQ(interaction_.Status(), "Ready.");
+}
+
+TEST_F(PicturePanel, AFileThatIsNoJpegIsRefusedByItsBytes) {
+  Load("a.mp3", v2_ + audio_);
+  interaction_.WillChoose(folder_.Write("cover.jpg", "GIF89a"));
+  interaction_.WillAnswer(Answer::kOk);
+  cmdAddpic_Click(bench_);
+  EXPECT_EQ(Boxes(), Texts{"Add Image: \"cover.jpg\" is no JPEG image but a GIF image!"});
+  interaction_.WillChoose(std::nullopt);
+  cmdAddpic_Click(bench_);
+  EXPECT_EQ(bench_.PictureFile, "");
+  EXPECT_EQ(Bytes("a.mp3"), v2_ + audio_);
+}
+
+TEST_F(PicturePanel, TheButtonNeedsOneMp3FileInTheEditor) {
+  cmdAddpic_Click(bench_);
+  Load("a.mp3", with_picture_);
+  bench_.details.save_all = true;
+  cmdAddpic_Click(bench_);
+  bench_.details.save_all = false;
+  bench_.details.txtLocationSave = folder_.Write("a.ogg", with_picture_);
+  cmdAddpic_Click(bench_);
+  EXPECT_EQ(Bytes("a.mp3"), with_picture_);
+  EXPECT_EQ(folder_.Read("a.ogg"), with_picture_);
+}
+
+TEST_F(PicturePanel, ACopyGoesWhereThePersonWantsIt) {
+  Load("a.mp3", with_picture_);
+  interaction_.WillChoose(folder_.Path("copy.jpeg"));
+  cmdSavePic_Click(bench_);
+  EXPECT_EQ(folder_.Read("copy.jpeg"), FakeJpeg());
+  interaction_.WillChoose(std::nullopt);
+  cmdSavePic_Click(bench_);
+  interaction_.WillChoose(folder_.Path("missing/copy.jpeg"));
+  interaction_.WillAnswer(Answer::kOk);
+  cmdSavePic_Click(bench_);
+  EXPECT_EQ(Boxes(), Texts{"Error: " + folder_.Path("missing/copy.jpeg") + " can't be written!"});
+  bench_.details.picture = {};
+  cmdSavePic_Click(bench_);
+}
+
+TEST_F(PicturePanel, TheCopyInTheProgramsFolderGoesAtTheEnd) {
+  Load("a.mp3", with_picture_);
+  const std::string copy = bench_.details.picture_file;
+  ASSERT_TRUE(MyFileExists(copy));
+  RemovePictureFile(bench_);
+  RemovePictureFile(bench_);
+  EXPECT_FALSE(MyFileExists(copy));
+}
+
+TEST_F(PicturePanel, TheCodeOfANameIsMadeOfItsCapitals) {
+  interaction_.WillAnswerText("abc xyz.mp3");
+  interaction_.WillAnswer(Answer::kOk);
+  EXPECT_EQ(AudiogalaxyCode(bench_), "123222");
+  for (const auto& answer : {std::optional<std::string>(), std::optional<std::string>("")}) {
+    interaction_.WillAnswerText(answer);
+    EXPECT_EQ(AudiogalaxyCode(bench_), std::nullopt);
+  }
+  EXPECT_EQ(interaction_.prompts.front(), "Enter Name");
+  EXPECT_EQ(Boxes(), Texts{"Audiogalaxy scrambler: Your Code is copied to the clipboard."});
+}
+
+}  // namespace
+}  // namespace tunemeadow

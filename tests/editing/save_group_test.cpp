@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "editing/save_group.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "audio/id3v1_writer.h"
+#include "audio/tag_writing.h"
+#include "core/session.h"
+#include "support/mp3_builder.h"
+#include "support/scripted_interaction.h"
+#include "support/temp_folder.h"
+
+namespace tunemeadow {
+namespace {
+
+class SaveGroups : public testing::Test {
+ protected:
+  std::vector<std::string> Files(std::size_t count) {
+    std::vector<std::string> paths;
+    for (std::size_t i = 0; i < count; ++i) {
+      paths.push_back(folder_.Write("music/" + std::to_string(i) + ".mp3",
+                                    Mp3File().Frames(1).Id3v1({.title = "old"}).Build()));
+    }
+    return paths;
+  }
+
+  TempFolder folder_;
+  Session session_{folder_.Path(), "tunemeadow"};
+  ScriptedInteraction interaction_;
+};
+
+TEST_F(SaveGroups, AGroupHoldsSoManyFilesAndIsPreparedBeforeTheFirst) {
+  const std::vector<std::string> paths = Files(kFilesPerGroup + 2);
+  Batch batch(session_, interaction_, "", 0);
+  TagWriting writing(session_.journal);
+  SaveGroup group(session_.journal, batch, paths, {.ranges = TagRanges});
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    group.BeginFile(i);
+    const std::int64_t before = session_.journal.GroupBytes();
+    const bool of_many = before >= static_cast<std::int64_t>(kFilesPerGroup * 128);
+    ASSERT_EQ(of_many, i < kFilesPerGroup) << i;
+    ASSERT_EQ(RemoveID3v1Tag(writing, paths[i]), "OK");
+    ASSERT_LT(session_.journal.GroupBytes(), before + 128) << "the journal had the record already";
+    group.FileDone(i);
+  }
+  EXPECT_TRUE(session_.journal.InGroup());
+  group.Close();
+  EXPECT_FALSE(session_.journal.InGroup());
+  EXPECT_EQ(std::filesystem::file_size(paths.back()), kTestFrameBytes);
+}
+
+TEST_F(SaveGroups, WhatIsNotPreparedIsJournaledByItselfInOneGroup) {
+  const std::vector<std::string> paths = Files(3);
+  Batch batch(session_, interaction_, "", 0);
+  TagWriting writing(session_.journal);
+  SaveGroup group(session_.journal, batch, paths, {});
+  std::int64_t last = -1;
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    group.BeginFile(i);
+    ASSERT_EQ(RemoveID3v1Tag(writing, paths[i]), "OK");
+    group.FileDone(i);
+    EXPECT_GT(session_.journal.GroupBytes(), last);
+    last = session_.journal.GroupBytes();
+  }
+}
+
+TEST_F(SaveGroups, EveryWayOutClosesTheGroup) {
+  const std::vector<std::string> paths = Files(1);
+  try {
+    Batch batch(session_, interaction_, "", 0);
+    SaveGroup group(session_.journal, batch, paths, {.ranges = TagRanges});
+    group.BeginFile(0);
+    throw std::runtime_error("out");
+  } catch (const std::runtime_error&) {
+    EXPECT_FALSE(session_.journal.InGroup());
+  }
+}
+
+}  // namespace
+}  // namespace tunemeadow
