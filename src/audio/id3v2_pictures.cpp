@@ -2,7 +2,6 @@
 #include "audio/id3v2_pictures.h"
 
 #include <algorithm>
-#include <array>
 
 #include "audio/id3v2_text.h"
 
@@ -12,13 +11,7 @@ namespace {
 constexpr std::size_t kPictureFrameHeader = 10;
 constexpr std::size_t kLongestExtension = 8;
 
-struct PictureSignature {
-  std::string_view bytes;
-  std::string_view extension;
-};
-constexpr PictureSignature kJpegStart = {"\xFF\xD8\xFF", "jpg"};
-constexpr std::array<PictureSignature, 3> kOtherStarts = {
-    {{"\x89PNG", "png"}, {"GIF8", "gif"}, {"BM", "bmp"}}};
+constexpr std::string_view kJpegStart = "\xFF\xD8\xFF";
 
 /// The part of a MIME text behind its last "/", as far as it may stand in a file name.
 std::string ExtensionOf(std::string_view mime) {
@@ -37,17 +30,9 @@ std::optional<ID3v2Picture> PictureInFrame(std::string_view frame) {
   const bool wide = frame[0] == 1 || frame[0] == 2;
   const std::size_t mime_end = std::min(frame.find('\0', 1), frame.size());
   const std::size_t description = std::min(mime_end + 2, frame.size());
-  std::size_t description_end = EndOfDescription(frame, description, wide);
-  std::size_t start = frame.find(kJpegStart.bytes);
-  std::string_view extension = kJpegStart.extension;
-  if (start == std::string_view::npos) {
-    start = std::min(description_end + (wide ? 2 : 1), frame.size());
-    const auto* const other = std::find_if(
-        kOtherStarts.begin(), kOtherStarts.end(),
-        [&](const PictureSignature& each) { return frame.substr(start).starts_with(each.bytes); });
-    if (other == kOtherStarts.end()) return std::nullopt;
-    extension = other->extension;
-  }
+  const std::size_t description_end = EndOfDescription(frame, description, wide);
+  const std::size_t start = frame.find(kJpegStart);
+  if (start == std::string_view::npos) return std::nullopt;
   const auto before_picture = [&](std::size_t from, std::size_t to) {
     return frame.substr(std::min(from, start), std::min(to, start) - std::min(from, start));
   };
@@ -55,7 +40,7 @@ std::optional<ID3v2Picture> PictureInFrame(std::string_view frame) {
   picture.data = frame.substr(start);
   picture.mime = before_picture(1, mime_end);
   picture.extension = ExtensionOf(picture.mime);
-  if (picture.extension.empty()) picture.extension = extension;
+  if (picture.extension.empty()) picture.extension = "jpg";
   picture.description = CleanFrameValue(before_picture(description, description_end));
   const std::string_view kind = before_picture(mime_end + 1, mime_end + 2);
   if (!kind.empty()) picture.kind = static_cast<std::uint8_t>(kind[0]);
