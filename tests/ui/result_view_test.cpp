@@ -148,7 +148,7 @@ TEST_F(ResultViewTest, AClickBesideTheRowsSelectsNothingAndKeepsTheFocus) {
   QTest::mouseClick(view_.viewport(), Qt::LeftButton, {}, QPoint(100, 300));
   EXPECT_EQ(list_.SelectedCount(), 0U);
   EXPECT_EQ(list_.FocusedRow(), 1U);
-  EXPECT_THAT(clicked_, ElementsAre(1)) << "the selection has changed";
+  EXPECT_THAT(clicked_, ElementsAre()) << "nobody clicked a row";
 }
 
 TEST_F(ResultViewTest, AFrameDrawnFromBesideTheRowsSelectsThoseItTouches) {

@@ -210,7 +210,8 @@ void ResultView::Announce(bool always) {
   if (!untold_ && !always) return;
   untold_ = false;
   focus_is_chosen_ = true;
-  if (currentIndex().isValid()) emit ItemClicked(currentIndex().row());
+  // A click beside the rows only takes the selection away: nobody clicked the focused row.
+  if (list_.SelectedCount() > 0 && currentIndex().isValid()) emit ItemClicked(currentIndex().row());
 }
 
 void ResultView::mousePressEvent(QMouseEvent* event) {

@@ -244,7 +244,7 @@ std::optional<std::string> WindowInteraction::ChooseFolder(const std::string& ti
   QFileDialog dialog(ParentOfBox(), ToQt(title));
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
-  dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("Select a drive or folder:"));
+  dialog.setLabelText(QFileDialog::LookIn, QStringLiteral("Select a drive or folder"));
   dialog.setLabelText(QFileDialog::Accept, QStringLiteral("&OK"));
   return RunFileDialog(dialog, start);
 }
