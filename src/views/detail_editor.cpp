@@ -220,6 +220,16 @@ void ShowPic(Workbench& bench, const std::string& path) {
   bench.Watcher().PictureChanged();
 }
 
+void ShowPicOfDetails(Workbench& bench) {
+  const ResultList& list = bench.ListInView();
+  const auto row = list.RowOfUid(bench.details.uid);
+  if (bench.details.uid != 0 && row && list.Cell(*row, Field::haspic) == "1") {
+    ShowPic(bench, bench.details.txtLocationSave);
+  } else {
+    ClearPicture(bench);
+  }
+}
+
 std::string PictureText(const DetailEditor& details) {
   if (details.picture.data.empty()) return "no picture";
   const std::string description = StripNulls(FromTagText(details.picture.description));

@@ -91,6 +91,9 @@ void cmdItemBlaetter_Click(Workbench& bench, int index);
 /// pane is not shown (chkPicShow), the editor has none afterwards.
 void ShowPic(Workbench& bench, const std::string& path);
 
+/// Shows the picture of the loaded record anew, or none: the pane was shown or hidden.
+void ShowPicOfDetails(Workbench& bench);
+
 /// The line at the picture: its description, "no description", or "no picture". UTF-8.
 [[nodiscard]] std::string PictureText(const DetailEditor& details);
 

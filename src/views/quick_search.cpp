@@ -15,7 +15,7 @@ namespace tunemeadow {
 namespace {
 
 /// Rows between two signs of life. A hundred thousand of them pass in some hundredths of a second.
-constexpr std::size_t kRowsPerYield = 1000;
+constexpr std::size_t kRowsPerYield = 10;
 
 /// What a search changes for its time, and puts back on every way out.
 class SearchScope {
@@ -135,6 +135,7 @@ void SelectFirstRow(Workbench& bench) {
 void cmdSuchen(Workbench& bench) {
   const std::string prepared = std::exchange(bench.prepared_statement, {});
   if (bench.searching) return;
+  if (prepared.empty()) bench.Watcher().SearchFieldsWanted();
   ListTotals totals;
   std::optional<MessageBox> failure;
   {

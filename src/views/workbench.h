@@ -31,6 +31,7 @@ class WorkbenchWatcher {
   virtual void RowChanged(std::size_t /*row*/) {}
   virtual void SelectionSet() {}  ///< selection or focus was set by a command: show it
   virtual void SearchFieldsChanged() {}
+  virtual void SearchFieldsWanted() {}  ///< a search begins: put what the controls hold into the bench
   virtual void HistoryChanged() {}
   virtual void SearchItemsChanged() {}
   virtual void TotalsChanged() {}

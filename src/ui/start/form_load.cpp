@@ -13,6 +13,7 @@
 #include "core/paths.h"
 #include "core/program_folder.h"
 #include "core/window_state.h"
+#include "editing/picture_panel.h"
 #include "library/start_up.h"
 #include "platform/desktop_player_finder.h"
 #include "platform/drives.h"
@@ -110,7 +111,8 @@ void frmStart::ApplyGeometry() {
   move(Pixels(window.left), Pixels(window.top));
   if (window.state == kWindowMaximized) setWindowState(Qt::WindowMaximized);
   const auto tree_width = ParseNumber(StoredValue(stored, "TreeView1.Width"));
-  const int tree_pixels = tree_width ? Pixels(*tree_width) : kStandardTreePixels;
+  const bool fits = tree_width && *tree_width > 0 && Pixels(std::min(*tree_width, 1e6)) < width();
+  const int tree_pixels = fits ? Pixels(*tree_width) : kStandardTreePixels;
   list_splitter_->setSizes({tree_pixels, std::max(1, width() - tree_pixels)});
   if (StoredValue(stored, "TreeView1.Visible") == "False") SetTreeVisible(false);
 }
@@ -175,6 +177,7 @@ void frmStart::FillList() {
 void frmStart::ShowFirstRun() {
   if (const auto row = bench_.ListView1.RowOfUid(1)) {
     bench_.ListView1.SelectOnly(*row);
+    bench_.ListView1.SetFocusedRow(*row);
     list_view_->ShowSelection();
     ListView1_ItemClick(bench_, *row);
   }
@@ -198,6 +201,7 @@ void frmStart::ApplyPreferences() {
 void frmStart::Form_Unload() {
   if (unloaded_) return;
   unloaded_ = true;
+  RemovePictureFile(bench_);
   WindowState window;
   window.width = width() * kTwipsPerPixel;
   window.height = height() * kTwipsPerPixel;
