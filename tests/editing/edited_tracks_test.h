@@ -33,7 +33,6 @@ class EditedTracksTest : public CatalogueTest {
 
   EditedTracksTest() {
     session_.preferences.chkAutoComment = false;
-    session_.program_folder = folder_.Path();
     bench_.watcher = &watcher_;
     bench_.save_details = cmdSpeichern_Click;
   }
