@@ -5,7 +5,6 @@
 #include <string>
 
 #include "audio/id3v2_pictures.h"
-#include "audio/id3v2_reader.h"
 #include "audio/tag_writing.h"
 #include "editing/tag_files_test.h"
 #include "editing/tag_menus.h"
@@ -22,26 +21,18 @@ class ImageMenus : public TagFilesTest {
     for (int i = 0; i < count; ++i) frames += PictureFrame(FakeJpeg(), "image/jpeg", "x");
     return Id3v2Tag(frames + Id3v2FieldFrame({"TPE1", "Anna"}));
   }
-
-  void Run(void (*click)(Workbench&)) {
-    interaction_.WillAnswer(Answer::kYes);
-    interaction_.WillAnswer(Answer::kOk);
-    click(bench_);
-  }
-
-  using TagFilesTest::Run;
 };
 
 TEST_F(ImageMenus, TheImageGoesIntoEachFileThatHasNone) {
-  const std::string a = AddTrack("a.mp3", v2_ + audio_ + Id3v1Record({.title = "two", .track = 7}));
-  const std::string b = AddTrack("b.mp3", WithPictures(1) + audio_);
-  const std::string gone = AddTrack("gone.mp3", "");
-  AddTrack("song.ogg", audio_);
-  const std::string empty = AddTrack("empty.mp3", "x");
+  const std::string a = Add("a.mp3", v2_ + audio_ + Id3v1Record({.title = "two", .track = 7}));
+  const std::string b = Add("b.mp3", WithPictures(1) + audio_);
+  const std::string gone = Add("gone.mp3", "");
+  Add("song.ogg", audio_);
+  const std::string empty = Add("empty.mp3", "x");
   std::filesystem::resize_file(empty, 0);
   Run("update mp3sTabelle set haspic=0");
   ShowAll();
-  Run(mnuAddImagetoFile_Click);
+  Run(mnuAddImagetoFile_Click, {Answer::kYes, Answer::kOk});
   EXPECT_EQ(Boxes(), (Texts{"Add Image: Are you sure to add the selected image to 5 items(s)?",
                             "Tunemeadow: Images to 1/5 file(s) successfully added.\n"
                             "Elapsed Time: #"}));
@@ -58,8 +49,7 @@ TEST_F(ImageMenus, TheImageGoesIntoEachFileThatHasNone) {
   const auto picture = ReadID3v2Pictures(a);
   ASSERT_TRUE(picture);
   EXPECT_EQ(picture->data.substr(0, FakeJpeg().size()), FakeJpeg());
-  Mp3Info info;
-  ASSERT_EQ(ReadID3v2Tag(a, ID3v2Versions::kAny, info), "OK");
+  const Mp3Info info = Tag("a.mp3");
   EXPECT_EQ(info.Title, "two");
   EXPECT_EQ(info.TrackV2, "7") << "what stood in the ID3v1 record alone";
   const std::string rest = audio_ + Id3v1Record({.title = "two", .track = 7});
@@ -68,7 +58,7 @@ TEST_F(ImageMenus, TheImageGoesIntoEachFileThatHasNone) {
 
 TEST_F(ImageMenus, NothingHappensWithoutAnImageThatIsOne) {
   const std::string bytes = v2_ + audio_;
-  AddTrack("a.mp3", bytes);
+  Add("a.mp3", bytes);
   ShowAll();
   for (const auto& [name, content, message] :
        {std::tuple{"", "", "No image selected!"}, std::tuple{"a.jpg", "", "\"a.jpg\" is empty!"},
@@ -76,8 +66,7 @@ TEST_F(ImageMenus, NothingHappensWithoutAnImageThatIsOne) {
         std::tuple{"c.jpg", "hello", "\"c.jpg\" is no JPEG image!"}}) {
     bench_.PictureFile = *name == '\0' ? "" : folder_.Write(name, content);
     interaction_.boxes.clear();
-    interaction_.WillAnswer(Answer::kOk);
-    mnuAddImagetoFile_Click(bench_);
+    Run(mnuAddImagetoFile_Click, {Answer::kOk});
     EXPECT_EQ(Boxes(), Texts{std::string("Add Image: ") + message});
     EXPECT_EQ(interaction_.boxes.back().icon, Icon::kExclamation);
   }
@@ -86,22 +75,22 @@ TEST_F(ImageMenus, NothingHappensWithoutAnImageThatIsOne) {
 }
 
 TEST_F(ImageMenus, AnImageThatVanishesInTheMiddleIsNoTagWithoutOne) {
-  AddTrack("a.mp3", audio_);
-  const std::string b = AddTrack("b.mp3", audio_);
+  Add("a.mp3", audio_);
+  const std::string b = Add("b.mp3", audio_);
   ShowAll();
   interaction_.on_yield = [&](std::size_t) {
     if (!interaction_.job_lines.empty()) std::filesystem::remove(bench_.PictureFile);
   };
-  Run(mnuAddImagetoFile_Click);
+  Run(mnuAddImagetoFile_Click, {Answer::kYes, Answer::kOk});
   EXPECT_EQ(interaction_.job_lines.back(), "ERROR: " + b + " : the image can't be read any more");
   EXPECT_EQ(Bytes("b.mp3"), audio_);
 }
 
 TEST_F(ImageMenus, WhatTheNewTagsDropIsToldLast) {
   const std::string text = std::string(130, 'x');
-  AddTrack("a.mp3", Id3v2Tag({{"TIT2", text}, {"TSRC", "lost"}}) + audio_);
+  Add("a.mp3", Id3v2Tag({{"TIT2", text}, {"TSRC", "lost"}}) + audio_);
   ShowAll();
-  Run(mnuAddImagetoFile_Click);
+  Run(mnuAddImagetoFile_Click, {Answer::kYes, Answer::kOk});
   TagLosses losses;
   losses.frames = 1;
   losses.long_texts = 1;
@@ -109,18 +98,17 @@ TEST_F(ImageMenus, WhatTheNewTagsDropIsToldLast) {
 }
 
 TEST_F(ImageMenus, RemovingTakesEveryPictureAndTheTagShrinks) {
-  AddTrack("two.mp3", WithPictures(2) + audio_ + v1_);
-  const std::string none = AddTrack("none.mp3", v2_ + audio_);
-  const std::string torn = "ID3" + std::string("\3\0\0\0\0\x7F\x7F", 7) + "APIC" + audio_;
-  const std::string bad = AddTrack("bad.mp3", torn);
-  ShowAll();
+  Add("two.mp3", WithPictures(2) + audio_ + v1_);
+  const std::string none = Add("none.mp3", v2_ + audio_);
+  const std::string bad = Add("bad.mp3", torn_);
   Edit(0);
+  bench_.ListView1.SetSelected(0, 2, true);
   ASSERT_FALSE(bench_.details.picture.data.empty());
-  Run(mnuRemoveImagefromfile_Click);
+  Run(mnuRemoveImagefromfile_Click, {Answer::kYes, Answer::kOk});
   EXPECT_EQ(Boxes(), (Texts{"Tunemeadow: Are you sure to remove images of 3 items(s)?",
                             "Tunemeadow: Images from 1/3 file(s) removed.\nElapsed Time: #"}));
   EXPECT_EQ(Bytes("two.mp3"), WithPictures(0) + audio_ + v1_);
-  EXPECT_EQ(Bytes("bad.mp3"), torn);
+  EXPECT_EQ(Bytes("bad.mp3"), torn_);
   ASSERT_EQ(interaction_.job_lines.size(), 2U);
   EXPECT_EQ(interaction_.job_lines[0], none + " has no image.");
   EXPECT_EQ(interaction_.job_lines[1].substr(0, bad.size() + 10), "ERROR: " + bad + " : ");
@@ -132,22 +120,21 @@ TEST_F(ImageMenus, RemovingTakesEveryPictureAndTheTagShrinks) {
 }
 
 TEST_F(ImageMenus, CancelIsLoggedAndEndsTheJob) {
-  for (const char* name : {"a.mp3", "b.mp3"}) AddTrack(name, WithPictures(1) + audio_);
+  for (const char* name : {"a.mp3", "b.mp3"}) Add(name, WithPictures(1) + audio_);
   ShowAll();
   interaction_.on_yield = [&](std::size_t yield) { session_.CancelRequested = yield == 2; };
-  Run(mnuRemoveImagefromfile_Click);
+  Run(mnuRemoveImagefromfile_Click, {Answer::kYes, Answer::kOk});
   EXPECT_EQ(interaction_.job_lines, Texts{"ERROR: Job cancelled"});
   EXPECT_EQ(Boxes().back(), "Tunemeadow: Images from 1/2 file(s) removed.\nElapsed Time: #");
   EXPECT_EQ(Flags(), (Texts{"110 new", "111 old"}));
 }
 
 TEST_F(ImageMenus, NoEndsBothAndNoSelectionAsksNothing) {
-  AddTrack("a.mp3", WithPictures(1) + audio_);
+  Add("a.mp3", WithPictures(1) + audio_);
   ShowAll();
   for (auto* const click : {mnuAddImagetoFile_Click, mnuRemoveImagefromfile_Click}) {
     bench_.ListView1.SetSelected(0, 0, true);
-    interaction_.WillAnswer(Answer::kNo);
-    click(bench_);
+    Run(click, {Answer::kNo});
     bench_.ListView1.ClearSelection();
     click(bench_);
   }

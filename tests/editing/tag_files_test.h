@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Real files, their rows in a real catalogue, and the list that shows them, all selected.
+// Tracks whose rows say that they have every tag, all selected, and what became of them.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,68 +7,34 @@
 #include <regex>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/dates.h"
-#include "support/list_rows.h"
-#include "support/mp3_builder.h"
-#include "views/catalogue_test.h"
+#include "editing/edited_tracks_test.h"
 
 namespace tunemeadow {
 
-class TagFilesTest : public CatalogueTest {
+class TagFilesTest : public EditedTracksTest {
  protected:
-  struct Watcher : WorkbenchWatcher {
-    std::vector<std::size_t> rows;
-    void RowChanged(std::size_t row) override { rows.push_back(row); }
-  };
-
-  TagFilesTest() { bench_.watcher = &watcher_; }
-
-  /// A row for the file, which is made unless `bytes` is empty. All its flags are set. Its path.
-  std::string AddTrack(const std::string& name, std::string_view bytes) {
-    const std::string path = "music/" + name;
-    if (!bytes.empty()) folder_.Write(path, bytes);
-    paths_.push_back(folder_.Path(path));
-    Run("insert into mp3sTabelle (location, hasid3v1, hasid3v2, haspic, datetimeoffile) values ('" +
-        paths_.back() + "', 1, 1, 1, 'old')");
-    return paths_.back();
+  std::string Add(const std::string& name, std::string_view bytes) {
+    return AddTrack(
+        name, bytes,
+        {{"hasid3v1", "1"}, {"hasid3v2", "1"}, {"haspic", "1"}, {"datetimeoffile", "old"}});
   }
 
-  /// Shows all rows in the list in view and selects them.
   void ShowAll() {
-    CellTable rows(kTrackFields);
-    const Texts uids = Rows("select uid from mp3sTabelle order by uid");
-    for (std::size_t i = 0; i < uids.size(); ++i) {
-      AppendCells(rows, {{Field::uid, uids[i]},
-                         {Field::location, paths_[i]},
-                         {Field::hasid3v1, "1"},
-                         {Field::hasid3v2, "1"},
-                         {Field::haspic, "1"}});
-    }
-    ResultList& list = bench_.ListInView();
-    list.Fill(std::move(rows));
-    list.SetSelected(0, list.RowCount() - 1, true);
+    Show();
+    bench_.ListInView().SetSelected(0, bench_.ListInView().RowCount() - 1, true);
   }
 
-  /// The row in the editor, as a click on it alone puts it there.
-  void Edit(std::size_t row) {
-    const std::vector<std::size_t> selected = bench_.ListInView().SelectedRows();
-    bench_.ListInView().SelectOnly(row);
-    ListView1_ItemClick(bench_, row);
-    for (const std::size_t each : selected) bench_.ListInView().SetSelected(each, each, true);
-  }
-
-  /// "hasid3v1 hasid3v2 haspic time" of each row, the time being "old", "new" (that of the file) or
-  /// what else stands there.
+  /// "123 time" of each row: hasid3v1, hasid3v2, haspic, and "new" for the time of the file.
   Texts Flags() {
-    Texts flags;
-    const Texts stored = Rows(
+    Texts flags = Rows(
         "select hasid3v1 || hasid3v2 || haspic || ' ' || datetimeoffile from mp3sTabelle order by "
         "uid");
-    for (std::size_t i = 0; i < stored.size(); ++i) {
-      const std::string time = stored[i].substr(4);
-      flags.push_back(stored[i].substr(0, 4) + (time == FileTimeText(paths_[i]) ? "new" : time));
+    const Texts paths = Column("location");
+    for (std::size_t i = 0; i < flags.size(); ++i) {
+      if (flags[i].substr(4) == FileTimeText(paths[i]))
+        flags[i].replace(4, std::string::npos, "new");
     }
     return flags;
   }
@@ -78,10 +44,8 @@ class TagFilesTest : public CatalogueTest {
     Texts cells;
     const ResultList& list = bench_.ListInView();
     for (std::size_t row = 0; row < list.RowCount(); ++row) {
-      std::string text;
-      for (const Field field : {Field::hasid3v1, Field::hasid3v2, Field::haspic}) {
-        text += list.Cell(row, field);
-      }
+      std::string text(list.Cell(row, Field::hasid3v1));
+      text.append(list.Cell(row, Field::hasid3v2)).append(list.Cell(row, Field::haspic));
       cells.push_back(text);
     }
     return cells;
@@ -95,14 +59,17 @@ class TagFilesTest : public CatalogueTest {
     return texts;
   }
 
-  std::string Bytes(const std::string& name) { return folder_.Read("music/" + name); }
+  /// Runs the command; the boxes get these answers.
+  void Run(void (*click)(Workbench&), std::initializer_list<Answer> answers) {
+    for (const Answer answer : answers) interaction_.WillAnswer(answer);
+    click(bench_);
+  }
+  using CatalogueTest::Run;
 
-  Watcher watcher_;
-  std::vector<std::string> paths_;
-  const std::string audio_ = Mp3File().Frames(5).Build();
   const std::string v1_ = Id3v1Record({.title = "one"});
   const std::string v2_ = Id3v2Tag({{"TIT2", "two"}}, {.padding = 30});
   const std::string lyrics_ = Lyrics3Bytes({{"LYR", "la la"}});
+  const std::string torn_ = "ID3" + std::string("\3\0\0\0\0\x7F\x7F", 7) + "APIC" + audio_;
 };
 
 }  // namespace tunemeadow
