@@ -146,6 +146,7 @@ bool FillInfoFromFile(const std::string& path, const Preferences& options, Mp3In
   Preferences reading = options;
   reading.chkID3v2Read = true;
   reading.chkID3Read = true;
+  reading.optID3V2Versions = true;
   ImportReader reader(reading, info);
   const ImportRow* const row = reader.ReadTagTexts(path);
   if (row == nullptr) return false;

@@ -56,6 +56,16 @@ TEST_F(ImageMenus, TheImageGoesIntoEachFileThatHasNone) {
   EXPECT_TRUE(Bytes("a.mp3").ends_with(rest));
 }
 
+TEST_F(ImageMenus, WhatAnImportPassesOverIsKeptAllTheSame) {
+  std::string tag = v2_;
+  tag[4] = 1;  // a revision that the setting leaves out
+  session_.preferences.chkID3v2Read = session_.preferences.optID3V2Versions = false;
+  Add("a.mp3", tag + audio_);
+  ShowAll();
+  Run(mnuAddImagetoFile_Click, {Answer::kYes, Answer::kOk});
+  EXPECT_EQ(Tag("a.mp3").Title, "two");
+}
+
 TEST_F(ImageMenus, NothingHappensWithoutAnImageThatIsOne) {
   const std::string bytes = v2_ + audio_;
   Add("a.mp3", bytes);
