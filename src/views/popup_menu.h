@@ -9,7 +9,8 @@ namespace tunemeadow {
 
 struct Workbench;
 
-/// One entry. What it does and its usual caption belong to the menu command of that name.
+/// One entry. What it does and its usual caption belong to the menu command, or to the submenu, of
+/// that name. Without a name it is a line between two groups.
 struct PopupEntry {
   std::string_view name;
   bool enabled = true;

@@ -6,11 +6,14 @@
 #include <QIcon>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolButton>
 
+#include "editing/save.h"
 #include "ui/dialogs/frmPreferences.h"
 #include "ui/start/bottom_strip.h"
 #include "ui/start/command_pane.h"
@@ -19,7 +22,7 @@
 #include "ui/start/result_view.h"
 #include "ui/start/search_panels.h"
 #include "ui/start/tree_pane.h"
-#include "ui/support/qt_text.h"
+#include "ui/support/help_pages.h"
 
 namespace tunemeadow {
 namespace {
@@ -51,6 +54,10 @@ frmStart::frmStart(Session& session)
   setWindowTitle("Tunemeadow");
   setWindowIcon(QIcon::fromTheme("tunemeadow"));
   bench_.watcher = this;
+  bench_.save_details = [this](Workbench& bench) {
+    save_wanted_ = true;
+    tunemeadow::cmdSpeichern_Click(bench);
+  };
   BuildStatusBar();
   BuildPanes();
   BuildMenus();
@@ -141,7 +148,28 @@ void frmStart::BuildDetailButtons(QWidget* frame) {
   row->addWidget(previous_button_);
   row->addWidget(next_button_);
   row->addStretch(1);
+  BuildSaveButtons(*row);
   static_cast<QVBoxLayout*>(frame->layout())->addLayout(row);
+}
+
+void frmStart::BuildSaveButtons(QHBoxLayout& row) {
+  auto* help = new QPushButton(QStringLiteral("?"), detail_frame_);
+  help->setObjectName("cmdHelpSave");
+  help->setAccessibleName(tr("Help on saving"));
+  help->setToolTip(tr("Opens the help on saving"));
+  help->setAutoDefault(false);
+  help->setFixedWidth(help->sizeHint().height() + help->fontMetrics().averageCharWidth());
+  connect(help, &QPushButton::clicked, this, [this] { OpenHelpPage(session_, "saving.html"); });
+  save_button_ = new QPushButton(QIcon::fromTheme("save"), tr("&Save all"), detail_frame_);
+  save_button_->setObjectName("cmdSpeichern");
+  save_button_->setDefault(true);
+  save_button_->setMinimumWidth(save_button_->sizeHint().width());
+  connect(save_button_, &QPushButton::clicked, this, &frmStart::cmdSpeichern_Click);
+  auto* shortcut = new QShortcut(QKeySequence::Save, this);
+  connect(shortcut, &QShortcut::activated, this, [this] { save_button_->click(); });
+  row.addWidget(help);
+  row.addWidget(save_button_);
+  ShowSaveButton();
 }
 
 ResultView& frmStart::ViewInView() noexcept {

@@ -12,9 +12,11 @@
 
 class QAction;
 class QFrame;
+class QHBoxLayout;
 class QLabel;
 class QMenu;
 class QProgressBar;
+class QPushButton;
 class QSplitter;
 class QToolButton;
 
@@ -49,6 +51,14 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void mnuHideShowSearchandDetails_Click();
   void mnuViewFields_Click();
   void mnuAutoSize_Click();
+  void mnuKillAllTags_Click();
+  void mnuKillID3v11Tag_Click();
+  void mnuKillID3v2xTag_Click();
+  void mnuKillLyrics3_Click();
+  void mnuAddImagetoFile_Click();
+  void mnuRemoveImagefromfile_Click();
+  void cmdSpeichern_Click();
+  void Command2_Click();
   void mnuHelpContents_Click();
   void mnuAbout_Click();
   void cmdSuchenExternClick();
@@ -69,10 +79,13 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   QWidget* BuildDetailRow();
   QWidget* BuildListRow();
   void BuildDetailButtons(QWidget* frame);
+  void BuildSaveButtons(QHBoxLayout& row);
   void BuildStatusBar();
   void BuildMenus();
+  void BuildEditMenu();
   void BuildHistoryMenu(QMenu& menu);
   void ConnectPanes();
+  void ConnectDetails();
   void ConnectList(ResultView& view);
 
   // Steps of the start, in form_load.cpp.
@@ -94,6 +107,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void RowChanged(std::size_t row) override;
   void SelectionSet() override;
   void SearchFieldsChanged() override;
+  void SearchFieldsWanted() override;
   void HistoryChanged() override;
   void SearchItemsChanged() override;
   void TotalsChanged() override;
@@ -105,11 +119,15 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   // What the person does in the list.
   void SortBy(ResultView& view, int column);
   void ShowListMenu(const QPoint& where);
+  void PrepareListMenu();
+  void RunOnSelection(void (*command)(Workbench& bench));
   void FilesDropped(const std::vector<std::string>& paths);
   void ApplyPreferences();
   void SetTreeVisible(bool visible);
   void SetPanesVisible(bool visible);
   void ShowRecord(std::size_t row);
+  void ShowSaveButton();
+  [[nodiscard]] bool MayLeaveRecord();
   [[nodiscard]] ResultView& ViewInView() noexcept;
 
   Session& session_;
@@ -129,6 +147,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   QFrame* detail_frame_ = nullptr;
   QToolButton* next_button_ = nullptr;
   QToolButton* previous_button_ = nullptr;
+  QPushButton* save_button_ = nullptr;
   QLabel* status_label_ = nullptr;
   QProgressBar* progress_bar_ = nullptr;
   QMenu* list_menu_ = nullptr;
@@ -136,6 +155,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   std::unique_ptr<frmPreferences> preferences_;
   ColumnLayout columns_;
   int stored_tree_selector_ = -1;
+  bool save_wanted_ = false;  ///< the person has answered Yes to "Save your changes?"
   bool unloaded_ = false;
 };
 

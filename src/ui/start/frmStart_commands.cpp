@@ -2,11 +2,9 @@
 // What the person asks of the main window, each in one call to the procedure that does it.
 #include <QCloseEvent>
 #include <QMenu>
-#include <QToolButton>
 
 #include "core/batch.h"
 #include "core/paths.h"
-#include "editing/picture_panel.h"
 #include "library/import.h"
 #include "ui/dialogs/frmConfigureColumns.h"
 #include "ui/dialogs/frmImport.h"
@@ -43,19 +41,9 @@ void frmStart::ConnectPanes() {
     bench_.show_picture = shown;
     session_.ini.SaveString(kConfigSection, "chkPicShow", shown ? "1" : "0");
     picture_pane_->setVisible(shown && search_frame_->isVisible());
-    if (!session_.busy) ListView1_ItemExternClick(bench_);
+    if (!session_.busy) ShowPicOfDetails(bench_);
   });
-  const auto leaf = [this](int index) {
-    if (!session_.busy && detail_panels_->FieldsStand()) cmdItemBlaetter_Click(bench_, index);
-  };
-  connect(next_button_, &QToolButton::clicked, this, [leaf] { leaf(0); });
-  connect(previous_button_, &QToolButton::clicked, this, [leaf] { leaf(1); });
-  connect(picture_pane_, &PicturePane::AddRequested, this, [this] {
-    if (!session_.busy && detail_panels_->FieldsStand()) cmdAddpic_Click(bench_);
-  });
-  connect(picture_pane_, &PicturePane::SaveRequested, this, [this] {
-    if (!session_.busy) cmdSavePic_Click(bench_);
-  });
+  ConnectDetails();
   ConnectList(*list_view_);
   ConnectList(*playlist_view_);
 }
@@ -74,26 +62,15 @@ void frmStart::ConnectList(ResultView& view) {
   connect(&view, &ResultView::DragCompleted, this, [this] { ListView1_OLECompleteDrag(bench_); });
 }
 
-/// The row that was chosen. A record with a field that may not stand stays, and so does its row.
-void frmStart::ShowRecord(std::size_t row) {
-  ResultList& list = bench_.ListInView();
-  if (!bench_.details.save_all && !detail_panels_->FieldsStand()) {
-    if (const auto kept = list.RowOfUid(bench_.details.uid)) {
-      list.SelectOnly(*kept);
-      list.SetFocusedRow(*kept);
-      ViewInView().ShowSelection();
-      return;
-    }
-  }
-  ListView1_ItemClick(bench_, row);
-}
-
 void frmStart::SortBy(ResultView& view, int column) {
   if (session_.busy) return;
   view.Sort(column);
 }
 
-void frmStart::ShowListMenu(const QPoint& where) { list_menu_->popup(where); }
+void frmStart::ShowListMenu(const QPoint& where) {
+  PrepareListMenu();
+  list_menu_->popup(where);
+}
 
 void frmStart::FilesDropped(const std::vector<std::string>& paths) {
   if (!session_.busy) ImportDropped(bench_, paths);
@@ -152,7 +129,6 @@ void frmStart::mnuAbout_Click() {
 
 void frmStart::cmdSuchenExternClick() {
   if (session_.busy) return;
-  bench_.search = search_panels_->Read();
   cmdSuchen(bench_);
 }
 
@@ -169,6 +145,10 @@ void frmStart::closeEvent(QCloseEvent* event) {
   // A batch runs on this very thread: it must end before the connection goes from under it.
   if (session_.busy) {
     session_.CancelRequested = true;
+    event->ignore();
+    return;
+  }
+  if (!MayLeaveRecord()) {
     event->ignore();
     return;
   }

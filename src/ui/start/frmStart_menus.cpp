@@ -10,6 +10,8 @@
 
 #include "ui/start/command_pane.h"
 #include "ui/start/frmStart.h"
+#include "ui/support/qt_text.h"
+#include "views/popup_menu.h"
 
 namespace tunemeadow {
 namespace {
@@ -31,6 +33,18 @@ constexpr std::array kFileMenu{
     MenuEntry{"", "", nullptr},
     MenuEntry{"mnuExit", "E&xit", &frmStart::mnuExit_Click, "exit", "Ctrl+Q"},
 };
+constexpr std::array kRemoveTagsMenu{
+    MenuEntry{"mnuKillAllTags", "&All tags", &frmStart::mnuKillAllTags_Click},
+    MenuEntry{"mnuKillID3v11Tag", "ID3v&1.x tag", &frmStart::mnuKillID3v11Tag_Click},
+    MenuEntry{"mnuKillID3v2xTag", "ID3v&2.x tag", &frmStart::mnuKillID3v2xTag_Click},
+    MenuEntry{"mnuKillLyrics3", "&LYRICS3 tag", &frmStart::mnuKillLyrics3_Click},
+};
+constexpr std::array kEditMenu{
+    MenuEntry{"mnuAddImagetoFile", "Add &selected image to file(s)",
+              &frmStart::mnuAddImagetoFile_Click, "picture"},
+    MenuEntry{"mnuRemoveImagefromfile", "Remove &image from file(s)",
+              &frmStart::mnuRemoveImagefromfile_Click},
+};
 constexpr std::array kSearchMenu{
     MenuEntry{"mnuSuchen", "Search &now", &frmStart::cmdSuchenExternClick, "search", "F5"},
     MenuEntry{"mnuReset", "&Clear fields", &frmStart::cmdResetExternalClick, "reset", "Ctrl+R"},
@@ -41,6 +55,9 @@ constexpr std::array kViewMenu{
               &frmStart::mnuHideShowSearchandDetails_Click, "", "F11"},
     MenuEntry{"mnuViewFields", "&Configure columns...", &frmStart::mnuViewFields_Click, "columns"},
     MenuEntry{"mnuAutoSize", "&Autosize columns", &frmStart::mnuAutoSize_Click, "", "Ctrl+Shift+A"},
+};
+constexpr std::array kToolsMenu{
+    MenuEntry{"mnuAudiogalaxy", "Audiogalaxy scrambler", &frmStart::Command2_Click},
 };
 constexpr std::array kHelpMenu{
     MenuEntry{"mnuHelpContents", "&Contents", &frmStart::mnuHelpContents_Click, "help", "F1"},
@@ -74,13 +91,37 @@ QMenu* AddMenu(frmStart& window, const char* name, const QString& caption,
 
 void frmStart::BuildMenus() {
   AddMenu(*this, "mnuFile", tr("&File"), kFileMenu);
+  BuildEditMenu();
   BuildHistoryMenu(*AddMenu(*this, "mnuSearch", tr("Sea&rch"), kSearchMenu));
   AddMenu(*this, "mnuView", tr("&View"), kViewMenu);
+  AddMenu(*this, "mnuTools", tr("&Tools"), kToolsMenu);
   AddMenu(*this, "mnuHelp", tr("&Help"), kHelpMenu);
   list_menu_ = new QMenu(this);
   list_menu_->setObjectName("mnuItem1");
-  for (const char* name : {"mnuViewFields", "mnuAutoSize"}) {
-    list_menu_->addAction(findChild<QAction*>(QLatin1String(name)));
+}
+
+void frmStart::BuildEditMenu() {
+  QMenu* menu = AddMenu(*this, "mnuEdit", tr("&Edit"), {});
+  QMenu* removers = menu->addMenu(QIcon::fromTheme("remove"), tr("Remove &tags"));
+  removers->setObjectName("mnuRemoveTags");
+  FillMenu(*this, *removers, kRemoveTagsMenu);
+  FillMenu(*this, *menu, kEditMenu);
+  // The context menu shares its entries: they stand for the selection in both.
+  connect(menu, &QMenu::aboutToShow, this, &frmStart::PrepareListMenu);
+}
+
+void frmStart::PrepareListMenu() {
+  list_menu_->clear();
+  for (const PopupEntry& entry : PreparePopupMenu(bench_)) {
+    if (entry.name.empty()) {
+      list_menu_->addSeparator();
+      continue;
+    }
+    const QString name = ToQt(entry.name);
+    const auto* submenu = findChild<QMenu*>(name);
+    auto* action = submenu != nullptr ? submenu->menuAction() : findChild<QAction*>(name);
+    action->setEnabled(entry.enabled);
+    if (entry.visible) list_menu_->addAction(action);
   }
 }
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What the workbench tells, shown.
+#include <QKeySequence>
+#include <QPushButton>
 #include <QToolButton>
 
 #include "ui/start/bottom_strip.h"
@@ -24,6 +26,8 @@ void frmStart::SelectionSet() { ViewInView().ShowSelection(); }
 
 void frmStart::SearchFieldsChanged() { search_panels_->Show(bench_.search); }
 
+void frmStart::SearchFieldsWanted() { bench_.search = search_panels_->Read(); }
+
 void frmStart::HistoryChanged() { command_pane_->ShowHistory(bench_.history); }
 
 void frmStart::SearchItemsChanged() {
@@ -46,6 +50,20 @@ void frmStart::DetailsChanged() {
   next_button_->setEnabled(one_track);
   previous_button_->setEnabled(one_track);
   picture_pane_->EnableButtons(bench_.details);
+  ShowSaveButton();
+}
+
+void frmStart::ShowSaveButton() {
+  const DetailEditor& details = bench_.details;
+  save_button_->setText(details.save_all ? tr("&Save all") : tr("&Save"));
+  save_button_->setAccessibleName(details.save_all ? tr("Save all") : tr("Save"));
+  const QString keys = QKeySequence(QKeySequence::Save).toString(QKeySequence::NativeText);
+  save_button_->setToolTip((details.save_all
+                                ? tr("Writes the ticked fields into every selected track (%1)")
+                                : tr("Writes the fields into the file and the catalogue (%1)"))
+                               .arg(keys));
+  // The rows of ListView1, which "&Save all" is for, are not in view with a playlist.
+  save_button_->setEnabled(details.save_all ? !bench_.playlist_in_view : details.enabled);
 }
 
 void frmStart::PictureChanged() { picture_pane_->Show(bench_.details); }
@@ -53,6 +71,7 @@ void frmStart::PictureChanged() { picture_pane_->Show(bench_.details); }
 void frmStart::ListInViewChanged() {
   list_view_->setVisible(!bench_.playlist_in_view);
   playlist_view_->setVisible(bench_.playlist_in_view);
+  ShowSaveButton();
 }
 
 }  // namespace tunemeadow
