@@ -58,7 +58,7 @@ TEST_F(ImageMenus, TheImageGoesIntoEachFileThatHasNone) {
 
 TEST_F(ImageMenus, WhatAnImportPassesOverIsKeptAllTheSame) {
   std::string tag = v2_;
-  tag[4] = 1;  // a revision that the setting leaves out
+  tag[3] = 5;  // a version that the setting leaves out
   session_.preferences.chkID3v2Read = session_.preferences.optID3V2Versions = false;
   Add("a.mp3", tag + audio_);
   ShowAll();
