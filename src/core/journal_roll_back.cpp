@@ -119,13 +119,15 @@ std::optional<Outcome> RollBackFile(const std::string& path, int log, const Reco
     // An image behind a mark says that the file was taken up again.
     mark = image ? nullptr : record;
   }
-  if (images.empty() || (mark != nullptr && HoldsMark(file.get(), now.st_size, *mark))) {
-    return std::nullopt;
-  }
-  if (std::all_of(images.begin(), images.end(), [&](const JournalRecord* image) {
+  const bool whole =
+      images.empty() || (mark != nullptr && HoldsMark(file.get(), now.st_size, *mark)) ||
+      std::all_of(images.begin(), images.end(), [&](const JournalRecord* image) {
         return HoldsImage(file.get(), now.st_size, log, *image);
-      })) {
-    return std::nullopt;
+      });
+  if (whole) {
+    // What is whole in the memory of the system need not be so on the disk, and the journal goes.
+    if (fsync(file.get()) == 0) return std::nullopt;
+    return Outcome::kUnreachable;
   }
   if (now.st_size < images.back()->least || now.st_size > images.back()->most) {
     return Outcome::kChanged;
