@@ -122,6 +122,7 @@ std::string JournaledFile::Write(std::span<const FilePiece> pieces, const OldByt
   }
   if (!whole) {
     state.set_aside = true;
+    state.files[path_].torn = true;
     what = "The file could not be written, and is restored at the next start";
   }
   state.Written(path_, file_, sync && error == 0);

@@ -82,14 +82,14 @@ JournalRecord ImageOf(const std::string& path, const GuardedFile& guarded) {
 std::string UndoJournal::State::OpenLog() {
   if (log.IsOpen()) return {};
   const std::string path = LogPath();
-  const bool there = MyFileExists(path);
   Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
   struct stat status {};
   if (!file.IsOpen() || fstat(file.get(), &status) != 0) {
     return SystemFault("The undo journal cannot be opened", errno);
   }
   if (status.st_size != 0) return "An older undo journal is still open.";
-  if (!there && !SyncFolderOf(path)) {
+  // Also where the file was there: its name need not be on the disk yet.
+  if (!SyncFolderOf(path)) {
     return SystemFault("The undo journal cannot be made", errno);
   }
   log = std::move(file);
@@ -202,7 +202,14 @@ void UndoJournal::State::SetLogAside() {
   size = 0;
 }
 
+void UndoJournal::State::RemoveLog() {
+  log.Close();
+  if (unlink(LogPath().c_str()) == 0) SyncFolderOf(LogPath());
+}
+
 bool UndoJournal::State::Released(UndoJournal& journal, const std::string& path) {
+  const auto found = files.find(path);
+  if (found != files.end() && found->second.torn) return false;
   if (!waiting.contains(path)) return true;
   if (in_group) return false;  // its journal is in use
   journal.RollBack();
@@ -273,7 +280,7 @@ std::int64_t UndoJournal::GroupBytes() const noexcept {
 void UndoJournal::Done(const std::string& path) {
   State& state = *state_;
   const auto found = state.files.find(path);
-  if (found == state.files.end() || !found->second.file.IsOpen()) return;
+  if (found == state.files.end() || !found->second.file.IsOpen() || found->second.torn) return;
   const GuardedFile& file = found->second;
   struct stat now {};
   if (fstat(file.file.get(), &now) != 0) return;
@@ -300,14 +307,17 @@ std::string UndoJournal::EndGroup() {
   state.pending_files.clear();
   std::string fault = state.SyncFiles();
   if (state.log.IsOpen() && state.size > 0) {
-    if (fault.empty() && !state.set_aside &&
-        (ftruncate(state.log.get(), 0) != 0 || fdatasync(state.log.get()) != 0)) {
+    const bool keep = !fault.empty() || state.set_aside;
+    if (!keep && ftruncate(state.log.get(), 0) != 0) {
       fault = SystemFault("The undo journal cannot be emptied", errno);
     }
-    if (fault.empty() && !state.set_aside) {
-      state.size = 0;
-    } else {
+    if (keep || !fault.empty()) {
       state.SetLogAside();
+    } else {
+      state.size = 0;
+      // The files are new now, whatever comes. Old records that the disk may still hold go with
+      // their file; if that fails too, the worst is an undone save after a power cut.
+      if (fdatasync(state.log.get()) != 0) state.RemoveLog();
     }
   }
   state.files.clear();

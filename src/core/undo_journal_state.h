@@ -30,6 +30,7 @@ struct GuardedFile {
   std::vector<ByteRange> covered;    ///< ranges of the base whose bytes stand in the journal
   Descriptor file;                   ///< open once it was written, until it is synced
   bool synced = true;                ///< nothing was written since the last sync
+  bool torn = false;                 ///< a write failed, and so did putting the old bytes back
 };
 
 struct UndoJournal::State {
@@ -64,11 +65,14 @@ struct UndoJournal::State {
   /// Syncs every file that was written. Empty text, or what failed.
   [[nodiscard]] std::string SyncFiles();
 
+  /// Closes the journal and takes its file away.
+  void RemoveLog();
+
   /// Gives the journal another name, under which the next start finds it.
   void SetLogAside();
 
   /// Tries once more to roll back a file that an older journal holds. True if nothing waits for the
-  /// path any more.
+  /// path any more and it was not torn in this group.
   [[nodiscard]] bool Released(UndoJournal& journal, const std::string& path);
 };
 
