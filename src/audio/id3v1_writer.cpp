@@ -64,7 +64,7 @@ bool WriteID3v1Tag(TagWriting& writing, const std::string& path, ID3v1Tag tag, b
 
 std::string RemoveID3v1Tag(TagWriting& writing, const std::string& path) {
   if (!MyFileExists(path)) return {};
-  const std::string failed = "error opening file for writing";
+  std::string failed = "error opening file for writing";
   JournaledFile file(writing.journal);
   if (!file.Open(path).empty()) {
     FileBytes unwritable;

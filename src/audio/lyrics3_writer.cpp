@@ -85,7 +85,7 @@ void WriteTag(TagWriting& writing, const std::string& path, const Lyrics3Texts& 
 }
 
 std::string KillLyrics3Tag(TagWriting& writing, const std::string& path) {
-  const std::string failed = "LYRICS3 Tag can't be removeed!";
+  std::string failed = "LYRICS3 Tag can't be removeed!";
   JournaledFile file(writing.journal);
   if (!file.Open(path).empty()) {
     FileBytes unwritable;
