@@ -119,11 +119,11 @@ std::optional<Outcome> RollBackFile(const std::string& path, int log, const Reco
     // An image behind a mark says that the file was taken up again.
     mark = image ? nullptr : record;
   }
-  const bool whole =
-      images.empty() || (mark != nullptr && HoldsMark(file.get(), now.st_size, *mark)) ||
-      std::all_of(images.begin(), images.end(), [&](const JournalRecord* image) {
-        return HoldsImage(file.get(), now.st_size, log, *image);
-      });
+  const bool whole = images.empty() ||
+                     (mark != nullptr && HoldsMark(file.get(), now.st_size, *mark)) ||
+                     std::all_of(images.begin(), images.end(), [&](const JournalRecord* image) {
+                       return HoldsImage(file.get(), now.st_size, log, *image);
+                     });
   if (whole) {
     // What is whole in the memory of the system need not be so on the disk, and the journal goes.
     if (fsync(file.get()) == 0) return std::nullopt;

@@ -137,6 +137,7 @@ std::string JournaledFile::Rewrite(std::span<const FilePiece> pieces, std::int64
   if (file_ < 0 || fstat(file_, &now) != 0) return "The file is not open.";
   if (now.st_size != length_) return "The file was changed by another program meanwhile.";
 
+  path_ = state.KnownName(path_, now);
   OldBytes old{.ranges = RangesToLose(pieces, length_, new_length)};
   for (const ByteRange& range : old.ranges) {
     std::optional<std::string> bytes = Read(range.offset, static_cast<std::size_t>(range.length));

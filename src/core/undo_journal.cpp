@@ -79,6 +79,12 @@ JournalRecord ImageOf(const std::string& path, const GuardedFile& guarded) {
 
 // --- State -----------------------------------------------------------------------------------
 
+std::string UndoJournal::State::KnownName(const std::string& path, const struct stat& now) const {
+  if (files.contains(path)) return path;
+  const auto found = names.find({now.st_dev, now.st_ino});
+  return found == names.end() ? path : found->second;
+}
+
 std::string UndoJournal::State::OpenLog() {
   if (log.IsOpen()) return {};
   const std::string path = LogPath();
@@ -152,7 +158,10 @@ std::string UndoJournal::State::Guard(const std::string& path, const struct stat
   file.least = least;
   file.most = most;
   file.covered.insert(file.covered.end(), parts.begin(), parts.end());
-  if (!known) files[path] = std::move(fresh);
+  if (!known) {
+    names[{fresh.device, fresh.node}] = path;
+    files[path] = std::move(fresh);
+  }
   return {};
 }
 
@@ -244,7 +253,10 @@ void UndoJournal::Prepare(const std::string& path, std::span<const ByteRange> ra
   }
   const Descriptor file(open(path.c_str(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   struct stat now {};
-  if (!file.IsOpen() || fstat(file.get(), &now) != 0 || !S_ISREG(now.st_mode)) return;
+  if (!file.IsOpen() || fstat(file.get(), &now) != 0 || !S_ISREG(now.st_mode) ||
+      state.names.contains({now.st_dev, now.st_ino})) {
+    return;
+  }
   GuardedFile guarded = GuardOf(now);
   guarded.most += growth;
   JournalRecord record = ImageOf(path, guarded);
@@ -260,6 +272,7 @@ void UndoJournal::Prepare(const std::string& path, std::span<const ByteRange> ra
   }
   const std::vector<std::string_view> views(bytes.begin(), bytes.end());
   AppendRecord(record, views, state.pending);
+  state.names[{guarded.device, guarded.node}] = path;
   state.pending_files[path] = std::move(guarded);
 }
 
@@ -268,7 +281,10 @@ bool UndoJournal::SyncPrepared() {
   const std::string pending = std::exchange(state.pending, {});
   auto prepared = std::exchange(state.pending_files, {});
   if (pending.empty()) return true;
-  if (!state.OpenLog().empty() || !state.Append(pending, true)) return false;
+  if (!state.OpenLog().empty() || !state.Append(pending, true)) {
+    for (const auto& [path, file] : prepared) state.names.erase({file.device, file.node});
+    return false;
+  }
   state.files.merge(prepared);
   return true;
 }
@@ -279,12 +295,14 @@ std::int64_t UndoJournal::GroupBytes() const noexcept {
 
 void UndoJournal::Done(const std::string& path) {
   State& state = *state_;
-  const auto found = state.files.find(path);
+  struct stat now {};
+  if (state.files.empty() || stat(path.c_str(), &now) != 0) return;
+  const auto found = state.files.find(state.KnownName(path, now));
   if (found == state.files.end() || !found->second.file.IsOpen() || found->second.torn) return;
   const GuardedFile& file = found->second;
-  struct stat now {};
   if (fstat(file.file.get(), &now) != 0) return;
-  JournalRecord mark{.kind = JournalRecord::Kind::kMark, .path = path, .length = now.st_size};
+  JournalRecord mark{
+      .kind = JournalRecord::Kind::kMark, .path = found->first, .length = now.st_size};
   std::vector<ByteRange> ranges = file.covered;
   ranges.push_back({file.base_length, now.st_size - file.base_length});
   for (ByteRange range : ranges) {
@@ -321,6 +339,7 @@ std::string UndoJournal::EndGroup() {
     }
   }
   state.files.clear();
+  state.names.clear();
   state.set_aside = false;
   return fault;
 }

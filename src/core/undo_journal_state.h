@@ -11,6 +11,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "core/descriptor.h"
@@ -40,11 +41,16 @@ struct UndoJournal::State {
   bool in_group = false;
   bool set_aside = false;  ///< the journal must outlive the group: a file could not be restored
   std::unordered_map<std::string, GuardedFile> files;
-  std::string pending;  ///< records that are not yet written
+  std::map<std::pair<dev_t, ino_t>, std::string> names;  ///< of `files` and what is prepared
+  std::string pending;                                   ///< records that are not yet written
   std::unordered_map<std::string, GuardedFile> pending_files;
   std::set<std::string> waiting;  ///< paths that an older journal still holds images of
 
   [[nodiscard]] std::string LogPath() const { return folder + "undo.journal"; }
+
+  /// The name under which the group knows this file; `path` where it knows none. Links lead one
+  /// file to several names, and two images of it would undo each other.
+  [[nodiscard]] std::string KnownName(const std::string& path, const struct stat& now) const;
 
   /// Opens or makes the journal. Empty text, or what failed.
   [[nodiscard]] std::string OpenLog();

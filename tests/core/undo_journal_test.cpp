@@ -213,6 +213,29 @@ TEST_F(UndoJournalTest, AFileThatIsReplacedBetweenPreparingAndWritingIsNotWritte
   EXPECT_EQ(Bytes(), std::string(100'000, 'z'));
 }
 
+TEST_F(UndoJournalTest, AFileOfTwoNamesIsJournaledOnce) {
+  std::filesystem::create_directory_symlink(folder.Path("music"), folder.Path("linked"));
+  const std::string other = folder.Path("linked/a.mp3");
+  for (const bool prepared : {false, true}) {
+    UndoJournal killed(folder.Path());
+    killed.BeginGroup();
+    const std::vector<ByteRange> head = {{0, 1000}};
+    if (prepared) {
+      killed.Prepare(path, head, 0);
+      killed.Prepare(other, head, 0);
+      ASSERT_TRUE(killed.SyncPrepared());
+    }
+    for (const std::string& name : {path, other}) {
+      JournaledFile file(killed);
+      ASSERT_EQ(file.Open(name), "");
+      const std::string head_of_name = name.substr(name.size() - 12);
+      ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, head_of_name}, {2000, "x"}}, 90'000), "");
+    }
+    EXPECT_EQ(StartAnew().size(), 1U);
+    EXPECT_EQ(Bytes(), old_bytes);
+  }
+}
+
 TEST_F(UndoJournalTest, OnlyAFileThatIsThereIsOpened) {
   JournaledFile file(journal);
   EXPECT_NE(file.Open(folder.Path("missing.mp3")), "");
