@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <initializer_list>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,6 +21,21 @@
 #include "views/catalogue_test.h"
 
 namespace tunemeadow {
+
+/// A text of two letters in every field that a save writes, but for those that have a form.
+inline void FillSample(DetailEditor& details) {
+  constexpr std::array kFields = {&DetailEditor::txtTitelSave,      &DetailEditor::txtInterpretSave,
+                                  &DetailEditor::txtAlbumSave,      &DetailEditor::cboGenre1,
+                                  &DetailEditor::txtYearSave,       &DetailEditor::txtTracknumber,
+                                  &DetailEditor::txtBPMSave,        &DetailEditor::txtPlaytime,
+                                  &DetailEditor::txtQualitaetSave,  &DetailEditor::txtCommentSave,
+                                  &DetailEditor::txtSituationSave,  &DetailEditor::txtTempoSave,
+                                  &DetailEditor::txtPreferenceSave, &DetailEditor::txtMoodSave,
+                                  &DetailEditor::txtBiosSave,       &DetailEditor::txtLyricsSave};
+  std::istringstream texts("ti ar al Rock 2001 07 99 3:05 qu co si te pr mo bi ly");
+  for (const auto field : kFields) texts >> details.*field;
+  details.txtSave3 = {"x0", "x1", "x2", "x3", "x4"};
+}
 
 class EditedTracksTest : public CatalogueTest {
  protected:
@@ -74,6 +91,15 @@ class EditedTracksTest : public CatalogueTest {
   /// A column of all rows.
   Texts Column(const std::string& name) {
     return Rows("select " + name + " from mp3sTabelle order by uid");
+  }
+
+  /// Some columns of all rows, "a|b|c".
+  Texts Joined(const std::string& columns) {
+    std::string all;
+    for (const std::string_view name : Split(columns, ' ')) {
+      all.append(all.empty() ? "" : "||'|'||").append("ifnull(").append(name).append(",'')");
+    }
+    return Column(all);
   }
 
   std::string Bytes(const std::string& name) { return folder_.Read("music/" + name); }

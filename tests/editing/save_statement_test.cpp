@@ -1,34 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editing/save_statement.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
+#include "editing/edited_tracks_test.h"
 
 namespace tunemeadow {
 namespace {
 
 DetailEditor SampleEditor() {
   DetailEditor details;
+  FillSample(details);
   details.uid = 17;
-  details.txtTitelSave = "ti";
-  details.txtInterpretSave = "ar";
-  details.txtAlbumSave = "al";
-  details.cboGenre1 = "Rock";
-  details.txtYearSave = "2001";
-  details.txtTracknumber = "7";
-  details.txtBPMSave = "99";
-  details.txtPlaytime = "3:05";
-  details.txtQualitaetSave = "qu";
   details.txtLocationSave = "/m/AC'DC \"x\".mp3";
-  details.txtCommentSave = "co";
-  details.txtSituationSave = "si";
-  details.txtPreferenceSave = "pr";
-  details.txtTempoSave = "te";
-  details.txtMoodSave = "mo";
-  details.txtBiosSave = "bi";
-  details.txtLyricsSave = "ly";
-  details.txtSave3 = {"x0", "x1", "x2", "x3", "x4"};
   return details;
 }
 
@@ -38,7 +20,7 @@ TEST(BuildSaveStatement, NamesEveryColumnInItsOrderAndDoublesTheDelimiter) {
   BuildSaveStatement(SampleEditor(), facts, '"', statement);
   EXPECT_EQ(
       statement,
-      R"(Update mp3sTabelle set BPM="99",trackno="7",playtime="3:05",playtimeREAL="185",)"
+      R"(Update mp3sTabelle set BPM="99",trackno="07",playtime="3:05",playtimeREAL="185",)"
       R"(comment="co",[year]="2001",album="al",location="/m/AC'DC ""x"".mp3",Situation="si",)"
       R"(datetimeoffile="then",datetimeofdbupdate="now",Composer="x0",hasid3v1=1,hasid3v2=0,)"
       R"(Copyright="x1",Encodedby="x2",originalartist="x3",url="x4",Preference="pr",Mood="mo",)"
@@ -50,23 +32,11 @@ TEST(BuildSaveStatement, NamesEveryColumnInItsOrderAndDoublesTheDelimiter) {
 
 TEST(BuildMassSaveStatement, NamesItsColumnsInTheirOrderBetweenDoubleQuotes) {
   std::string statement;
-  BuildMassSaveStatement({.preference = "pr",
-                          .situation = "si",
-                          .mood = "mo",
-                          .tempo = "te",
-                          .extra = {"x0", "x1", "x2", "x3", "x4"},
-                          .hasid3v1 = 0,
-                          .hasid3v2 = 1,
-                          .comment = "c\"o",
-                          .title = "t'i",
-                          .album = "al",
-                          .year = "2001",
-                          .genre = "rock",
-                          .now = "now",
-                          .file_time = "then",
-                          .artist = "ar",
-                          .uid = 5},
-                         statement);
+  MassSaveTexts texts = {"pr", "si", "mo",   "te", {"x0", "x1", "x2", "x3", "x4"},
+                         0,    1,    "c\"o", "t'i"};
+  texts.album = "al", texts.year = "2001", texts.genre = "rock", texts.artist = "ar";
+  texts.now = "now", texts.file_time = "then", texts.uid = 5;
+  BuildMassSaveStatement(texts, statement);
   EXPECT_EQ(statement,
             R"(Update mp3sTabelle set Preference="pr", Situation="si",Mood="mo",Tempo="te",)"
             R"(composer="x0",CopyRight="x1",encodedby="x2",OriginalArtist="x3",url="x4",)"
