@@ -73,7 +73,10 @@ TEST_F(OpenImageTest, ThePanelFollowsTheChoiceInTheDialog) {
     EXPECT_EQ(dialog.nameFilters().front(), "JPEG Images (*.jpg)");
     EXPECT_EQ(Lines(dialog), kNothing);
     dialog.selectFile(PathOf("cover.jpg"));
-    emit dialog.currentChanged(PathOf("cover.jpg"));
+    EXPECT_THAT(Lines(dialog), testing::StartsWith("Image Width : 320 Pixels"));
+    Find<QLineEdit>(dialog, "fileNameEdit").setText("words.jpg");
+    EXPECT_EQ(Lines(dialog), kNothing);
+    Find<QLineEdit>(dialog, "fileNameEdit").setText("cover.jpg");
     EXPECT_THAT(Lines(dialog), testing::StartsWith("Image Width : 320 Pixels"));
     static_cast<QDialog&>(dialog).accept();
   });

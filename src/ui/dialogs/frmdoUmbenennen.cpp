@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <QWindow>
 #include <algorithm>
 #include <limits>
 
@@ -22,7 +23,7 @@ void ShowElidedPath(QLabel& label, const QString& path) {
 }  // namespace
 
 frmdoUmbenennen::frmdoUmbenennen(Session& session)
-    : QDialog(nullptr, Qt::Window | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
+    : QDialog(nullptr, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
       ui_(std::make_unique<Ui::frmdoUmbenennen>()),
       session_(session) {
   ui_->setupUi(this);
@@ -45,6 +46,9 @@ void frmdoUmbenennen::Begin(const QString& title, std::int64_t maximum, const QW
   const QRect area =
       over_window ? above->frameGeometry() : QApplication::primaryScreen()->availableGeometry();
   move(area.center() - rect().center());
+  // Stays above the main window, which comes to the front with each of its boxes.
+  (void)winId();
+  if (over_window) windowHandle()->setTransientParent(above->window()->windowHandle());
   show();
   raise();
 }

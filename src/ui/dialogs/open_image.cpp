@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QVBoxLayout>
 #include <string_view>
 
@@ -80,8 +81,14 @@ OpenImage::OpenImage(QWidget* parent, const QString& title) : QFileDialog(parent
   if (auto* grid = qobject_cast<QGridLayout*>(layout())) {
     grid->addWidget(panel, 0, grid->columnCount(), grid->rowCount(), 1);
   }
-  connect(this, &QFileDialog::currentChanged, panel, &ImagePanel::ShowFile);
-  connect(this, &QFileDialog::directoryEntered, panel, [panel] { panel->ShowFile({}); });
+  // A chosen name and a typed one both come into this field; only a chosen one is told elsewhere.
+  if (auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+    connect(name, &QLineEdit::textChanged, panel, [this, panel](const QString& text) {
+      panel->ShowFile(text.isEmpty() ? text : directory().absoluteFilePath(text));
+    });
+  }
+  const QSize size = sizeHint();
+  resize(size.width() + panel->width(), size.height());
 }
 
 }  // namespace tunemeadow

@@ -77,6 +77,9 @@ DetailPanels::DetailPanels(DetailEditor& editor, Interaction& interaction, QWidg
     field->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     field->setMinimumHeight(HeightOf(*field, 2));
   }
+  QPalette greyed;
+  greyed.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x80, 0x80, 0x80));
+  setPalette(greyed);
   SetUpGenres();
   BindFirst();
   BindSecondAndThird();

@@ -195,6 +195,7 @@ void WindowInteraction::SetMainWindow(const MainWindow& parts) {
 
 QWidget* WindowInteraction::ParentOfBox() const {
   if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  if (job_ && job_->isActiveWindow()) return job_.get();
   return window_ && window_->isVisible() ? window_.data() : nullptr;
 }
 
@@ -368,6 +369,7 @@ void WindowInteraction::EnableMainWindow(bool enabled) {
   if (!window_ || was_enabled == is_enabled) return;
   if (!is_enabled) focus_before_ = window_->focusWidget();
   window_->setEnabled(is_enabled);
+  if (is_enabled) Push();  // the last line of the work, which nothing else will show
   if (is_enabled && focus_before_) {
     focus_before_->setFocus();
     focus_before_.clear();
