@@ -119,6 +119,17 @@ void LoadTexts(Workbench& bench, std::size_t row) {
   ReadOwnLyrics3(details);
 }
 
+/// The row whose record is in the editor, alone. False where the list in view does not have it.
+bool SelectLoadedRow(Workbench& bench) {
+  ResultList& list = bench.ListInView();
+  const auto row = list.RowOfUid(bench.details.uid);
+  if (!row) return false;
+  list.SelectOnly(*row);
+  list.SetFocusedRow(*row);
+  bench.Watcher().SelectionSet();
+  return true;
+}
+
 void ShowDetails(Workbench& bench, std::size_t row) {
   bench.Watcher().DetailsChanged();
   if (bench.show_picture && bench.ListInView().Cell(row, Field::haspic) == "1") {
@@ -139,17 +150,19 @@ void ListView1_ItemClick(Workbench& bench, std::size_t row) {
   }
   bench.details.save_all = false;
   const bool is_loaded = bench.details.uid != 0 && bench.details.uid == list.Uid(row);
-  if (!is_loaded) AskToSaveChanges(bench);
+  if (!is_loaded && !AskToSaveChanges(bench) && SelectLoadedRow(bench)) return;
   if (row >= list.RowCount()) return;  // the window lives while a record is saved
   if (!is_loaded || !HasChanges(bench.details)) LoadTexts(bench, row);
   ShowDetails(bench, row);
 }
 
-void AskToSaveChanges(Workbench& bench) {
-  if (!HasChanges(bench.details) || !bench.save_details) return;
+bool AskToSaveChanges(Workbench& bench) {
+  if (!HasChanges(bench.details) || !bench.save_details) return true;
   const Answer answer = bench.interaction.ShowMessage(
       {.text = "Save your changes?", .title = "Save", .buttons = Buttons::kYesNo});
-  if (answer == Answer::kYes) bench.save_details(bench);
+  if (answer != Answer::kYes) return true;
+  bench.save_details(bench);
+  return !HasChanges(bench.details);
 }
 
 void ChangeDetailtoSaveALL(Workbench& bench) {

@@ -59,8 +59,9 @@ struct DetailEditor {
 /// What a click on a row does, in either list: fills the editor from its cells, reads the Lyrics3
 /// block and, where the row has one and the pane is shown, the picture. With two or more rows
 /// selected the editor goes into the mode for many and keeps its texts. `row` is the clicked one.
-/// Changes of the record that is about to go are asked for first; those of the clicked row itself
-/// stay in the editor.
+/// Changes of the record that is about to go are asked for first; where they were to be saved and
+/// could not be, that record stays, and so does its row. Changes of the clicked row itself stay in
+/// the editor.
 void ListView1_ItemClick(Workbench& bench, std::size_t row);
 
 /// The same for the focused row, from elsewhere.
@@ -68,8 +69,8 @@ void ListView1_ItemExternClick(Workbench& bench);
 
 /// Asks "Save your changes?" where the person has changed the record in the editor, and on Yes
 /// calls the save command. For the moments at which the record is about to go: another row, the end
-/// of the program.
-void AskToSaveChanges(Workbench& bench);
+/// of the program. False where the person wants the changes saved and that did not happen.
+bool AskToSaveChanges(Workbench& bench);
 
 /// The editor's mode for many rows, and back to that for one.
 void ChangeDetailtoSaveALL(Workbench& bench);

@@ -127,7 +127,10 @@ TEST_F(Details, ChangesAreAskedForBeforeAnotherRowComesInTheirPlace) {
   for (const Case& each : cases) {
     interaction_.boxes.clear();
     std::vector<std::string> saved;
-    bench_.save_details = [&](Workbench& bench) { saved.push_back(bench.details.txtTitelSave); };
+    bench_.save_details = [&](Workbench& bench) {
+      saved.push_back(bench.details.txtTitelSave);
+      bench.details.DetailsChanged = false;
+    };
     Fill({"/nowhere/a.mp3", "/nowhere/b.mp3"});
     details_.DetailsKeyed = details_.DetailsChanged = false;
     Click(0);
@@ -143,6 +146,19 @@ TEST_F(Details, ChangesAreAskedForBeforeAnotherRowComesInTheirPlace) {
     EXPECT_EQ(details_.txtTitelSave, each.shown);
     EXPECT_EQ(details_.DetailsChanged, details_.txtTitelSave == "mine");
   }
+}
+
+TEST_F(Details, ARecordThatCouldNotBeSavedStaysWithItsRow) {
+  Fill({"/nowhere/a.mp3", "/nowhere/b.mp3"});
+  bench_.save_details = [](Workbench&) {};
+  Click(0);
+  details_.txtTitelSave = "mine";
+  details_.DetailsKeyed = details_.DetailsChanged = true;
+  interaction_.WillAnswer(Answer::kYes);
+  Click(1);
+  EXPECT_EQ(details_.txtTitelSave, "mine");
+  EXPECT_EQ(bench_.ListView1.SelectedRows(), std::vector<std::size_t>{0});
+  EXPECT_EQ(bench_.ListView1.FocusedRow(), 0U);
 }
 
 TEST_F(Details, SeveralRowsAreNotAskedFor) {
