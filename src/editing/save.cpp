@@ -88,9 +88,7 @@ class SingleSaveGroup {
     journal.SyncPrepared();  // where it fails, each rewrite journals for itself
   }
   ~SingleSaveGroup() {
-    UndoJournal& journal = bench_.session.journal;
-    journal.Done(path_);
-    const std::string failure = journal.EndGroup();
+    const std::string failure = bench_.session.journal.EndGroup();
     if (failure.empty()) return;
     bench_.interaction.ShowMessage({.text = failure, .title = "Error", .icon = Icon::kExclamation});
   }
@@ -179,6 +177,7 @@ class SingleSave {
     {
       const SingleSaveGroup group(bench_, path);
       done_ = WriteTags({path, values, record_, true}, preferences_, bench_.info, writing, talk);
+      bench_.session.journal.Done(path);
     }
     bench_.interaction.SetStatus("Ready.");
     const std::string losses = LossSentence(writing.losses);
