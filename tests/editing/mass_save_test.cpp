@@ -49,6 +49,11 @@ class MassSaving : public EditedTracksTest {
     return details;
   }
 
+  static void TickAlbum(DetailEditor& details, const std::string& album) {
+    details.txtAlbumSave = album;
+    details.selectors.chkAlbum = true;
+  }
+
   /// A save with Yes to the question and these answers to what follows.
   void SaveAll(std::initializer_list<Answer> answers = {}) {
     interaction_.WillAnswer(Answer::kYes);
@@ -156,9 +161,7 @@ TEST_F(MassSaving, QuotesOfTheEditorGiveWayThoseOfATrackStay) {
     for (const char* name : {"a'\"1.mp3", "a'\"2.mp3"}) {
       AddTrack(name, audio_, {{"Songname", R"(O'Hara "x")"}, {"Mood", R"(o'wn "y")"}});
     }
-    DetailEditor& details = EditAll();
-    details.txtAlbumSave = R"(Al'bum "z")";
-    details.selectors.chkAlbum = true;
+    TickAlbum(EditAll(), R"(Al'bum "z")");
     SaveAll({Answer::kOk});
     EXPECT_EQ(Column("Songname || Mood || album"), Texts(2, R"(O'Hara "x"o'wn "y"Al'bum ''z'')"));
     EXPECT_EQ(bench_.ListView1.Cell(1, Field::album), "Al'bum ''z''");
@@ -178,9 +181,7 @@ TEST_F(MassSaving, WithoutATickTheRulesAndTheAutoCommentStillGoIntoTheTags) {
 }
 
 TEST_F(MassSaving, AfterIgnoreNoFailureIsTold) {
-  DetailEditor& details = EditThree();
-  details.txtAlbumSave = "new";
-  details.selectors.chkAlbum = true;
+  TickAlbum(EditThree(), "new");
   chmod(folder_.Path("music/1.mp3").c_str(), 0444);
   std::filesystem::remove(folder_.Path("music/2.mp3"));
   chmod(folder_.Path("music/3.mp3").c_str(), 0666);
@@ -196,9 +197,7 @@ TEST_F(MassSaving, AfterIgnoreNoFailureIsTold) {
 }
 
 TEST_F(MassSaving, AbortLeavesWhatWasSavedBefore) {
-  DetailEditor& details = EditThree();
-  details.txtAlbumSave = "new";
-  details.selectors.chkAlbum = true;
+  TickAlbum(EditThree(), "new");
   std::filesystem::remove(folder_.Path("music/3.mp3"));
   SaveAll({Answer::kAbort});
   EXPECT_THAT(interaction_.BoxTexts(), ElementsAre(testing::StartsWith(kAskAll), kFailed));
@@ -208,9 +207,7 @@ TEST_F(MassSaving, AbortLeavesWhatWasSavedBefore) {
 }
 
 TEST_F(MassSaving, ACancelEndsItWithoutAWord) {
-  DetailEditor& details = EditThree();
-  details.txtAlbumSave = "new";
-  details.selectors.chkAlbum = true;
+  TickAlbum(EditThree(), "new");
   interaction_.on_yield = [&](std::size_t n) { session_.CancelRequested = n == 3; };
   SaveAll();
   EXPECT_EQ(interaction_.boxes.size(), 1U);
@@ -237,9 +234,7 @@ TEST_F(MassSaving, AStatementThatFailsEndsItWithItsReason) {
 }
 
 TEST_F(MassSaving, WhatTheTagsLoseIsSaidOnceForAll) {
-  DetailEditor& details = EditThree();
-  details.txtAlbumSave = "\xE6\x97\xA5";
-  details.selectors.chkAlbum = true;
+  TickAlbum(EditThree(), "\xE6\x97\xA5");
   SaveAll({Answer::kOk});
   EXPECT_EQ(interaction_.Status(), LossSentence({.characters = 3}));
 }

@@ -4,28 +4,24 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 namespace tunemeadow {
 namespace {
 
 TEST(SaveRules, AFieldThatIsLeftIsAWholeNumberOfSixteenBits) {
-  const std::string no_track = "Track-number is not a number!", no_year = "Year is not a number!";
-  const struct {
-    const char *text, *track, *year;  // the box; empty: none
-  } cases[] = {{"", "", ""},
-               {" 12 ", "", ""},
-               {"255.5", "Track-number must be less than 256!", ""},  // halves to the even 256
-               {"254.5", "", ""},
-               {"256", "Track-number must be less than 256!", ""},
-               {"-7", "", ""},
-               {"32767", "Track-number must be less than 256!", ""},
-               {"32768", no_track.c_str(), no_year.c_str()},
-               {"-32769", no_track.c_str(), no_year.c_str()},
-               {"3/12", no_track.c_str(), no_year.c_str()}};
-  const auto text_of = [](const std::optional<MessageBox>& box) { return box ? box->text : ""; };
-  for (const auto& each : cases) {
-    EXPECT_EQ(text_of(CheckTracknumber(each.text)), each.track) << each.text;
-    EXPECT_EQ(text_of(CheckYear(each.text)), each.year) << each.text;
+  // The box of the track, "n" not a number, "l" too large, and whether the year gets one.
+  const std::tuple<const char*, char, bool> cases[] = {
+      {"", '-', false},      {" 12 ", '-', false}, {"254.5", '-', false}, {"255.5", 'l', false},
+      {"256", 'l', false},   {"-7", '-', false},   {"32767", 'l', false}, {"32768", 'n', true},
+      {"-32769", 'n', true}, {"3/12", 'n', true}};
+  for (const auto& [text, box, year] : cases) {
+    const auto track = CheckTracknumber(text);
+    EXPECT_EQ(track ? track->text : "", box == '-'   ? ""
+                                        : box == 'n' ? "Track-number is not a number!"
+                                                     : "Track-number must be less than 256!")
+        << text;
+    EXPECT_EQ(CheckYear(text) ? CheckYear(text)->text : "", year ? "Year is not a number!" : "");
   }
 }
 
