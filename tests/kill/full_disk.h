@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A small disk of its own, to be filled up.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace tunemeadow::kill {
+
+/// Puts a disk of `bytes` in memory over `folder`, for this process and its children alone. False
+/// where the system does not allow it.
+[[nodiscard]] bool MountSmallDisk(const std::string& folder, std::int64_t bytes);
+
+/// Makes the file `path` so long that `room` bytes stay free on its disk. False where that failed.
+[[nodiscard]] bool FillDisk(const std::string& path, std::int64_t room);
+
+}  // namespace tunemeadow::kill
