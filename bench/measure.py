@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """measure.py [--runs N] [FIGURE...]: the figures of the program, each beside its floor. See bench/run.
 
-FIGURE: import again double kill list million start (all of them unless told).
+FIGURE: import again double kill save list million start (all of them unless told).
 
 Every run is a whole process: its user and system time and its peak memory are what the system says
 when it ends. A floor is run in turn with what is measured against it, and a ratio is the median of
@@ -12,6 +12,7 @@ folder of its own (TUNEMEADOW_FOLDER):
 
   window_bench import LIBRARY   one import through the window, progress shown, final search included
   window_bench list             the searches and sorts, one JSON object for each: figure, ms, rows
+  window_bench save ARTIST      sets the artist of every track of the catalogue
   window_bench start            starts to the usable window and ends
 """
 import argparse
@@ -30,6 +31,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 RELEASE = ROOT / "build" / "release"
 DATA = ROOT / "build" / "bench"
 FILES = 20000
+SAVED = 2000
 ROWS = 100000
 
 
@@ -206,6 +208,52 @@ def measure_kill(table, runs):
               kept >= seen and whole == "ok")
 
 
+def lengths(folder):
+    return {path: path.stat().st_size for path in folder.rglob("*.mp3")}
+
+
+def other_savers(music, artist):
+    """CPU seconds of other programs that set the artist of every file; those that are installed.
+    kid3-cli gets a hundred files at a time: it is slower with more."""
+    paths = [str(path) for path in sorted(music.rglob("*.mp3"))]
+    commands = {"mid3v2": (["mid3v2", "-a", artist], len(paths)),
+                "kid3-cli": (["kid3-cli", "-c", f"set artist '{artist}'"], 100)}
+    return {name: sum(Finished([*command, *paths[at:at + step]], {"QT_QPA_PLATFORM": "offscreen"}).cpu
+                      for at in range(0, len(paths), step))
+            for name, (command, step) in commands.items() if shutil.which(name)}
+
+
+def measure_save(table, runs):
+    """A mass save of files whose new tag fits, journal and catalogue included. A first save makes
+    the room; the floor writes the same bytes over and over again."""
+    music = DATA / "save-library"
+    shutil.rmtree(music, ignore_errors=True)
+    shutil.copytree(library(SAVED), music)
+    folder = ProgramFolder("save", chkAutoComment=0)
+    folder.run("import", music)
+    mdb = folder.path / "mp3s.mdb"
+    with sqlite3.connect(mdb) as db:
+        db.execute("delete from mp3sTabelle where location like '%monster.mp3'")
+    folder.run("save", "The Makers of Room")
+    before = lengths(music)
+    pairs, walls = [], []
+    for number in range(runs):
+        done = folder.run("save", f"Artist {number}").figures()
+        if done["save"]["rows"] != SAVED:
+            sys.exit(f"{done['save']['rows']} of {SAVED} rows were saved")
+        floor = Finished([program("save_floor"), str(mdb), f"Artist {number}"])
+        pairs.append((done["save"]["ms"], floor.cpu * 1000))
+        walls.append(done["save_wall"]["ms"])
+    table.against_floor(f"mass save of {SAVED:,} files, CPU", pairs, "ms", 0, 3.0)
+    table.row("  on the clock, synced", f"{statistics.median(walls):.0f} ms", "", "", "", None)
+    table.row("  files whose length has changed", str(sum(lengths(music)[p] != n for p, n in before.items())), "", "",
+              "0", lengths(music) == before)
+    for name, seconds in other_savers(music, "Artist 0").items():
+        ours = statistics.median(m for m, _ in pairs)
+        table.row(f"  against {name}, tags alone", f"{ours:.0f} ms", f"{seconds * 1000:.0f} ms",
+                  f"{ours / seconds / 1000:.2f}", "ahead", ours < seconds * 1000)
+
+
 def sql_floor(mdb, statement):
     """CPU milliseconds of bare SQLite on the statement, all texts fetched, the median of some runs."""
     output = Finished([program("sql_floor"), str(mdb), statement]).output.split()
@@ -259,6 +307,7 @@ def measure_start(table, runs):
 
 
 FIGURES = {"import": measure_import, "again": measure_again, "double": measure_double, "kill": measure_kill,
+           "save": measure_save,
            "list": measure_list, "million": measure_million, "start": measure_start}
 
 
@@ -270,7 +319,7 @@ def main():
     unknown = set(options.figures) - set(FIGURES)
     if unknown:
         parser.error(f"no such figure: {' '.join(sorted(unknown))}")
-    for needed in ("window_bench", "scan_floor", "list_floor", "sql_floor"):
+    for needed in ("window_bench", "scan_floor", "save_floor", "list_floor", "sql_floor"):
         if program(needed) is None:
             sys.exit(f"build/release has no {needed}: bench/run builds it")
     DATA.mkdir(parents=True, exist_ok=True)

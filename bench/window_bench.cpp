@@ -4,6 +4,7 @@
 //
 //   window_bench import FOLDER   one import of the folder through the window
 //   window_bench list            searches and sorts; one JSON object a line: figure, ms, rows
+//   window_bench save ARTIST     sets the artist of every track: "Save all" with one box ticked
 //   window_bench start           starts to the usable window and ends
 #include <malloc.h>
 
@@ -13,6 +14,7 @@
 #include <QTimer>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <fstream>
 #include <string>
@@ -20,6 +22,7 @@
 
 #include "core/program_folder.h"
 #include "core/session.h"
+#include "editing/mass_save.h"
 #include "library/import.h"
 #include "ui/start/frmStart.h"
 #include "ui/start/result_view.h"
@@ -43,13 +46,20 @@ double ResidentMib() {
   return static_cast<double>(resident) * 4 / 1024;
 }
 
-/// Answers every message box with OK, as soon as it is up.
+/// Answers every message box with Yes or OK, as soon as it is up; one about a fault ends the run.
 class BoxAnswerer : public QTimer {
  public:
   BoxAnswerer() {
     connect(this, &QTimer::timeout, this, [] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      if (box != nullptr) box->button(QMessageBox::Ok)->click();
+      if (box == nullptr) return;
+      QAbstractButton* button = box->button(QMessageBox::Yes);
+      if (button == nullptr) button = box->button(QMessageBox::Ok);
+      if (button == nullptr) {
+        std::fprintf(stderr, "%s\n", qPrintable(box->text()));
+        std::_Exit(1);
+      }
+      button->click();
     });
     start(10);
   }
@@ -111,6 +121,24 @@ void MeasureList(frmStart& window) {
   Search(window, "search", some);
 }
 
+void SaveAll(frmStart& window, const char* artist) {
+  Workbench& bench = window.Bench();
+  ResultList& list = bench.ListView1;
+  list.SetSelected(0, list.RowCount() - 1, true);
+  bench.Watcher().SelectionSet();
+  ListView1_ItemClick(bench, 0);
+  bench.details.selectors.chkInterpret = true;
+  bench.details.txtInterpretSave = artist;
+  const std::size_t rows = list.RowCount();
+  const auto began = std::chrono::steady_clock::now();
+  const double before = CpuMilliseconds();
+  SpezialSpeichern(bench);
+  const double cpu = CpuMilliseconds() - before;
+  const std::chrono::duration<double, std::milli> wall = std::chrono::steady_clock::now() - began;
+  Print("save", cpu, rows);
+  Print("save_wall", wall.count(), rows);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -129,10 +157,12 @@ int main(int argc, char** argv) {
     session.preferences.lblScan = std::string(argv[2]) + "/";
     if (Command1_Click(window.Bench()) != ImportEnd::kComplete) return 1;
     Settle(window);
+  } else if (mode == "save" && argc > 2) {
+    SaveAll(window, argv[2]);
   } else if (mode == "list") {
     MeasureList(window);
   } else if (mode != "start") {
-    std::fprintf(stderr, "window_bench import FOLDER | list | start\n");
+    std::fprintf(stderr, "window_bench import FOLDER | save ARTIST | list | start\n");
     return 2;
   }
   window.close();
