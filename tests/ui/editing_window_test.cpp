@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The main window while a person edits: the save button, the question for changes, the menus.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QInputDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <filesystem>
+
+#include "audio/id3v2_reader.h"
+#include "library/import.h"
+#include "support/mp3_builder.h"
+#include "support/scoped_environment.h"
+#include "support/temp_folder.h"
+#include "support/window_driver.h"
+#include "ui/start/frmStart.h"
+#include "ui/start/result_view.h"
+#include "views/popup_menu.h"
+
+namespace tunemeadow {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr auto kYes = QMessageBox::Yes;
+constexpr auto kNo = QMessageBox::No;
+constexpr auto kOkay = QMessageBox::Ok;
+
+/// The main window on three tracks, none of which is in the details yet.
+class EditingWindow : public testing::Test {
+ protected:
+  EditingWindow() {
+    std::filesystem::copy_file(TM_BINARY_DIR "/data/mp3s.mdb", program_.Path("mp3s.mdb"));
+    session_.ini.SaveStrings(kConfigSection, {{"firstrun", "1"},
+                                              {"lblConfigWinamp", "/bin/true"},
+                                              {"chkRepair", "0"},
+                                              {"chkAutoComment", "0"}});
+    for (const char* title : {"Ash", "Birch", "Cedar"}) {
+      const std::string name = std::string(title) + ".mp3";
+      music_.Write(name, Mp3File().Id3v2({{"TIT2", title}, {"TPE1", "Anna"}}).Frames(20));
+    }
+    EXPECT_TRUE(window_.Form_Load());
+    BoxAnswers answers{kOkay, kOkay};
+    ImportDropped(Bench(), std::vector<std::string>{music_.Path()});
+    window_.cmdSuchenExternClick();
+    EXPECT_EQ(Bench().ListView1.RowCount(), 4U);
+    window_.activateWindow();  // no platform gives that back after a box, as a desktop does
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
+  }
+  ~EditingWindow() override {
+    Bench().details.DetailsChanged = false;
+    window_.close();
+  }
+
+  Workbench& Bench() { return window_.Bench(); }
+  ResultView& List() { return Find<ResultView>(window_, "ListView1"); }
+  QPushButton& Save() { return Find<QPushButton>(window_, "cmdSpeichern"); }
+  void Click(const std::string& title, Qt::KeyboardModifiers held = {}) {
+    for (std::size_t row = 0; row < Bench().ListView1.RowCount(); ++row) {
+      if (Bench().ListView1.Cell(row, Field::Songname) != title) continue;
+      const auto index = List().model()->index(static_cast<int>(row), 1);
+      List().scrollTo(index);
+      QTest::mouseClick(List().viewport(), Qt::LeftButton, held, List().visualRect(index).center());
+    }
+  }
+  void Type(const char* field, const char* text) {
+    auto& line = Find<QLineEdit>(window_, field);
+    line.setFocus();
+    line.selectAll();
+    QTest::keyClicks(&line, text);
+  }
+  std::string Shown(const char* field) {
+    return Find<QLineEdit>(window_, field).text().toStdString();
+  }
+  /// Title and artist as the file tells them.
+  std::string Tags(const char* name) {
+    Mp3Info info;
+    (void)ReadID3v2Tag(music_.Path(name), ID3v2Versions::kAny, info);
+    return info.Title + "/" + info.Artist;
+  }
+  std::string Cell(const char* title, Field field) {
+    for (std::size_t row = 0; row < Bench().ListView1.RowCount(); ++row) {
+      if (Bench().ListView1.Cell(row, Field::Songname) == title) {
+        return std::string(Bench().ListView1.Cell(row, field));
+      }
+    }
+    return "no row " + std::string(title);
+  }
+
+  ScopedEnvironment no_player_{"PATH", "/nonexistent"};
+  TempFolder program_;
+  TempFolder music_;
+  Session session_{program_.Path(), "tunemeadow"};
+  frmStart window_{session_};
+};
+
+TEST_F(EditingWindow, SavingOneTrackWritesFileAndListAndLeavesTheFocusThere) {
+  EXPECT_FALSE(Save().isEnabled());
+  Click("Ash");
+  EXPECT_EQ(Save().text(), "&Save");
+  Type("txtTitelSave", "Aspen");
+  Press(window_, "cmdSpeichern");
+  EXPECT_EQ(Tags("Ash.mp3"), "Aspen/Anna");
+  EXPECT_EQ(Cell("Aspen", Field::Artist), "Anna");
+  EXPECT_TRUE(List().hasFocus());
+  Type("txtInterpretSave", "Bea");
+  QTest::keySequence(&window_, QKeySequence(Qt::CTRL | Qt::Key_S));
+  EXPECT_EQ(Tags("Ash.mp3"), "Aspen/Bea");
+  EXPECT_EQ(Find<QLabel>(window_, "StatusPanel1").text(), "Ready.");
+}
+
+TEST_F(EditingWindow, AChangedTrackIsNotLeftWithoutAQuestion) {
+  Click("Ash");
+  Type("txtTitelSave", "Aspen");
+  {
+    BoxAnswers answers{kYes};
+    Click("Birch");
+    EXPECT_THAT(answers.seen, ElementsAre("Save: Save your changes?"));
+  }
+  EXPECT_EQ(Tags("Ash.mp3"), "Aspen/Anna");
+  EXPECT_EQ(Shown("txtTitelSave"), "Birch");
+  Type("txtTitelSave", "Beech");
+  {
+    BoxAnswers answers{kNo};
+    Click("Cedar", Qt::ControlModifier);
+    EXPECT_EQ(answers.seen.size(), 1U) << "many tracks begin with none of one";
+  }
+  Click("Cedar");
+  EXPECT_EQ(Tags("Birch.mp3"), "Birch/Anna");
+  Type("txtTitelSave", "Cypress");
+  BoxAnswers answers{kYes};
+  window_.close();
+  EXPECT_EQ(Tags("Cedar.mp3"), "Cypress/Anna");
+}
+
+TEST_F(EditingWindow, AFieldThatMayNotStandKeepsItsTrackAndItsPanel) {
+  Click("Ash");
+  BoxAnswers answers{kOkay, kOkay, kOkay};
+  Type("txtYearSave", "soon");
+  Click("Birch");
+  EXPECT_EQ(Shown("txtTitelSave"), "Ash");
+  EXPECT_THAT(Bench().ListView1.SelectedRows(),
+              ElementsAre(*Bench().ListView1.RowOfUid(Bench().details.uid)));
+  EXPECT_EQ(window_.focusWidget(), &Find<QLineEdit>(window_, "txtYearSave"));
+  Press(window_, "cmdSwitch_1");
+  EXPECT_TRUE(Find<QLineEdit>(window_, "txtYearSave").isVisible());
+  Press(window_, "cmdSpeichern");
+  EXPECT_THAT(answers.seen, testing::Each("Tunemeadow: Year is not a number!"));
+  Type("txtYearSave", "1999");
+  Press(window_, "cmdSpeichern");
+  EXPECT_EQ(Cell("Ash", Field::year), "1999");
+}
+
+TEST_F(EditingWindow, ManyTracksTakeTheTickedFieldsOnly) {
+  Click("Ash");
+  Click("Cedar", Qt::ShiftModifier);
+  EXPECT_EQ(Save().text(), "&Save all");
+  EXPECT_FALSE(Find<QWidget>(window_, "cmdItemBlaetter_0").isEnabled());
+  Type("txtInterpretSave", "All");
+  Type("txtAlbumSave", "Trees");
+  Press(window_, "chkAlbum");
+  BoxAnswers answers{kYes, kOkay};
+  Press(window_, "cmdSpeichern");
+  EXPECT_THAT(answers.seen[0], testing::StartsWith("Mass-saving: Are you sure to update 3 items(s) "
+                                                   "with the Album-Tag"));
+  EXPECT_EQ(Cell("Birch", Field::album), "Trees");
+  EXPECT_EQ(Tags("Birch.mp3"), "Birch/Anna");
+  EXPECT_EQ(Save().text(), "&Save");
+}
+
+TEST_F(EditingWindow, APlaylistInViewOffersNoSaveForMany) {
+  Bench().details.save_all = true;
+  Bench().playlist_in_view = true;
+  Bench().Watcher().DetailsChanged();
+  EXPECT_FALSE(Save().isEnabled());
+  Bench().playlist_in_view = false;
+  Bench().Watcher().DetailsChanged();
+  EXPECT_TRUE(Save().isEnabled());
+}
+
+TEST_F(EditingWindow, TheTagMenusWorkOnTheSelection) {
+  auto* menu = window_.findChild<QMenu*>("mnuRemoveTags");
+  Bench().ListView1.ClearSelection();
+  emit window_.findChild<QMenu*>("mnuEdit")->aboutToShow();
+  EXPECT_FALSE(menu->menuAction()->isEnabled());
+  Click("Birch");
+  emit window_.findChild<QMenu*>("mnuEdit")->aboutToShow();
+  EXPECT_TRUE(menu->menuAction()->isEnabled());
+  BoxAnswers answers{kYes, kOkay};
+  window_.findChild<QAction*>("mnuKillID3v2xTag")->trigger();
+  EXPECT_EQ(Tags("Birch.mp3"), "/");
+  EXPECT_EQ(Tags("Ash.mp3"), "Ash/Anna");
+  EXPECT_EQ(Cell("Birch", Field::hasid3v2), "0");
+}
+
+TEST_F(EditingWindow, TheScramblerPutsItsCodeOnTheClipboard) {
+  WhenModal<QInputDialog> name([](QInputDialog& dialog) {
+    EXPECT_EQ(dialog.labelText(), "Enter Name");
+    dialog.setTextValue("abz.mp3");
+    dialog.accept();
+  });
+  BoxAnswers answers{kOkay};
+  window_.findChild<QAction*>("mnuAudiogalaxy")->trigger();
+  EXPECT_EQ(QGuiApplication::clipboard()->text(), "122");
+}
+
+}  // namespace
+}  // namespace tunemeadow
