@@ -93,7 +93,9 @@ void DetailPanels::Changed(Field& field) {
   *field.text = FromQt(text);
   for (CheckedField& checked : checked_) checked.changed |= checked.line == field.control;
   // What is typed for many tracks is no change of the one that was loaded before them.
-  if (!editor_.save_all) editor_.DetailsChanged = true;
+  if (editor_.save_all) return;
+  editor_.DetailsChanged = true;
+  editor_.DetailsKeyed = true;  // pasted and chosen texts are a person's changes as well
 }
 
 bool DetailPanels::eventFilter(QObject* watched, QEvent* event) {
