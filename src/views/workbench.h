@@ -31,7 +31,8 @@ class WorkbenchWatcher {
   virtual void RowChanged(std::size_t /*row*/) {}
   virtual void SelectionSet() {}  ///< selection or focus was set by a command: show it
   virtual void SearchFieldsChanged() {}
-  virtual void SearchFieldsWanted() {}  ///< a search begins: put what the controls hold into the bench
+  virtual void SearchFieldsWanted() {
+  }  ///< a search begins: put what the controls hold into the bench
   virtual void HistoryChanged() {}
   virtual void SearchItemsChanged() {}
   virtual void TotalsChanged() {}
@@ -41,8 +42,28 @@ class WorkbenchWatcher {
   virtual void ListInViewChanged() {}
 };
 
+/// What a node of the tree stands for.
+enum class NodeKind {
+  kRoot,      ///< MYMP3S
+  kDatabase,  ///< the whole library
+  kGroup,     ///< a value of the chosen kind, or a folder
+  kPlaylists,
+  kPlaylist,
+  kArchives,
+  kArchive,
+  kArchiveFolder
+};
+
+/// The node that was clicked last.
+struct TreeSelection {
+  NodeKind kind = NodeKind::kRoot;
+  std::string key;   ///< as the nodes are keyed: "MainArchive\Artist\Abba", "CDArchive|MP3-CD01"
+  std::string name;  ///< of a playlist, or of an archive and for its folders; else empty
+};
+
 /// What the tree and the two combos show.
 struct TreeData {
+  TreeSelection selected;
   std::string database_text;           ///< "Database [n Files]", "Database [shown/all Files]"
   std::vector<std::string> playlists;  ///< names for cboPlaylists, without the empty entry
   std::vector<std::string> archives;   ///< names for cboCDArchive, without the empty entry
@@ -66,8 +87,10 @@ struct Workbench {
   [[nodiscard]] ResultList& ListInView() noexcept {
     return playlist_in_view ? ListView3 : ListView1;
   }
-  std::string current_view;      ///< "Database" or "CDArchive"; empty before the first search
-  std::string current_playlist;  ///< open in ListView3
+  std::string current_view;          ///< "Database" or "CDArchive"; empty before the first search
+  std::string current_playlist;      ///< open in ListView3
+  std::string PlaylistTargetName;    ///< chosen in frmShowPlaylists; used once
+  std::int16_t PlaylistCounter = 1;  ///< of the next default name that is proposed
 
   SearchFields search;
   SearchHistory history;
@@ -83,7 +106,7 @@ struct Workbench {
   /// The save command, which lies on a floor above: set by whoever builds the bench. Called where
   /// the person wants the changes of the record saved that is about to leave the editor.
   std::function<void(Workbench&)> save_details;
-  std::string PictureFile;  ///< picture chosen in the pane for many files; bytes
+  std::string PictureFile;   ///< picture chosen in the pane for many files; bytes
   bool show_picture = true;  ///< chkPicShow
 
   Mp3Info info;  ///< the current file's record
