@@ -131,6 +131,9 @@ class Ordeal {
     tape_.Clear(true);
     stage_.Run(scenario_, {}, &tape_);
     calls_ = tape_.Operations();
+    if (AllDone(begin_, calls_, stage.Folder()) != stage_.Get()) {
+      tally_.faults.emplace_back("files were changed by calls that are not counted");
+    }
   }
 
   void Run() {
@@ -153,7 +156,7 @@ class Ordeal {
 
   /// On a disk that is full but for some bytes, a few more each time.
   void FillTheDisk() {
-    std::int64_t growth = 0;
+    std::int64_t growth = 8 * 4096;  // what is begun takes whole pages
     for (const Operation& call : calls_) growth += SizeOf(call);
     const std::string filler = stage_.Folder() + "/filler";
     for (int i = 0; i <= measure_.full_disks; ++i) {

@@ -57,14 +57,21 @@ class Disk {
         }
         break;
       case Call::kSyncVolume:
-        for (const auto& [each, inode] : now_) SyncInode(*inode);
-        SyncNames("");
+        SyncVolume(name.substr(0, name.find('/') + 1));
         break;
       case Call::kTimes:
         break;
       default:
         if (now_.contains(name)) now_[name]->later.push_back(&operation);
     }
+  }
+
+  /// Syncs what lies below `folder`, or everything.
+  void SyncVolume(const std::string& folder) {
+    for (const auto& [name, inode] : now_) {
+      if (name.starts_with(folder)) SyncInode(*inode);
+    }
+    SyncNames(folder);
   }
 
   Image Cut(std::mt19937& random) const {
@@ -154,6 +161,15 @@ PowerCut CutPower(const Image& before, const std::vector<Operation>& operations,
   Disk disk(before, folder);
   for (std::size_t i = 0; i < count; ++i) disk.Do(operations[i]);
   return {disk.Cut(random), count == operations.size()};
+}
+
+Image AllDone(const Image& before, const std::vector<Operation>& operations,
+              const std::string& folder) {
+  Disk disk(before, folder);
+  for (const Operation& operation : operations) disk.Do(operation);
+  disk.SyncVolume("");
+  std::mt19937 random;
+  return disk.Cut(random);
 }
 
 }  // namespace tunemeadow::kill

@@ -147,6 +147,9 @@ void AddGroups(const Audio& audio, const std::string& picture, std::vector<Scena
   constexpr std::size_t kPart = 6;
   const Tags roomy = {.v2 = true, .padding = 4000, .lyrics = 800, .v1 = true};
   const std::vector<Step> all = {WriteV2(), WriteV1, WriteL3(1500)};
+  scenarios.push_back({"one save", "three tags", {{Tagged(audio, roomy), all}}, true});
+  scenarios.push_back({"one save", "nothing before", {{Tagged(audio, {}), all}}, true});
+
   Scenario fits{.writer = "group", .form = "tags that fit", .grouped = true};
   for (int i = 0; i < 6; ++i) fits.files.push_back({Tagged(audio, roomy, kPart), all});
   scenarios.push_back(fits);
