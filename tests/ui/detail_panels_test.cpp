@@ -221,6 +221,8 @@ TEST_F(DetailPanelsTest, SeveralTracksHaveBoxesForTheFieldsThatAreWritten) {
   EXPECT_TRUE(Find<QLabel>(window_, "lblAlbumSave").isEnabled());
   EXPECT_TRUE(Find<QCheckBox>(window_, "chkAlbum").isVisible());
   EXPECT_TRUE(Find<QCheckBox>(window_, "chkYear").isChecked());
+  panels_->FocusFirst();
+  EXPECT_TRUE(Line("txtInterpretSave").hasFocus());
   Press(window_, "chkAlbum");
   Type("txtAlbumSave", "All");
   EXPECT_EQ(editor_.txtAlbumSave, "All");

@@ -225,8 +225,10 @@ void DetailPanels::EnableComment(bool enabled) {
 }
 
 void DetailPanels::FocusFirst() {
-  const std::array<QWidget*, 3> first = {first_->txtTitelSave, second_->txtSituationSave,
-                                         third_->txtSave3_0};
+  // With several tracks the title takes no input.
+  QWidget* title = first_->txtTitelSave;
+  if (!title->isEnabled()) title = first_->txtInterpretSave;
+  const std::array<QWidget*, 3> first = {title, second_->txtSituationSave, third_->txtSave3_0};
   first[static_cast<std::size_t>(currentIndex())]->setFocus();
 }
 
