@@ -54,10 +54,7 @@ frmStart::frmStart(Session& session)
   setWindowTitle("Tunemeadow");
   setWindowIcon(QIcon::fromTheme("tunemeadow"));
   bench_.watcher = this;
-  bench_.save_details = [this](Workbench& bench) {
-    save_wanted_ = true;
-    tunemeadow::cmdSpeichern_Click(bench);
-  };
+  bench_.save_details = tunemeadow::cmdSpeichern_Click;
   BuildStatusBar();
   BuildPanes();
   BuildMenus();

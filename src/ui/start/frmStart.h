@@ -127,7 +127,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void SetPanesVisible(bool visible);
   void ShowRecord(std::size_t row);
   void ShowSaveButton();
-  [[nodiscard]] bool MayLeaveRecord();
+  [[nodiscard]] bool MayBecomeMany();
   [[nodiscard]] ResultView& ViewInView() noexcept;
 
   Session& session_;
@@ -155,7 +155,6 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   std::unique_ptr<frmPreferences> preferences_;
   ColumnLayout columns_;
   int stored_tree_selector_ = -1;
-  bool save_wanted_ = false;  ///< the person has answered Yes to "Save your changes?"
   bool unloaded_ = false;
 };
 

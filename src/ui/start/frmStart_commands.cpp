@@ -148,7 +148,7 @@ void frmStart::closeEvent(QCloseEvent* event) {
     event->ignore();
     return;
   }
-  if (!MayLeaveRecord()) {
+  if (!AskToSaveChanges(bench_)) {
     event->ignore();
     return;
   }

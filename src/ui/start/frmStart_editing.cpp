@@ -33,27 +33,24 @@ void frmStart::ConnectDetails() {
 /// The row that was chosen. A record with a field that may not stand stays, and so does its row.
 void frmStart::ShowRecord(std::size_t row) {
   ResultList& list = bench_.ListInView();
-  if (!bench_.details.save_all && !detail_panels_->FieldsStand()) {
-    if (const auto kept = list.RowOfUid(bench_.details.uid)) {
-      list.SelectOnly(*kept);
-      list.SetFocusedRow(*kept);
-      ViewInView().ShowSelection();
-      return;
-    }
+  const bool stays =
+      !bench_.details.save_all && (!detail_panels_->FieldsStand() || !MayBecomeMany());
+  if (const auto kept = stays ? list.RowOfUid(bench_.details.uid) : std::nullopt) {
+    list.SelectOnly(*kept);
+    list.SetFocusedRow(*kept);
+    ViewInView().ShowSelection();
+    return;
   }
-  // What is typed for many must not mix with what was typed for the one before them.
   if (!bench_.details.save_all && list.SelectedCount() >= 2) {
-    AskToSaveChanges(bench_);
     bench_.details.DetailsKeyed = bench_.details.DetailsChanged = false;
   }
   ListView1_ItemClick(bench_, row);
 }
 
-/// Asks for the changes of the record. False where the person wants them saved and that failed.
-bool frmStart::MayLeaveRecord() {
-  save_wanted_ = false;
-  AskToSaveChanges(bench_);
-  return !save_wanted_ || !bench_.details.DetailsChanged;
+/// What is typed for many must not mix with what was typed for the one before them. False where
+/// the person wants that saved and it failed.
+bool frmStart::MayBecomeMany() {
+  return bench_.ListInView().SelectedCount() < 2 || AskToSaveChanges(bench_);
 }
 
 void frmStart::cmdSpeichern_Click() {
