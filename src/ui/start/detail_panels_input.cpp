@@ -67,9 +67,9 @@ void DetailPanels::ConnectFields() {
   const std::array<QWidget*, 5> without_key_down = {
       first_->cboGenre1, second_->txtMoodSave, second_->txtPreferenceSave,
       second_->txtSituationSave, second_->txtTempoSave};
-  for (std::size_t i = 0; i < fields_.size(); ++i) {
-    const auto changed = [this, i] { Changed(fields_[i]); };
-    QWidget* control = fields_[i].control;
+  for (Field& field : fields_) {  // all are there by now: none moves any more
+    const auto changed = [this, &field] { Changed(field); };
+    QWidget* control = field.control;
     if (std::find(without_key_down.begin(), without_key_down.end(), control) ==
         without_key_down.end()) {
       control->installEventFilter(this);
