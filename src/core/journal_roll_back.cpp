@@ -151,8 +151,10 @@ bool KeepRecords(const std::string& path, int log, const std::vector<JournalReco
 
 /// A name of the form "undo-WHATN.journal" that is free.
 std::string FreeName(const std::string& folder, const std::string& what) {
+  const std::string front = folder + "undo-" + what;
   for (int number = 1;; ++number) {
-    std::string name = folder + "undo-" + what + std::to_string(number) + ".journal";
+    std::string name = front;
+    name += std::to_string(number) + ".journal";
     if (!MyFileExists(name)) return name;
   }
 }

@@ -227,7 +227,7 @@ bool UndoJournal::State::Released(UndoJournal& journal, const std::string& path)
 
 // --- UndoJournal -----------------------------------------------------------------------------
 
-UndoJournal::UndoJournal(std::string folder) : state_(std::make_unique<State>()) {
+UndoJournal::UndoJournal(std::string_view folder) : state_(std::make_unique<State>()) {
   state_->folder = WithTrailingSeparator(folder);
 }
 

@@ -13,6 +13,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tunemeadow {
@@ -26,7 +27,7 @@ struct ByteRange {
 class UndoJournal {
  public:
   /// `folder` holds the journal, with or without a trailing separator; bytes. Touches no file.
-  explicit UndoJournal(std::string folder);
+  explicit UndoJournal(std::string_view folder);
 
   /// Closes what is open, as EndGroup does, and removes the empty journal.
   ~UndoJournal();
