@@ -11,6 +11,9 @@ namespace tunemeadow::kill {
 /// where the system does not allow it.
 [[nodiscard]] bool MountSmallDisk(const std::string& folder, std::int64_t bytes);
 
+/// Takes it away with what is on it.
+void UnmountSmallDisk(const std::string& folder);
+
 /// Makes the file `path` so long that `room` bytes stay free on its disk. False where that failed.
 [[nodiscard]] bool FillDisk(const std::string& path, std::int64_t room);
 

@@ -258,6 +258,7 @@ std::size_t RunAll(const std::string& folder, const std::vector<Scenario>& scena
   if (MountSmallDisk(folder + "/disk", size)) {
     std::printf("\nOn a disk that fills up:\n");
     each(Stage(folder + "/disk"), true);
+    UnmountSmallDisk(folder + "/disk");
   } else {
     std::printf(
         "\nNo small disk can be mounted here: the full disk stands with the failures above.\n");
