@@ -192,8 +192,7 @@ void DetailPanels::EnableFields() {
     if (field.use != Use::kComment)
       field.control->setEnabled(field.use == Use::kAlways ? any : one);
   }
-  if (any) EnableComment(editor_.comment_enabled);
-  if (!one) first_->txtCommentSave->setEnabled(false);
+  if (any) EnableComment(one && editor_.comment_enabled);
   for (QWidget* button : biggers_) button->setEnabled(any);
   for (QLabel* label : findChildren<QLabel*>()) {
     if (label->buddy() != nullptr) label->setEnabled(label->buddy()->isEnabled());
@@ -217,10 +216,12 @@ void DetailPanels::EnableComment(bool enabled) {
   QPlainTextEdit& field = *first_->txtCommentSave;
   field.setEnabled(enabled);
   first_->lblCommentSave->setEnabled(enabled);
-  // Whoever may not change a comment can still read it.
   QPalette look = palette();
   look.setColor(QPalette::Base, look.color(enabled ? QPalette::Base : QPalette::Button));
-  look.setColor(QPalette::Disabled, QPalette::Text, look.color(QPalette::Active, QPalette::Text));
+  if (!editor_.save_all) {
+    // Whoever may not change a comment can still read it.
+    look.setColor(QPalette::Disabled, QPalette::Text, look.color(QPalette::Active, QPalette::Text));
+  }
   field.setPalette(look);
 }
 
