@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/cd_archive_path.h"
 #include "core/database.h"
 #include "core/dates.h"
 #include "core/paths.h"
@@ -119,10 +120,12 @@ class SingleSave {
   }
 
  private:
-  /// A row whose file is gone stays as it is while the tags belong to the save.
+  /// A row whose file is gone stays as it is while the tags belong to the save. What is burnt on a
+  /// disc takes no tags.
   bool FileIsThere() {
     const std::string& path = details_.txtLocationSave;
-    if (!preferences_.chkSaveTags || MyFileExists(path)) return true;
+    if (!preferences_.chkSaveTags || bCheckCDArchive(path, preferences_)) return true;
+    if (MyFileExists(path)) return true;
     if (preferences_.chkWarn) {
       bench_.interaction.ShowMessage(
           {.text = "The file " + DisplayPath(path) + " was not found.", .title = "File not found"});

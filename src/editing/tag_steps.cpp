@@ -4,6 +4,7 @@
 #include "audio/id3v1_writer.h"
 #include "audio/id3v2_writer.h"
 #include "audio/lyrics3_writer.h"
+#include "core/cd_archive_path.h"
 #include "core/code_page.h"
 #include "core/paths.h"
 
@@ -87,7 +88,7 @@ class TagSteps {
 }  // namespace
 
 bool WritesTags(const std::string& path, const Preferences& preferences) {
-  return HasExtension(path, "mp3") &&
+  return HasExtension(path, "mp3") && !bCheckCDArchive(path, preferences) &&
          (preferences.chkSaveTags23 || preferences.chkSaveTags11 || preferences.chkSaveLyrics2);
 }
 

@@ -38,7 +38,8 @@ struct TagStepsDone {
   bool aborted = false;               ///< Abort: what was written before stays
 };
 
-/// Whether any step would write to the file at all: it ends in ".mp3" and a tag is wanted.
+/// Whether any step would write to the file at all: it ends in ".mp3", a tag is wanted, and it does
+/// not live on a burnt disc.
 [[nodiscard]] bool WritesTags(const std::string& path, const Preferences& preferences);
 
 /// Runs the steps that the preferences want; chkSaveTags is the caller's to ask. Files that do not

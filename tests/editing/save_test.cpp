@@ -105,6 +105,24 @@ TEST_F(SingleSave, AMissingFileEndsItAndIsNotCreated) {
   EXPECT_FALSE(std::filesystem::exists(path));
 }
 
+TEST_F(SingleSave, ATrackOnABurntDiscIsSavedInItsRowAlone) {
+  session_.preferences.lblConfigCDROM = folder_.Path("music");
+  AddTrack("a.mp3", audio_, {{"Songname", "old"}});
+  Run("update mp3sTabelle set location='MP3-CD01/a.mp3'");
+  Edit().txtTitelSave = "new";
+  Save();
+  EXPECT_EQ(Column("Songname || hasid3v2"), Texts{"new0"});
+  EXPECT_EQ(Bytes("a.mp3"), audio_);
+  session_.preferences.lblConfigCDROM = folder_.Path("no disc here");
+  Edit().txtTitelSave = "newer";
+  Save();
+  EXPECT_EQ(Column("Songname"), Texts{"newer"});
+  session_.preferences.lblConfigCDROM.clear();
+  Save({Answer::kOk});
+  EXPECT_EQ(interaction_.BoxTexts(),
+            Texts{"File not found: The file MP3-CD01/a.mp3 was not found."});
+}
+
 TEST_F(SingleSave, QuotesGiveWayInTheRowAndStayInTheTag) {
   for (const char quote : {'"', '\''}) {
     session_.quote = quote;
