@@ -69,7 +69,9 @@ void AppendJoins(const SearchFields& fields, std::string& from, std::string& cla
   const bool had_content = !clause.empty();
   if (!archive.empty()) {
     from = list.empty() ? " , cdarchives " : " , cdarchives, Playlists ";
-    clause.append(had_content ? " AND" : "").append(" cdarchives.cdarchive='").append(archive);
+    clause.append(had_content ? " AND" : "")
+        .append(" cdarchives.cdarchive='")
+        .append(QuoteInner(archive, '\''));
     clause.append("'").append(had_content ? kCrossing : " and cdarchives.uid=mp3sTabelle.uid");
   }
   if (!list.empty()) {
@@ -79,7 +81,7 @@ void AppendJoins(const SearchFields& fields, std::string& from, std::string& cla
     } else {
       clause.append(had_content ? " AND" : " and");
     }
-    clause.append(" playlists.playlist='").append(list);
+    clause.append(" playlists.playlist='").append(QuoteInner(list, '\''));
     clause.append("' and playlists.uid=mp3sTabelle.uid");
   }
 }
@@ -113,7 +115,7 @@ BuiltSearch BuildSearch(const SearchRequest& request) {
   if (request.playlist_view) {
     search.sql.append(", [position] FROM mp3sTabelle , playlists ").append(clause);
     search.sql.append(clause.empty() ? " where" : " and").append(" playlists.playlist='");
-    search.sql.append(request.current_playlist).append(kPlaylistTail);
+    search.sql.append(QuoteInner(request.current_playlist, '\'')).append(kPlaylistTail);
   } else {
     search.sql.append("  FROM mp3sTabelle ").append(from).append(clause);
     search.sql.append(" order by mp3sTabelle.location");
@@ -136,7 +138,7 @@ std::string LimitedCountStatement(std::string_view sql, std::int64_t limit) {
 
 bool IsViewOfPlaylist(std::string_view sql, std::string_view playlist) {
   std::string tail = " playlists.playlist='";
-  tail.append(playlist).append(kPlaylistTail);
+  tail.append(QuoteInner(playlist, '\'')).append(kPlaylistTail);
   return sql.ends_with(tail);
 }
 

@@ -84,10 +84,10 @@ TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
            "cdarchives.uid=cdarchives.uid" +
            kOrder,
        ";Artist=x;CDArchive=CD"},
-      {"both, names as they stand", Fields(both),
+      {"both, an apostrophe in a name", Fields(both),
        kList +
            " , cdarchives, Playlists  where  cdarchives.cdarchive='CD' and "
-           "cdarchives.uid=mp3sTabelle.uid and playlists.playlist='It's' and "
+           "cdarchives.uid=mp3sTabelle.uid and playlists.playlist='It''s' and "
            "playlists.uid=mp3sTabelle.uid" +
            kOrder,
        ";Playlist=It's;CDArchive=CD"},
