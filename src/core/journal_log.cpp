@@ -45,14 +45,22 @@ std::uint32_t HeadChecksum(const RecordHead& head) {
   return Checksum(BytesOfPlain(head).substr(0, sizeof head - sizeof head.head_checksum));
 }
 
+/// Thrown inside this file only: the journal gives fewer bytes than it has.
+struct UnreadableJournal {};
+
+void ReadOrThrow(int descriptor, char* to, std::size_t count, std::int64_t offset) {
+  if (ReadAllAt(descriptor, to, count, offset) != count) throw UnreadableJournal();
+}
+
 /// Reads the head at `start`; nullopt where no whole record can stand there.
 std::optional<RecordHead> ReadHead(int descriptor, std::int64_t start, std::int64_t size) {
   std::array<char, sizeof(RecordHead)> bytes{};
-  if (ReadAllAt(descriptor, bytes.data(), bytes.size(), start) != bytes.size()) return std::nullopt;
+  const std::int64_t room = size - start - static_cast<std::int64_t>(bytes.size());
+  if (room < 0) return std::nullopt;
+  ReadOrThrow(descriptor, bytes.data(), bytes.size(), start);
   RecordHead head;
   std::memcpy(&head, bytes.data(), bytes.size());
-  const std::int64_t room = size - start - static_cast<std::int64_t>(bytes.size());
-  if (head.magic != kRecordMagic || head.head_checksum != HeadChecksum(head) || room < 0 ||
+  if (head.magic != kRecordMagic || head.head_checksum != HeadChecksum(head) ||
       head.body_length > static_cast<std::uint64_t>(room)) {
     return std::nullopt;
   }
@@ -64,8 +72,7 @@ bool BodyIsWhole(int descriptor, std::int64_t start, const RecordHead& head) {
   std::uint32_t checksum = 0;
   for (std::uint64_t done = 0; done < head.body_length;) {
     const std::size_t count = std::min<std::uint64_t>(buffer.size(), head.body_length - done);
-    const auto place = start + static_cast<std::int64_t>(done);
-    if (ReadAllAt(descriptor, buffer.data(), count, place) != count) return false;
+    ReadOrThrow(descriptor, buffer.data(), count, start + static_cast<std::int64_t>(done));
     checksum = Checksum({buffer.data(), count}, checksum);
     done += count;
   }
@@ -76,16 +83,14 @@ bool BodyIsWhole(int descriptor, std::int64_t start, const RecordHead& head) {
 std::optional<JournalRecord> ReadBody(int descriptor, std::int64_t start, const RecordHead& head) {
   BodyHead body;
   std::array<char, sizeof body> fixed{};
-  if (head.body_length < fixed.size() ||
-      ReadAllAt(descriptor, fixed.data(), fixed.size(), start) != fixed.size()) {
-    return std::nullopt;
-  }
+  if (head.body_length < fixed.size()) return std::nullopt;
+  ReadOrThrow(descriptor, fixed.data(), fixed.size(), start);
   std::memcpy(&body, fixed.data(), fixed.size());
   const std::uint64_t table = std::uint64_t{body.parts} * sizeof(TableEntry);
   if (fixed.size() + body.path_length + table > head.body_length) return std::nullopt;
   std::string rest(body.path_length + table, '\0');
   const auto behind = start + static_cast<std::int64_t>(fixed.size());
-  if (ReadAllAt(descriptor, rest.data(), rest.size(), behind) != rest.size()) return std::nullopt;
+  ReadOrThrow(descriptor, rest.data(), rest.size(), behind);
 
   JournalRecord record{.kind = static_cast<JournalRecord::Kind>(head.kind),
                        .path = rest.substr(0, body.path_length),
@@ -122,6 +127,11 @@ void AppendRecord(const JournalRecord& record, std::span<const std::string_view>
                       .path_length = static_cast<std::uint32_t>(record.path.size()),
                       .parts = static_cast<std::uint32_t>(record.parts.size())};
   const std::size_t start = log.size();
+  std::size_t length = sizeof(RecordHead) + sizeof body + record.path.size() +
+                       record.parts.size() * sizeof(TableEntry);
+  for (const std::string_view piece : bytes) length += piece.size();
+  // A whole file may stand in the record: its bytes are not to be moved about as it grows.
+  if (log.capacity() < start + length) log.reserve(std::max(start + length, log.capacity() * 2));
   log.resize(start + sizeof(RecordHead));
   log += BytesOfPlain(body);
   log += record.path;
@@ -137,19 +147,23 @@ void AppendRecord(const JournalRecord& record, std::span<const std::string_view>
   log.replace(start, sizeof head, BytesOfPlain(head));
 }
 
-std::vector<JournalRecord> ReadRecords(int descriptor) {
+std::optional<std::vector<JournalRecord>> ReadRecords(int descriptor) {
   std::vector<JournalRecord> records;
   struct stat status {};
-  if (fstat(descriptor, &status) != 0) return records;
-  std::int64_t start = 0;
-  while (const std::optional<RecordHead> head = ReadHead(descriptor, start, status.st_size)) {
-    const std::int64_t body = start + static_cast<std::int64_t>(sizeof *head);
-    if (!BodyIsWhole(descriptor, body, *head)) break;
-    std::optional<JournalRecord> record = ReadBody(descriptor, body, *head);
-    if (!record) break;
-    record->start = start;
-    start = record->end = body + static_cast<std::int64_t>(head->body_length);
-    records.push_back(std::move(*record));
+  if (fstat(descriptor, &status) != 0) return std::nullopt;
+  try {
+    std::int64_t start = 0;
+    while (const std::optional<RecordHead> head = ReadHead(descriptor, start, status.st_size)) {
+      const std::int64_t body = start + static_cast<std::int64_t>(sizeof *head);
+      if (!BodyIsWhole(descriptor, body, *head)) break;
+      std::optional<JournalRecord> record = ReadBody(descriptor, body, *head);
+      if (!record) break;
+      record->start = start;
+      start = record->end = body + static_cast<std::int64_t>(head->body_length);
+      records.push_back(std::move(*record));
+    }
+  } catch (const UnreadableJournal&) {
+    return std::nullopt;
   }
   return records;
 }

@@ -26,7 +26,12 @@ struct JournalPart {
 };
 
 struct JournalRecord {
-  enum class Kind : std::uint32_t { kImage = 1, kMark = 2 };
+  enum class Kind : std::uint32_t {
+    kImage = 1,
+    kMark = 2,  ///< the file is done
+    kRun = 3,   ///< the first of a journal; its path is the run of the machine
+    kBegun = 4  ///< the file is about to be written
+  };
   Kind kind = Kind::kImage;
   std::string path;         ///< bytes
   std::int64_t length = 0;  ///< of the file: before the group for an image, now for a mark
@@ -43,7 +48,8 @@ struct JournalRecord {
 void AppendRecord(const JournalRecord& record, std::span<const std::string_view> bytes,
                   std::string& log);
 
-/// The whole records of an open journal, in their order.
-[[nodiscard]] std::vector<JournalRecord> ReadRecords(int descriptor);
+/// The whole records of an open journal, in their order; nullopt where it cannot be read, which
+/// says nothing of what stands in it.
+[[nodiscard]] std::optional<std::vector<JournalRecord>> ReadRecords(int descriptor);
 
 }  // namespace tunemeadow

@@ -101,38 +101,79 @@ bool Restore(int file, int log, const Records& images) {
   return fsync(file) == 0;
 }
 
+/// What a journal knows of one file.
+struct FileRecords {
+  Records images;
+  const JournalRecord* mark = nullptr;  ///< behind all images and beginnings
+  bool begun = false;
+
+  void Add(const JournalRecord& record) {
+    using Kind = JournalRecord::Kind;
+    if (record.kind == Kind::kImage) images.push_back(&record);
+    begun = begun || record.kind == Kind::kBegun;
+    // What stands behind a mark says that the file was taken up again.
+    mark = record.kind == Kind::kMark ? &record : nullptr;
+  }
+};
+
+/// Writes the bytes that a mark vouches for once more. After a sync that failed, the system's
+/// memory can hold what the disk does not, and it would not write it again by itself.
+bool WriteAgain(int file, const JournalRecord& mark, const struct stat& now) {
+  for (const JournalPart& part : mark.parts) {
+    std::string bytes(static_cast<std::size_t>(part.range.length), '\0');
+    if (ReadAllAt(file, bytes.data(), bytes.size(), part.range.offset) != bytes.size() ||
+        !WriteAllAt(file, bytes, part.range.offset)) {
+      return false;
+    }
+  }
+  const struct timespec times[2] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, now.st_mtim};
+  (void)futimens(file, times);
+  return fsync(file) == 0;
+}
+
+/// How much of what a journal says can be taken as it stands.
+enum class Trust {
+  kSameRun,  ///< only the program was killed: every record is there, and so is every write
+  kOther,    ///< the power was cut: what was not synced may be there or not
+  kSetAside  ///< a sync has failed before: what can be read need not be on the disk
+};
+
 /// Rolls one file back. nullopt where there was nothing to be done.
-std::optional<Outcome> RollBackFile(const std::string& path, int log, const Records& records) {
+std::optional<Outcome> RollBackFile(const std::string& path, int log, const FileRecords& records,
+                                    Trust trust) {
+  if (records.images.empty()) return std::nullopt;
+  // A file that another program has written since is none of the journal's, if it was done or had
+  // not been begun.
+  const bool idle = records.mark != nullptr || !records.begun;
   const Descriptor file(open(path.c_str(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   struct stat now {};
-  if (!file.IsOpen()) {
-    const bool gone = errno == ENOENT && IsDirectory(std::string(FolderPart(path)));
-    return gone ? Outcome::kChanged : Outcome::kUnreachable;
+  if (!file.IsOpen() || fstat(file.get(), &now) != 0) {
+    if (trust == Trust::kSameRun && idle) return std::nullopt;
+    return Outcome::kUnreachable;
   }
-  if (fstat(file.get(), &now) != 0) return Outcome::kUnreachable;
   if (!S_ISREG(now.st_mode)) return Outcome::kChanged;
-  Records images;
-  const JournalRecord* mark = nullptr;
-  for (const JournalRecord* record : records) {
-    const bool image = record->kind == JournalRecord::Kind::kImage;
-    if (image) images.push_back(record);
-    // An image behind a mark says that the file was taken up again.
-    mark = image ? nullptr : record;
-  }
-  const bool whole = images.empty() ||
-                     (mark != nullptr && HoldsMark(file.get(), now.st_size, *mark)) ||
-                     std::all_of(images.begin(), images.end(), [&](const JournalRecord* image) {
-                       return HoldsImage(file.get(), now.st_size, log, *image);
-                     });
-  if (whole) {
-    // What is whole in the memory of the system need not be so on the disk, and the journal goes.
+  if (trust == Trust::kSameRun && idle) {
     if (fsync(file.get()) == 0) return std::nullopt;
     return Outcome::kUnreachable;
   }
-  if (now.st_size < images.back()->least || now.st_size > images.back()->most) {
-    return Outcome::kChanged;
+  if (records.mark != nullptr && HoldsMark(file.get(), now.st_size, *records.mark)) {
+    // What is whole in the memory of the system need not be so on the disk, and the journal goes.
+    const bool synced = trust == Trust::kSetAside ? WriteAgain(file.get(), *records.mark, now)
+                                                  : fsync(file.get()) == 0;
+    if (synced) return std::nullopt;
+    return Outcome::kUnreachable;
   }
-  return Restore(file.get(), log, images) ? Outcome::kUndone : Outcome::kUnreachable;
+  if (std::all_of(records.images.begin(), records.images.end(), [&](const JournalRecord* image) {
+        return HoldsImage(file.get(), now.st_size, log, *image);
+      })) {
+    const bool synced = trust == Trust::kSetAside ? Restore(file.get(), log, records.images)
+                                                  : fsync(file.get()) == 0;
+    if (synced) return std::nullopt;
+    return Outcome::kUnreachable;
+  }
+  const JournalRecord& last = *records.images.back();
+  if (now.st_size < last.least || now.st_size > last.most) return Outcome::kChanged;
+  return Restore(file.get(), log, records.images) ? Outcome::kUndone : Outcome::kUnreachable;
 }
 
 /// A new journal with the records of the paths that could not be reached, in the place of `path`.
@@ -161,50 +202,68 @@ std::string FreeName(const std::string& folder, const std::string& what) {
 
 }  // namespace
 
-std::vector<UndoJournal::RolledBack> UndoJournal::RollBack() {
-  State& state = *state_;
-  std::vector<RolledBack> files;
-  if (state.in_group) return files;
-  state.log.Close();
-  state.waiting.clear();
-  for (const std::string& path : JournalsIn(state.folder)) {
-    const Descriptor log(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    if (!log.IsOpen()) continue;
-    const std::vector<JournalRecord> records = ReadRecords(log.get());
-    std::vector<std::string> order;
-    std::map<std::string, Records> by_file;
-    for (const JournalRecord& record : records) {
-      if (!by_file.contains(record.path)) order.push_back(record.path);
-      by_file[record.path].push_back(&record);
-    }
-    std::set<std::string> waiting;
-    bool changed = false;
-    for (const std::string& file : order) {
-      const std::optional<Outcome> outcome = RollBackFile(file, log.get(), by_file[file]);
-      if (!outcome) continue;
-      files.push_back({file, *outcome});
-      if (*outcome == Outcome::kUnreachable) waiting.insert(file);
-      changed = changed || *outcome == Outcome::kChanged;
-    }
-    if (changed) {
-      const std::string kept = FreeName(state.folder, "kept-");
-      if (!waiting.empty()) {
-        (void)KeepRecords(FreeName(state.folder, ""), log.get(), records, waiting);
-      }
-      (void)rename(path.c_str(), kept.c_str());
-    } else if (waiting.empty()) {
-      (void)unlink(path.c_str());
-    } else {
-      // What is undone must not be undone again when its file has been edited since.
-      if (order.size() > waiting.size()) (void)KeepRecords(path, log.get(), records, waiting);
-      if (path == state.LogPath()) {
-        (void)rename(path.c_str(), FreeName(state.folder, "").c_str());
-      }
-    }
-    SyncFolderOf(path);
-    state.waiting.merge(waiting);
+void UndoJournal::State::RollBackJournal(const std::string& path, std::vector<RolledBack>& told) {
+  const Descriptor journal(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  if (!journal.IsOpen()) return;
+  const bool fresh = path == LogPath();
+  const std::optional<std::vector<JournalRecord>> records = ReadRecords(journal.get());
+  if (!records) {
+    told.push_back({path, Outcome::kUnreachable});
+    return;
   }
-  return files;
+  std::vector<std::string> order;
+  std::map<std::string, FileRecords> by_file;
+  Trust trust = fresh ? Trust::kOther : Trust::kSetAside;
+  for (const JournalRecord& record : *records) {
+    if (record.kind == JournalRecord::Kind::kRun) {
+      if (fresh && !machine_run.empty() && record.path == machine_run) trust = Trust::kSameRun;
+      continue;
+    }
+    if (!by_file.contains(record.path)) order.push_back(record.path);
+    by_file[record.path].Add(record);
+  }
+  std::set<std::string> unreachable;
+  bool changed = false;
+  for (const std::string& file : order) {
+    const std::optional<Outcome> outcome = RollBackFile(file, journal.get(), by_file[file], trust);
+    if (!outcome) continue;
+    const bool reached = *outcome != Outcome::kUnreachable;
+    if (!reached) unreachable.insert(file);
+    changed = changed || *outcome == Outcome::kChanged;
+    if (reached || fresh) told.push_back({file, *outcome});
+  }
+  if (!unreachable.empty()) {
+    // What is undone must not be undone again when its file has been edited since.
+    const std::string rest = changed || fresh ? FreeName(folder, "") : path;
+    const bool all_of_it = !changed && unreachable.size() == order.size();
+    const bool kept = all_of_it ? (rest == path || rename(path.c_str(), rest.c_str()) == 0)
+                                : KeepRecords(rest, journal.get(), *records, unreachable);
+    if (!kept) {
+      // The journal stays as it is, and so do all files that it names.
+      waiting.insert(order.begin(), order.end());
+      return;
+    }
+    waiting.merge(unreachable);
+    if (all_of_it || rest == path) {
+      SyncFolderOf(path);
+      return;
+    }
+  }
+  if (changed) {
+    (void)rename(path.c_str(), FreeName(folder, "kept-").c_str());
+  } else {
+    (void)unlink(path.c_str());
+  }
+  SyncFolderOf(path);
+}
+
+std::vector<UndoJournal::RolledBack> UndoJournal::RollBack() {
+  std::vector<RolledBack> told;
+  if (state_->in_group) return told;
+  state_->log.Close();
+  state_->waiting.clear();
+  for (const std::string& path : JournalsIn(state_->folder)) state_->RollBackJournal(path, told);
+  return told;
 }
 
 }  // namespace tunemeadow

@@ -84,8 +84,9 @@ std::string JournaledFile::Open(const std::string& path) {
     Close();
     return "This is no file whose bytes can be changed.";
   }
-  path_ = path;
+  opened_as_ = path_ = path;
   length_ = status.st_size;
+  modified_ = status.st_mtim;
   return {};
 }
 
@@ -131,28 +132,53 @@ std::string JournaledFile::Write(std::span<const FilePiece> pieces, const OldByt
   return {};
 }
 
-std::string JournaledFile::Rewrite(std::span<const FilePiece> pieces, std::int64_t new_length) {
+/// Empty text, or that somebody else has written to the file, or put another in its place, since it
+/// was opened.
+std::string JournaledFile::Compare(const struct stat& now) const {
+  struct stat named {};
+  const bool same = stat(opened_as_.c_str(), &named) == 0 && named.st_dev == now.st_dev &&
+                    named.st_ino == now.st_ino && now.st_size == length_ &&
+                    now.st_mtim.tv_sec == modified_.tv_sec &&
+                    now.st_mtim.tv_nsec == modified_.tv_nsec;
+  return same ? std::string() : "The file was changed by another program meanwhile.";
+}
+
+std::string JournaledFile::RewriteInGroup(std::span<const FilePiece> pieces,
+                                          std::int64_t new_length, bool sync) {
   UndoJournal::State& state = *journal_.state_;
   struct stat now {};
   if (file_ < 0 || fstat(file_, &now) != 0) return "The file is not open.";
-  if (now.st_size != length_) return "The file was changed by another program meanwhile.";
-
-  path_ = state.KnownName(path_, now);
+  if (std::string fault = Compare(now); !fault.empty()) return fault;
+  path_ = state.KnownName(opened_as_, now);
   OldBytes old{.ranges = RangesToLose(pieces, length_, new_length)};
   for (const ByteRange& range : old.ranges) {
     std::optional<std::string> bytes = Read(range.offset, static_cast<std::size_t>(range.length));
     if (!bytes) return "The file cannot be read.";
     old.bytes.push_back(std::move(*bytes));
   }
-
-  const bool alone = !state.in_group;
-  if (alone) journal_.BeginGroup();
   std::string fault = state.Guard(path_, now, old.ranges, old.bytes, new_length);
-  if (fault.empty()) {
-    fault = Write(pieces, old, new_length, alone);
-  }
-  if (!alone) return fault;
-  const std::string end = journal_.EndGroup();
+  if (!fault.empty()) return fault;
+  state.Begun(path_);
+  fault = Write(pieces, old, new_length, sync);
+  if (fstat(file_, &now) == 0) modified_ = now.st_mtim;
+  return fault;
+}
+
+std::string JournaledFile::Rewrite(std::span<const FilePiece> pieces, std::int64_t new_length) {
+  if (journal_.InGroup()) return RewriteInGroup(pieces, new_length, false);
+  // Memory may run out in between, and a group that nobody ends would sync nothing any more.
+  struct Group {
+    explicit Group(UndoJournal& journal) : journal_(journal) { journal_.BeginGroup(); }
+    ~Group() {
+      if (journal_.InGroup()) (void)journal_.EndGroup();
+    }
+    Group(const Group&) = delete;
+    Group& operator=(const Group&) = delete;
+    UndoJournal& journal_;
+  };
+  const Group group(journal_);
+  std::string fault = RewriteInGroup(pieces, new_length, true);
+  std::string end = journal_.EndGroup();
   return fault.empty() ? end : fault;
 }
 

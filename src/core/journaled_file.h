@@ -3,6 +3,8 @@
 // of tags goes through it.
 #pragma once
 
+#include <sys/stat.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -50,14 +52,19 @@ class JournaledFile {
 
  private:
   struct OldBytes;
+  [[nodiscard]] std::string Compare(const struct stat& now) const;
+  [[nodiscard]] std::string RewriteInGroup(std::span<const FilePiece> pieces,
+                                           std::int64_t new_length, bool sync);
   [[nodiscard]] bool PutBack(const OldBytes& old) const;
   [[nodiscard]] std::string Write(std::span<const FilePiece> pieces, const OldBytes& old,
                                   std::int64_t new_length, bool sync);
 
   UndoJournal& journal_;
-  std::string path_;
+  std::string opened_as_;
+  std::string path_;  ///< under which the journal knows it
   int file_ = -1;
   std::int64_t length_ = 0;
+  struct timespec modified_ {};  ///< last write, as far as this object knows
 };
 
 }  // namespace tunemeadow

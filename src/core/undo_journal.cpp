@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <optional>
+#include <utility>
 
 #include "core/durable_file.h"
 #include "core/paths.h"
@@ -93,7 +94,7 @@ std::string UndoJournal::State::OpenLog() {
   if (!file.IsOpen() || fstat(file.get(), &status) != 0) {
     return SystemFault("The undo journal cannot be opened", errno);
   }
-  if (status.st_size != 0) return "An older undo journal is still open.";
+  if (status.st_size != 0) return "An older undo journal stands there and could not be read.";
   // Also where the file was there: its name need not be on the disk yet.
   if (!SyncFolderOf(path)) {
     return SystemFault("The undo journal cannot be made", errno);
@@ -104,6 +105,12 @@ std::string UndoJournal::State::OpenLog() {
 }
 
 bool UndoJournal::State::Append(std::string_view records, bool sync) {
+  std::string with_run;
+  if (size == 0) {
+    AppendRecord({.kind = JournalRecord::Kind::kRun, .path = machine_run}, {}, with_run);
+    with_run += records;
+    records = with_run;
+  }
   if (WriteAllAt(log.get(), records, size) && (!sync || fdatasync(log.get()) == 0)) {
     size += static_cast<std::int64_t>(records.size());
     return true;
@@ -165,6 +172,14 @@ std::string UndoJournal::State::Guard(const std::string& path, const struct stat
   return {};
 }
 
+void UndoJournal::State::Begun(const std::string& path) {
+  GuardedFile& file = files[path];
+  if (std::exchange(file.begun, true)) return;
+  std::string record;
+  AppendRecord({.kind = JournalRecord::Kind::kBegun, .path = path}, {}, record);
+  (void)Append(record, false);
+}
+
 void UndoJournal::State::Written(const std::string& path, int descriptor, bool synced_now) {
   GuardedFile& file = files[path];
   file.touched = true;
@@ -190,9 +205,10 @@ std::string UndoJournal::State::SyncFiles() {
   for (const auto& [volume, written] : by_volume) {
     bool synced = written.size() > kFilesForVolumeSync && syncfs(written.front()->file.get()) == 0;
     if (!synced) {
-      synced = std::all_of(written.begin(), written.end(), [](const GuardedFile* file) {
-        return fdatasync(file->file.get()) == 0;
-      });
+      // One that fails must not leave the others unsynced.
+      synced = std::count_if(written.begin(), written.end(), [](const GuardedFile* file) {
+                 return fdatasync(file->file.get()) != 0;
+               }) == 0;
     }
     if (!synced) fault = SystemFault("A file could not be written to the disk", errno);
   }
@@ -221,14 +237,21 @@ bool UndoJournal::State::Released(UndoJournal& journal, const std::string& path)
   if (found != files.end() && found->second.torn) return false;
   if (!waiting.contains(path)) return true;
   if (in_group) return false;  // its journal is in use
-  journal.RollBack();
+  for (RolledBack& file : journal.RollBack()) untold.push_back(std::move(file));
   return !waiting.contains(path);
 }
 
 // --- UndoJournal -----------------------------------------------------------------------------
 
-UndoJournal::UndoJournal(std::string_view folder) : state_(std::make_unique<State>()) {
+std::string ThisMachineRun() {
+  std::string run = ReadWholeFile("/proc/sys/kernel/random/boot_id").value_or(std::string());
+  return run.substr(0, run.find('\n'));
+}
+
+UndoJournal::UndoJournal(std::string_view folder, std::string machine_run)
+    : state_(std::make_unique<State>()) {
   state_->folder = WithTrailingSeparator(folder);
+  state_->machine_run = std::move(machine_run);
 }
 
 UndoJournal::~UndoJournal() {
@@ -237,9 +260,15 @@ UndoJournal::~UndoJournal() {
 }
 
 void UndoJournal::BeginGroup() {
-  if (!state_->waiting.empty()) (void)RollBack();
+  if (!state_->waiting.empty()) {
+    for (RolledBack& file : RollBack()) state_->untold.push_back(std::move(file));
+  }
   state_->in_group = true;
   state_->set_aside = false;
+}
+
+std::vector<UndoJournal::RolledBack> UndoJournal::TakeRolledBack() {
+  return std::exchange(state_->untold, {});
 }
 
 bool UndoJournal::InGroup() const noexcept { return state_->in_group; }
@@ -316,6 +345,7 @@ void UndoJournal::Done(const std::string& path) {
   AppendRecord(mark, {}, record);
   // Without the mark the file would only be rolled back with the rest of its group.
   (void)state.Append(record, false);
+  found->second.begun = false;
 }
 
 std::string UndoJournal::EndGroup() {

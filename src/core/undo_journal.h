@@ -24,10 +24,15 @@ struct ByteRange {
   std::int64_t length = 0;
 };
 
+/// A text that is another one after each start of the machine; empty where the system tells none.
+[[nodiscard]] std::string ThisMachineRun();
+
 class UndoJournal {
  public:
   /// `folder` holds the journal, with or without a trailing separator; bytes. Touches no file.
-  explicit UndoJournal(std::string_view folder);
+  /// `machine_run` tells one run of the machine from another: as long as it is the same, what was
+  /// written is there, synced or not.
+  explicit UndoJournal(std::string_view folder, std::string machine_run = ThisMachineRun());
 
   /// Closes what is open, as EndGroup does, and removes the empty journal.
   ~UndoJournal();
@@ -38,18 +43,21 @@ class UndoJournal {
   struct RolledBack {
     enum class Outcome {
       kUndone,       ///< the file is the old one again, byte for byte, with its old time
-      kUnreachable,  ///< it cannot be opened for writing now; tried again at each start
+      kUnreachable,  ///< it is missing or cannot be opened for writing; tried again at each start
       kChanged,      ///< another program has changed its length since; left as it is, and so is the
                      ///< journal, under the name "undo-kept-N.journal"
     };
-    std::string path;  ///< bytes
+    std::string path;  ///< bytes; of the journal itself where that cannot be read
     Outcome outcome;
   };
 
   /// Rolls back whatever journals stand in the folder. For the start, before anything is written.
   /// A file that was done is left alone and not named. Files in the order in which their rewrites
-  /// began. Killed in the middle, it does the same again.
+  /// began; one that stays unreachable is named once. Killed in the middle, it does the same again.
   std::vector<RolledBack> RollBack();
+
+  /// What was rolled back since, before a group or before a file was opened; each is told once.
+  [[nodiscard]] std::vector<RolledBack> TakeRolledBack();
 
   // A group binds the rewrites of up to some hundred files: one sync of the journal before them,
   // one of the files behind them. Groups do not nest; a rewrite outside of one is a group of its

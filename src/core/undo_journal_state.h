@@ -26,6 +26,7 @@ struct GuardedFile {
   ino_t node = 0;
   struct timespec modified {};       ///< last write before the group
   bool touched = false;              ///< this program has written to it in the group
+  bool begun = false;                ///< the journal says so, and no mark stands behind that
   std::int64_t base_length = 0;      ///< before the group
   std::int64_t least = 0, most = 0;  ///< lengths that the journal knows it may have
   std::vector<ByteRange> covered;    ///< ranges of the base whose bytes stand in the journal
@@ -36,6 +37,8 @@ struct GuardedFile {
 
 struct UndoJournal::State {
   std::string folder;
+  std::string machine_run;
+  std::vector<RolledBack> untold;
   Descriptor log;         ///< undo.journal, from the first need on
   std::int64_t size = 0;  ///< bytes of the records that count
   bool in_group = false;
@@ -55,7 +58,8 @@ struct UndoJournal::State {
   /// Opens or makes the journal. Empty text, or what failed.
   [[nodiscard]] std::string OpenLog();
 
-  /// Writes `records` behind the others. False, and the journal as before, where that failed.
+  /// Writes `records` behind the others; the first ones of a journal behind that of the run. False,
+  /// and the journal as before, where that failed.
   [[nodiscard]] bool Append(std::string_view records, bool sync);
 
   /// Sees to it that the old bytes of `needs` stand in the journal, synced, and that it knows of
@@ -64,6 +68,10 @@ struct UndoJournal::State {
   [[nodiscard]] std::string Guard(const std::string& path, const struct stat& now,
                                   std::span<const ByteRange> needs,
                                   std::span<const std::string> before, std::int64_t new_length);
+
+  /// Notes that the file is about to be written. A journal that cannot take the note rolls back
+  /// more than it would have to.
+  void Begun(const std::string& path);
 
   /// The file was written through `descriptor`.
   void Written(const std::string& path, int descriptor, bool synced);
@@ -76,6 +84,9 @@ struct UndoJournal::State {
 
   /// Gives the journal another name, under which the next start finds it.
   void SetLogAside();
+
+  /// Rolls one journal back. What it did goes to `told`.
+  void RollBackJournal(const std::string& path, std::vector<RolledBack>& told);
 
   /// Tries once more to roll back a file that an older journal holds. True if nothing waits for the
   /// path any more and it was not torn in this group.

@@ -172,6 +172,7 @@ class Ordeal {
  private:
   void CutThePower(const Image& before, const std::vector<Operation>& calls, int times,
                    bool ends_well) {
+    std::string run = std::exchange(stage_.machine_run, "another run");
     for (int i = 0; i < times; ++i) {
       const PowerCut cut = CutPower(before, calls, stage_.Folder(), random_);
       stage_.Set(cut.left);
@@ -180,6 +181,7 @@ class Ordeal {
       inquest_.AfterKill(done,
                          "power cut " + std::to_string(i) + (ends_well ? "" : " in recovery"));
     }
+    stage_.machine_run = std::move(run);
   }
 
   /// Kills and failures of the recovery, and power cuts in it.

@@ -142,7 +142,7 @@ Report Stage::Run(const Scenario& scenario, const Blow& blow, Tape* tape,
 bool Stage::Recover(const Blow& blow, Tape* tape) const {
   return InChild([&] {
     if (tape != nullptr) Arm(folder_, blow, tape);
-    UndoJournal journal(folder_ + "/program");
+    UndoJournal journal(folder_ + "/program", machine_run);
     (void)journal.RollBack();
   });
 }

@@ -51,6 +51,9 @@ class Stage {
   /// Rolls back in a process of its own. False where that was killed.
   bool Recover(const Blow& blow = {}, Tape* tape = nullptr) const;
 
+  /// The run of the machine in which recoveries take place: another one after a power cut.
+  mutable std::string machine_run = ThisMachineRun();
+
   [[nodiscard]] const std::string& Folder() const { return folder_; }
 
  private:
