@@ -67,6 +67,9 @@ create table cdarchives (
 -- the hits.
 create index known_locations on mp3sTabelle (location collate rtrim);
 
+-- Opening a playlist, counting its tracks and storing their order go by its name and a track.
+create index tracks_of_playlists on playlists (Playlist, UID);
+
 -- A file that is imported again keeps its row, and with it its key, playlists and user tags.
 create trigger known_location before insert on mp3sTabelle
 when new.location <> '' and exists (

@@ -115,6 +115,19 @@ void ResultList::Sort(std::size_t column, SortKind kind) {
       ascending_);
 }
 
+void ResultList::MoveRow(std::size_t from, std::size_t to) noexcept {
+  if (from >= order_.size() || to >= order_.size() || from == to) return;
+  const auto at = [this](std::size_t row) {
+    return order_.begin() + static_cast<std::ptrdiff_t>(row);
+  };
+  if (from < to) {
+    std::rotate(at(from), at(from + 1), at(to + 1));
+  } else {
+    std::rotate(at(to), at(from), at(from + 1));
+  }
+  ClearSortMark();
+}
+
 bool ResultList::IsSelected(std::size_t row) const noexcept {
   return row < order_.size() && selected_[order_[row]];
 }

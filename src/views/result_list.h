@@ -58,6 +58,10 @@ class ResultList {
   [[nodiscard]] bool SortAscending() const noexcept { return ascending_; }
   void ClearSortMark() noexcept { sort_column_.reset(); }
 
+  /// Takes a row to another place; those between move up or down by one. Its selection and focus go
+  /// with it, the sort mark goes. Nothing happens outside the list.
+  void MoveRow(std::size_t from, std::size_t to) noexcept;
+
   // Selection, kept by row of the table, so that a sort leaves it where it belongs.
   [[nodiscard]] bool IsSelected(std::size_t row) const noexcept;
   void SetSelected(std::size_t first, std::size_t last, bool selected);  ///< `last` included

@@ -29,6 +29,7 @@ class WorkbenchWatcher {
   virtual void ListCleared() {}  ///< the rows of the list in view are about to go
   virtual void ListFilled() {}   ///< the list in view holds new rows, or none
   virtual void RowChanged(std::size_t /*row*/) {}
+  virtual void OrderChanged() {}  ///< the rows of the list in view stand in another order
   virtual void SelectionSet() {}  ///< selection or focus was set by a command: show it
   virtual void SearchFieldsChanged() {}
   virtual void SearchFieldsWanted() {
@@ -108,6 +109,7 @@ struct Workbench {
   std::function<void(Workbench&)> save_details;
   std::string PictureFile;   ///< picture chosen in the pane for many files; bytes
   bool show_picture = true;  ///< chkPicShow
+  bool try_preview = false;  ///< chkPlayPreview
 
   Mp3Info info;  ///< the current file's record
 

@@ -199,6 +199,29 @@ TEST(ResultList, RemovedRowsTakeTheirSelectionAlongAndHandTheFocusOn) {
   EXPECT_EQ(list.SelectedCount(), 0U);
 }
 
+TEST(ResultList, AMovedRowTakesItsSelectionAndFocusAlong) {
+  ResultList list;
+  list.Fill(NumberedRows(4));
+  list.Sort(0, SortKind::kNumber);
+  list.SelectOnly(1);
+  list.SetFocusedRow(1);
+  const auto uids = [&] {
+    std::vector<std::int64_t> all;
+    for (std::size_t row = 0; row < list.RowCount(); ++row) all.push_back(list.Uid(row));
+    return all;
+  };
+  list.MoveRow(1, 3);
+  EXPECT_EQ(uids(), (std::vector<std::int64_t>{1, 3, 4, 2}));
+  EXPECT_EQ(list.SelectedRows(), std::vector<std::size_t>{3});
+  EXPECT_EQ(list.FocusedRow(), 3U);
+  EXPECT_EQ(list.SortColumn(), std::nullopt) << "this order is the person's own";
+  list.MoveRow(3, 0);
+  EXPECT_EQ(uids(), (std::vector<std::int64_t>{2, 1, 3, 4}));
+  list.MoveRow(0, 4);
+  list.MoveRow(9, 0);
+  EXPECT_EQ(uids(), (std::vector<std::int64_t>{2, 1, 3, 4})) << "no such place";
+}
+
 TEST(ListColumns, TheKindIsToldByTheCaptionAlone) {
   const std::map<std::string_view, SortKind> told = {
       {"Trackno.", SortKind::kNumber},       {"UID", SortKind::kNumber},
