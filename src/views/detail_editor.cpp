@@ -11,6 +11,7 @@
 #include "core/code_page.h"
 #include "core/paths.h"
 #include "core/text.h"
+#include "views/tree.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
@@ -152,6 +153,7 @@ void ListView1_ItemClick(Workbench& bench, std::size_t row) {
   const bool is_loaded = bench.details.uid != 0 && bench.details.uid == list.Uid(row);
   if (!is_loaded && !AskToSaveChanges(bench) && SelectLoadedRow(bench)) return;
   if (row >= list.RowCount()) return;  // the window lives while a record is saved
+  FollowRowInTree(bench, row);
   if (!is_loaded || !HasChanges(bench.details)) LoadTexts(bench, row);
   ShowDetails(bench, row);
 }

@@ -17,6 +17,7 @@
 #include "views/result_list.h"
 #include "views/row_icons.h"
 #include "views/search_items.h"
+#include "views/tree_data.h"
 
 namespace tunemeadow {
 
@@ -38,37 +39,10 @@ class WorkbenchWatcher {
   virtual void SearchItemsChanged() {}
   virtual void TotalsChanged() {}
   virtual void TreeChanged() {}
+  virtual void TreeNodeSelected() {}  ///< a command chose another node of the tree: show it
   virtual void DetailsChanged() {}
   virtual void PictureChanged() {}
   virtual void ListInViewChanged() {}
-};
-
-/// What a node of the tree stands for.
-enum class NodeKind {
-  kRoot,      ///< MYMP3S
-  kDatabase,  ///< the whole library
-  kGroup,     ///< a value of the chosen kind, or a folder
-  kPlaylists,
-  kPlaylist,
-  kArchives,
-  kArchive,
-  kArchiveFolder
-};
-
-/// The node that was clicked last.
-struct TreeSelection {
-  NodeKind kind = NodeKind::kRoot;
-  std::string key;   ///< as the nodes are keyed: "MainArchive\Artist\Abba", "CDArchive|MP3-CD01"
-  std::string name;  ///< of a playlist, or of an archive and for its folders; else empty
-};
-
-/// What the tree and the two combos show.
-struct TreeData {
-  TreeSelection selected;
-  std::string database_text;           ///< "Database [n Files]", "Database [shown/all Files]"
-  std::vector<std::string> playlists;  ///< names for cboPlaylists, without the empty entry
-  std::vector<std::string> archives;   ///< names for cboCDArchive, without the empty entry
-  std::optional<std::int64_t> names_read_at;  ///< write count of the catalogue at that moment
 };
 
 struct Workbench {
@@ -107,9 +81,10 @@ struct Workbench {
   /// The save command, which lies on a floor above: set by whoever builds the bench. Called where
   /// the person wants the changes of the record saved that is about to leave the editor.
   std::function<void(Workbench&)> save_details;
-  std::string PictureFile;   ///< picture chosen in the pane for many files; bytes
-  bool show_picture = true;  ///< chkPicShow
-  bool try_preview = false;  ///< chkPlayPreview
+  std::string PictureFile;      ///< picture chosen in the pane for many files; bytes
+  bool show_picture = true;     ///< chkPicShow
+  bool track_selection = true;  ///< chkTrackSelection
+  bool try_preview = false;     ///< chkPlayPreview
 
   Mp3Info info;  ///< the current file's record
 
@@ -122,7 +97,9 @@ struct Workbench {
 };
 
 /// Renews the tree's nodes and the names of playlists and archives, and tells the window where
-/// something has changed. A statement that fails leaves its names empty.
+/// something has changed. The nodes are read anew only where the catalogue was written since, or
+/// another kind was chosen. A hidden tree keeps its nodes; the names are renewed even then. A
+/// statement that fails leaves its part of the tree empty.
 void updatetreeview(Workbench& bench);
 
 /// Counts the tracks of the whole catalogue anew (session.track_count) and renews the tree. The
