@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "playback/playlist_files.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "core/cd_archive_path.h"
+#include "core/durable_file.h"
+#include "core/paths.h"
+#include "core/text.h"
+#include "playback/missing_file.h"
+
+namespace tunemeadow {
+namespace {
+
+constexpr std::string_view kListLineEnd = "\r\n";
+
+struct PlaylistFormat {
+  std::string_view filter;
+  std::string_view offered;    ///< the name that the dialog begins with
+  std::string_view extension;  ///< with its point
+  std::string (*text)(std::span<const std::string> paths);
+};
+
+constexpr PlaylistFormat kM3u{"Winamp-Playlist (*.m3u)", "*.m3u", ".m3u", &M3uText};
+constexpr PlaylistFormat kPls{"Sonique-Playlist (*.pls)", "*.pls", ".pls", &PlsText};
+
+bool AnyMp3Selected(const ResultList& list, const std::vector<std::size_t>& rows) {
+  return std::any_of(rows.begin(), rows.end(), [&](std::size_t row) {
+    return EndsWithNoCase(list.Cell(row, Field::location), ".MP3");
+  });
+}
+
+/// The place of the file, with its extension. The pattern that the dialog begins with is no name.
+std::optional<std::string> ChooseDestination(Workbench& bench, const PlaylistFormat& format) {
+  for (;;) {
+    auto path = bench.interaction.ChooseFile(
+        {.title = "Export",
+         .filter = std::string(format.filter),
+         .start = JoinPath(bench.session.program_folder, format.offered),
+         .for_saving = true});
+    if (!path || path->empty()) return std::nullopt;
+    if (FileNamePart(*path) == format.offered) continue;
+    if (!EndsWithNoCase(*path, format.extension)) path->append(format.extension);
+    return path;
+  }
+}
+
+/// The files of the rows that are there; nullopt where the person aborts.
+std::optional<std::vector<std::string>> FilesThatAreThere(Workbench& bench,
+                                                          const std::vector<std::size_t>& rows) {
+  std::vector<std::string> paths;
+  for (const std::size_t row : rows) {
+    std::string path(bench.ListInView().Cell(row, Field::location));
+    CheckCDArchive(path, bench.session.preferences);
+    const FileState state = LookForFile(bench.interaction, path);
+    if (state == FileState::kAborted) return std::nullopt;
+    if (state == FileState::kThere) paths.push_back(std::move(path));
+  }
+  return paths;
+}
+
+bool MayWrite(Workbench& bench, const std::string& destination) {
+  return !MyFileExists(destination) ||
+         bench.interaction.ShowMessage(
+             {.text = "Overwrite file?", .title = "File exists", .buttons = Buttons::kYesNo}) ==
+             Answer::kYes;
+}
+
+void ExportPlaylist(Workbench& bench, const PlaylistFormat& format) {
+  const std::vector<std::size_t> rows = bench.ListInView().SelectedRows();
+  if (!AnyMp3Selected(bench.ListInView(), rows)) {
+    bench.interaction.ShowMessage({.text = "No Objects selected!", .icon = Icon::kInformation});
+    return;
+  }
+  const auto destination = ChooseDestination(bench, format);
+  if (!destination) return;
+  const auto paths = FilesThatAreThere(bench, rows);
+  if (!paths || !MayWrite(bench, *destination)) return;
+  // No message where that fails; the player that is to read the file will say that it is missing.
+  static_cast<void>(ReplaceFile(*destination, format.text(*paths)));
+}
+
+}  // namespace
+
+std::string M3uText(std::span<const std::string> paths) {
+  std::string text = "#EXTM3U";
+  text += kListLineEnd;
+  for (const std::string& path : paths) text.append(path).append(kListLineEnd);
+  return text;
+}
+
+std::string PlsText(std::span<const std::string> paths) {
+  std::string text = "[playlist]";
+  text += kListLineEnd;
+  std::size_t number = 0;
+  for (const std::string& path : paths) {
+    text.append("File").append(std::to_string(++number)).append("=").append(path).append(kListLineEnd);
+  }
+  text.append("NumberOfEntries = ").append(std::to_string(number)).append(kListLineEnd);
+  return text.append("Version = 2").append(kListLineEnd);
+}
+
+void mnuExporttoPlaylist_Click(Workbench& bench) { ExportPlaylist(bench, kM3u); }
+
+void mnuExporttoplsPlaylist_Click(Workbench& bench) { ExportPlaylist(bench, kPls); }
+
+}  // namespace tunemeadow

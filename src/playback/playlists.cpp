@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "playback/playlists.h"
+
+#include <chrono>
+#include <limits>
+#include <optional>
+#include <random>
+#include <utility>
+#include <vector>
+
+#include "core/numbers.h"
+#include "core/statement.h"
+#include "core/text.h"
+#include "playback/catalogue_writing.h"
+
+namespace tunemeadow {
+namespace {
+
+std::string CutName(std::string_view name) { return std::string(Left(name, kLongestPlaylistName)); }
+
+/// "Playlist 7"; each proposal raises the number.
+std::string ProposedName(Workbench& bench) {
+  std::string name = "Playlist " + std::to_string(bench.PlaylistCounter);
+  const bool last = bench.PlaylistCounter == std::numeric_limits<std::int16_t>::max();
+  bench.PlaylistCounter =
+      last ? std::int16_t{1} : static_cast<std::int16_t>(bench.PlaylistCounter + 1);
+  return name;
+}
+
+/// Empty where the person cancels.
+std::string AskPlaylistName(Workbench& bench, const std::string& prompt, const std::string& title) {
+  const auto name = bench.interaction.AskText(prompt, title, ProposedName(bench));
+  return name ? CutName(*name) : std::string();
+}
+
+std::vector<std::string> SelectedUids(const ResultList& list) {
+  std::vector<std::string> uids;
+  uids.reserve(list.SelectedCount());
+  for (const std::size_t row : list.SelectedRows()) {
+    uids.push_back(std::to_string(list.Uid(row)));
+  }
+  return uids;
+}
+
+/// Runs the statements of `count` rows. Tells of the first that fails, and ends there.
+template <typename StatementOfRow>
+void WritePlaylistRows(Workbench& bench, std::size_t count, StatementOfRow statement_of) {
+  std::optional<MessageBox> failure;
+  {
+    CatalogueWriting writing(bench);
+    for (std::size_t i = 0; i < count && !failure; ++i) {
+      const std::string statement = statement_of(i);
+      try {
+        writing.Run(statement);
+      } catch (const DatabaseError& error) {
+        failure = MessageBox{.text = std::string(error.what()) + "\n" + statement};
+      }
+    }
+  }
+  if (failure) bench.interaction.ShowMessage(*failure);
+}
+
+/// Runs one statement; false, with its box, where the store refuses it.
+bool ChangePlaylists(Workbench& bench, const std::string& statement) {
+  try {
+    bench.session.connection.Execute(statement);
+    return true;
+  } catch (const DatabaseError& error) {
+    bench.interaction.ShowMessage({.text = error.what()});
+    return false;
+  }
+}
+
+bool PlaylistExists(Workbench& bench, const std::string& name) {
+  try {
+    return !bench.session.connection
+                .Execute("select playlist FROM playlists where playlist=" + Quoted(name, '"') +
+                         " group by playlist")
+                .Eof();
+  } catch (const DatabaseError&) {
+    return false;  // the change itself will tell
+  }
+}
+
+/// Two names that the store takes for one.
+bool IsOpen(const Workbench& bench, const std::string& name) {
+  return bench.playlist_in_view && EqualsNoCase(bench.current_playlist, name);
+}
+
+const std::string* PlaylistOfTree(const Workbench& bench) {
+  const TreeSelection& node = bench.tree.selected;
+  return node.kind == NodeKind::kPlaylist ? &node.name : nullptr;
+}
+
+}  // namespace
+
+void mnuPlaylistSave_Click(Workbench& bench) {
+  std::string name = CutName(std::exchange(bench.PlaylistTargetName, {}));
+  if (name.empty()) name = AskPlaylistName(bench, "Playlist Name?", std::string(kProgramTitle));
+  if (name.empty()) return;
+  const std::string head =
+      "insert into playlists (Playlist,uid) values (" + Quoted(name, '"') + ",";
+  const std::vector<std::string> uids = SelectedUids(bench.ListInView());
+  WritePlaylistRows(bench, uids.size(), [&](std::size_t i) { return head + uids[i] + ")"; });
+  updatetreeview(bench);
+}
+
+void mnuPlaylistAddItems_Click(Workbench& bench, const std::string& chosen) {
+  bench.PlaylistTargetName = chosen;
+  if (!chosen.empty()) mnuPlaylistSave_Click(bench);
+}
+
+std::vector<std::string> PlaylistNames(Workbench& bench) {
+  std::vector<std::string> names;
+  try {
+    const CellTable rows =
+        bench.session.connection
+            .Execute("select playlist FROM playlists group by playlist order by playlist")
+            .GetRows();
+    for (std::size_t row = 0; row < rows.RowCount(); ++row) names.emplace_back(rows.Cell(row, 0));
+  } catch (const DatabaseError&) {
+    // A catalogue without the table has told so at the start.
+  }
+  return names;
+}
+
+void mnuToolsRandomPlaylist_Click(Workbench& bench) {
+  const std::vector<std::string> uids = SelectedUids(bench.ListInView());
+  if (uids.empty()) {
+    bench.interaction.ShowMessage({.text = "You view is empty!"});
+    return;
+  }
+  const std::string name =
+      AskPlaylistName(bench, std::to_string(uids.size()) + " items selected.", "Playlist Name?");
+  if (name.empty()) return;
+  std::mt19937_64 generator(
+      static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count()));
+  const std::size_t rows = bench.ListInView().RowCount();
+  std::uniform_int_distribution<std::size_t> position(0, rows - 1);
+  const std::string head =
+      "insert into playlists (Playlist,uid,[position]) values (" + Quoted(name, '"') + ",";
+  WritePlaylistRows(bench, uids.size(), [&](std::size_t i) {
+    return head + uids[i] + "," + std::to_string(position(generator)) + ")";
+  });
+  updatetreeview(bench);
+}
+
+void mnuPlaylistDelete_Click(Workbench& bench) {
+  const std::string* const node = PlaylistOfTree(bench);
+  if (node == nullptr) return;
+  const std::string name = *node;
+  const Answer answer = bench.interaction.ShowMessage(
+      {.text = "Are you sure to delete playlist \"" + name + "\"?", .buttons = Buttons::kYesNo});
+  if (answer != Answer::kYes) return;
+  if (ChangePlaylists(bench, "delete from playlists where playlist=" + Quoted(name, '"'))) {
+    bench.tree.selected = {.kind = NodeKind::kPlaylists, .key = "ROOTPlaylist"};
+    if (IsOpen(bench, name)) cmdSuchen(bench);  // what stood in view is no playlist any more
+  }
+  updatetreeview(bench);
+}
+
+void mnuPlaylistUmbenennen_Click(Workbench& bench) {
+  const std::string* const node = PlaylistOfTree(bench);
+  if (node == nullptr) return;
+  const std::string old_name = *node;
+  const std::string name = CutName(
+      bench.interaction.AskText("Neuer Name:", "Playliste name umbenennen", old_name).value_or(""));
+  if (name.empty() || name == old_name) return;
+  if (!EqualsNoCase(name, old_name) && PlaylistExists(bench, name)) {
+    const Answer answer = bench.interaction.ShowMessage(
+        {.text = "There is a playlist \"" + name +
+                 "\" already.\nMake one playlist of both? They cannot be parted again.",
+         .icon = Icon::kExclamation,
+         .buttons = Buttons::kYesNo});
+    if (answer != Answer::kYes) return;
+  }
+  if (ChangePlaylists(bench, "Update playlists set playlist=" + Quoted(name, '"') +
+                                 " where playlist=" + Quoted(old_name, '"'))) {
+    if (EqualsNoCase(bench.current_playlist, old_name)) bench.current_playlist = name;
+    bench.tree.selected.name = name;
+  }
+  updatetreeview(bench);
+}
+
+}  // namespace tunemeadow

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "playback/cd_archives.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/cd_archive_path.h"
+#include "playback/lists_test.h"
+
+namespace tunemeadow {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr char kLocations[] = "select location from mp3sTabelle order by uid";
+constexpr char kArchives[] = "select CDArchive || '/' || UID from cdarchives order by UIDCDArchive";
+
+TEST(PathWithoutRoot, CutsTheDriveTheServerOrTheMountPoint) {
+  const std::vector<std::string> mounts = {"/", "/media/disk/", "/media/disk/inner/"};
+  struct RootCase {
+    std::string location, path;
+  };
+  for (const RootCase& each :
+       std::vector<RootCase>{{"/Rock/a.mp3", "/Rock/a.mp3"},
+                             {"/media/disk/Rock/a.mp3", "/Rock/a.mp3"},
+                             {"/media/disk/inner/a.mp3", "/a.mp3"},
+                             {"/media/diskette/a.mp3", "/media/diskette/a.mp3"},
+                             {"C:\\Rock\\a.mp3", "\\Rock\\a.mp3"},
+                             {"\\\\server\\share\\Rock\\a.mp3", "\\Rock\\a.mp3"},
+                             {"\\\\server", "\\\\server"},
+                             {"C:", "C:"},
+                             {"", ""}}) {
+    EXPECT_EQ(PathWithoutRoot(each.location, mounts), each.path) << each.location;
+  }
+}
+
+TEST(NextDiscNumber, IsOneAboveTheLargest) {
+  struct NumberCase {
+    std::vector<std::string> locations;
+    std::string next;
+  };
+  for (const NumberCase& each :
+       std::vector<NumberCase>{{{}, "01"},
+                               {{"CD01/a", "CD09\\a"}, "10"},
+                               {{"CDx/a", "CD/a", "CD"}, "01"},
+                               {{"CD7/a/12", "CD007/b"}, "08"},
+                               {{"CD99/a"}, "100"},
+                               {{"CD99999999999999999999/a"}, "01"},
+                               {{"CD9223372036854775807/a", "CD4/a"}, "05"}}) {
+    EXPECT_EQ(NextDiscNumber(each.locations, "CD"), each.next);
+  }
+}
+
+class CDArchives : public ListsTest {
+ protected:
+  CDArchives() {
+    session_.preferences.txtCDTag = "MP3-CD";
+    session_.preferences.lblConfigCDROM = "/media/cdrom/";
+  }
+
+  void Archive(const std::string& disc) {
+    interaction_.WillAnswerText(disc);
+    mnuExtrasDisk2CD_Click(bench_, {}, folder_.Path() + "/");
+  }
+
+  void Delete(const std::string& name) {
+    ClickNode(NodeKind::kArchive, name);
+    interaction_.WillAnswer(Answer::kYes);
+    mnuItem3CDArchivloeschen_Click(bench_, {});
+  }
+};
+
+TEST_F(CDArchives, TheSelectedTracksMoveToTheDiscAndBackToTheDrive) {
+  folder_.Write("proc/self/mounts", "/dev/sda1 / ext4 rw 0 0\n/dev/sdb1 /media/usb vfat rw 0 0\n");
+  const std::string a = AddTrack("/Rock/O'Neil \"a\".mp3");
+  const std::string b = AddTrack("/media/usb/Pop/b.mp3");
+  AddTrack("/z/stays.mp3");
+  ShowTracks(2);
+  Archive("MP3-CD01");
+  EXPECT_THAT(interaction_.prompts, ElementsAre("CD-Number:"));
+  EXPECT_THAT(Rows(kLocations),
+              ElementsAre("MP3-CD01/Rock/O'Neil \"a\".mp3", "MP3-CD01/Pop/b.mp3", "/z/stays.mp3"));
+  EXPECT_THAT(Rows(kArchives), ElementsAre("MP3-CD01/" + a, "MP3-CD01/" + b));
+  EXPECT_THAT(bench_.tree.archives, ElementsAre("MP3-CD01"));
+  EXPECT_THAT(Locations(bench_.ListView1), testing::Contains("MP3-CD01/Pop/b.mp3"));
+  std::string path = "MP3-CD01/Pop/b.mp3";
+  CheckCDArchive(path, session_.preferences);
+
+  Delete("MP3-CD01");
+  EXPECT_THAT(interaction_.BoxTexts(),
+              ElementsAre("Tunemeadow: Are you sure to delete CD-Archiv \"MP3-CD01\"?\nLocations "
+                          "will be renamed to your CD-Drive-letter"));
+  EXPECT_THAT(Rows(kLocations), ElementsAre("/media/cdrom/Rock/O'Neil \"a\".mp3",
+                                            "/media/cdrom/Pop/b.mp3", "/z/stays.mp3"));
+  EXPECT_EQ(path, "/media/cdrom/Pop/b.mp3") << "where it was played from";
+  EXPECT_THAT(Rows(kArchives), ElementsAre());
+  EXPECT_THAT(bench_.tree.archives, ElementsAre());
+}
+
+TEST_F(CDArchives, WhatIsArchivedAlreadyOrNotSelectedIsLeftAlone) {
+  AddTrack("MP3-CD07/a.mp3");
+  AddTrack("/b.mp3");
+  ShowTracks(0);
+  bench_.ListView1.SelectOnly(1);
+  for (int i = 0; i < 2; ++i) {
+    interaction_.WillAnswer(Answer::kOk);
+    mnuExtrasDisk2CD_Click(bench_);
+    bench_.ListView1.ClearSelection();
+  }
+  EXPECT_THAT(interaction_.BoxTexts(), testing::Each("Tunemeadow: No archievable items selected!"));
+  bench_.ListView1.SetSelected(0, 1, true);
+  for (const std::optional<std::string>& answer :
+       {std::optional<std::string>(), std::optional<std::string>("")}) {
+    interaction_.WillAnswerText(answer);
+    mnuExtrasDisk2CD_Click(bench_);
+  }
+  EXPECT_THAT(Rows(kLocations), ElementsAre("MP3-CD07/a.mp3", "/b.mp3"));
+  bench_.ListView1.SetSelected(0, 1, true);
+  session_.preferences.txtCDTag.clear();
+  Archive("Disc");
+  EXPECT_THAT(Rows(kLocations), ElementsAre("Disc/MP3-CD07/a.mp3", "Disc/b.mp3"))
+      << "without a tag every track may go";
+}
+
+TEST_F(CDArchives, ANameHitsNoLongerOneAndBothKindsOfPath) {
+  for (const char* path : {"CD1/a.mp3", "CD10/b.mp3", "CD1\\c.mp3", "CD10\\d.mp3", "cd1/e.mp3"}) {
+    AddTrack(path);
+  }
+  Run("insert into cdarchives (CDArchive,UID) select 'CD1', uid from mp3sTabelle");
+  Run("insert into cdarchives (CDArchive,UID) select 'CD10', uid from mp3sTabelle");
+  session_.preferences.lblConfigCDROM = "D:\\";
+  Delete("CD1");
+  EXPECT_THAT(Rows(kLocations),
+              ElementsAre("D:/a.mp3", "CD10/b.mp3", "D:\\c.mp3", "CD10\\d.mp3", "D:/e.mp3"));
+  EXPECT_THAT(Rows("select distinct CDArchive from cdarchives"), ElementsAre("CD10"));
+}
+
+TEST_F(CDArchives, WhateverIsTypedAsANameIsTheName) {
+  const std::vector<std::string> names = {"a\"b'c", "CDArchive", "location",           "a|b",
+                                          "50%_",   "Größe \\x", std::string(300, 'n')};
+  for (const std::string& name : names) {
+    SCOPED_TRACE(name);
+    Run("delete from mp3sTabelle");
+    const std::string uid = AddTrack("/Rock/a.mp3");
+    const std::string other = AddTrack("other/Rock/a.mp3");
+    ShowTracks(1);
+    Archive(name);
+    EXPECT_THAT(ArchiveNames(bench_), ElementsAre(name));
+    EXPECT_THAT(Rows(kLocations), ElementsAre(name + "/Rock/a.mp3", "other/Rock/a.mp3"));
+    Delete(name);
+    EXPECT_THAT(Rows(kLocations), ElementsAre("/media/cdrom/Rock/a.mp3", "other/Rock/a.mp3"));
+    EXPECT_THAT(ArchiveNames(bench_), ElementsAre());
+  }
+}
+
+TEST_F(CDArchives, WithoutADriveNothingIsDeleted) {
+  AddTrack("CD1/a.mp3");
+  Run("insert into cdarchives (CDArchive,UID) select 'CD1', uid from mp3sTabelle");
+  session_.preferences.lblConfigCDROM.clear();
+  ClickNode(NodeKind::kArchiveFolder, "CD1");
+  interaction_.WillAnswer(Answer::kYes);
+  interaction_.WillAnswer(Answer::kOk);
+  int choices = 0;
+  mnuItem3CDArchivloeschen_Click(bench_, [&] { ++choices; });
+  EXPECT_EQ(choices, 1);
+  EXPECT_THAT(Rows(kLocations), ElementsAre("CD1/a.mp3"));
+  EXPECT_EQ(Rows(kArchives).size(), 1U);
+  interaction_.WillAnswer(Answer::kYes);
+  mnuItem3CDArchivloeschen_Click(bench_, [&] { session_.preferences.lblConfigCDROM = "/mnt"; });
+  EXPECT_THAT(Rows(kLocations), ElementsAre("/mnt/a.mp3"));
+}
+
+TEST_F(CDArchives, OnlyAnArchiveIsDeletedAndOnlyOnYes) {
+  for (const NodeKind kind : {NodeKind::kRoot, NodeKind::kArchives, NodeKind::kPlaylist}) {
+    ClickNode(kind, "CD1");
+    interaction_.WillAnswer(Answer::kOk);
+    mnuItem3CDArchivloeschen_Click(bench_, {});
+  }
+  EXPECT_THAT(interaction_.BoxTexts(), testing::Each("Tunemeadow: No CDArchive is  selected."));
+  AddTrack("CD1/a.mp3");
+  ClickNode(NodeKind::kArchive, "CD1");
+  interaction_.WillAnswer(Answer::kNo);
+  mnuItem3CDArchivloeschen_Click(bench_, {});
+  EXPECT_THAT(Rows(kLocations), ElementsAre("CD1/a.mp3"));
+}
+
+TEST_F(CDArchives, ARefusedStatementIsToldAndEndsIt) {
+  AddTrack("/a.mp3");
+  AddTrack("/b.mp3");
+  Refuse("update on mp3sTabelle when old.location='/b.mp3'", "full");
+  ShowTracks(2);
+  interaction_.WillAnswer(Answer::kOk);
+  Archive("CD1");
+  EXPECT_THAT(interaction_.BoxTexts(), ElementsAre("Error!: full"));
+  EXPECT_THAT(Rows(kLocations), ElementsAre("CD1/a.mp3", "/b.mp3"));
+  EXPECT_THAT(Locations(bench_.ListView1), testing::Contains("CD1/a.mp3"));
+  EXPECT_FALSE(session_.busy);
+}
+
+}  // namespace
+}  // namespace tunemeadow

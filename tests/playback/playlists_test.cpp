@@ -1,0 +1,305 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "playback/playlists.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "core/text.h"
+#include "playback/lists_test.h"
+
+namespace tunemeadow {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr char kMembers[] =
+    "select Playlist || '/' || UID || '/' || coalesce([position],'-') from playlists "
+    "order by UIDPLaylist";
+
+class Playlists : public ListsTest {
+ protected:
+  Playlists() {
+    for (const char* path : {"/m/a.mp3", "/m/b.mp3", "/m/c.mp3"}) uids_.push_back(AddTrack(path));
+    ShowTracks(2);
+  }
+
+  void Save(const std::string& name) {
+    bench_.PlaylistTargetName = name;
+    mnuPlaylistSave_Click(bench_);
+  }
+
+  Texts Names() { return Rows("select Playlist from playlists group by Playlist order by 1"); }
+
+  /// The tracks of the list in its stored order, by the last letter of their file names.
+  std::string Order(const std::string& name) {
+    std::string order;
+    OpenPlaylist(name);
+    for (const std::string& path : Locations(bench_.ListView3)) order += path[3];
+    return order;
+  }
+
+  Texts uids_;
+};
+
+TEST_F(Playlists, TheSelectedRowsOfTheListInViewAreAddedWithoutAPosition) {
+  interaction_.WillAnswerText("Mine");
+  mnuPlaylistSave_Click(bench_);
+  EXPECT_THAT(interaction_.prompts, ElementsAre("Playlist Name?"));
+  EXPECT_THAT(Rows(kMembers), ElementsAre("Mine/" + uids_[0] + "/-", "Mine/" + uids_[1] + "/-"));
+  EXPECT_THAT(bench_.tree.playlists, ElementsAre("Mine"));
+  OpenPlaylist("Mine", 1);
+  Save("Other");
+  EXPECT_THAT(Rows(kMembers), testing::Contains("Other/" + uids_[0] + "/-"));
+  EXPECT_EQ(bench_.PlaylistTargetName, "") << "it counts once";
+  interaction_.ExpectPutBack();
+  EXPECT_FALSE(session_.busy);
+}
+
+TEST_F(Playlists, NoNameMakesNoPlaylistAndEachProposalCounts) {
+  for (const std::optional<std::string>& answer :
+       {std::optional<std::string>(), std::optional<std::string>("")}) {
+    interaction_.WillAnswerText(answer);
+    mnuPlaylistSave_Click(bench_);
+    interaction_.WillAnswerText(answer);
+    mnuToolsRandomPlaylist_Click(bench_);
+  }
+  EXPECT_EQ(bench_.PlaylistCounter, 5);
+  mnuPlaylistAddItems_Click(bench_, "");
+  EXPECT_THAT(Rows(kMembers), ElementsAre());
+  bench_.PlaylistCounter = 32767;
+  interaction_.WillAnswerText("");
+  mnuPlaylistSave_Click(bench_);
+  EXPECT_EQ(bench_.PlaylistCounter, 1) << "the number has 16 bits";
+}
+
+TEST_F(Playlists, WhateverIsTypedAsANameIsTheName) {
+  const std::vector<std::string> names = {
+      "Rock 'n' \"Roll\"", "a|b",   "Playlist", "UID",  "position",  "x\\y/z; drop table playlists",
+      "50% & more",        "Größe", "''",       "\"\"", "[position]"};
+  for (const std::string& name : names) {
+    SCOPED_TRACE(name);
+    Run("delete from playlists");
+    Save("Bystander");
+    Save(name);
+    EXPECT_THAT(PlaylistNames(bench_), testing::UnorderedElementsAre("Bystander", name));
+    EXPECT_EQ(Order(name), "ab");
+    MovePlaylistRow(bench_, 0, 1);
+    EXPECT_EQ(Order(name), "ba");
+    ClickNode(NodeKind::kPlaylist, name);
+    interaction_.WillAnswerText(name + "\"2'");
+    mnuPlaylistUmbenennen_Click(bench_);
+    EXPECT_EQ(bench_.current_playlist, name + "\"2'") << "the open list goes by its new name";
+    EXPECT_EQ(Order(name + "\"2'"), "ba");
+    Select(bench_.ListView3, 1);
+    interaction_.WillAnswer(Answer::kYes);
+    DeleteFromPlaylist(bench_);
+    EXPECT_EQ(Order(name + "\"2'"), "a");
+    ClickNode(NodeKind::kPlaylist, name + "\"2'");
+    interaction_.WillAnswer(Answer::kYes);
+    mnuPlaylistDelete_Click(bench_);
+    EXPECT_EQ(interaction_.boxes.back().text,
+              "Are you sure to delete playlist \"" + name + "\"2'\"?");
+    EXPECT_THAT(Names(), ElementsAre("Bystander"));
+    ShowTracks(2);
+  }
+}
+
+TEST_F(Playlists, ANameIsCutToFiftyCharacters) {
+  const std::string fifty = ReplaceEach(std::string(50, 'x'), "x", "ü");
+  Save(fifty + "y");
+  interaction_.WillAnswerText(fifty + std::string(250, 'y'));
+  mnuToolsRandomPlaylist_Click(bench_);
+  EXPECT_THAT(Names(), ElementsAre(fifty));
+  ClickNode(NodeKind::kPlaylist, fifty);
+  interaction_.WillAnswerText(std::string(300, 'z'));
+  mnuPlaylistUmbenennen_Click(bench_);
+  EXPECT_THAT(Names(), ElementsAre(std::string(50, 'z')));
+}
+
+TEST_F(Playlists, ARandomOneDrawsAPositionBelowTheNumberOfAllRows) {
+  for (int i = 0; i < 60; ++i) AddTrack("/r/" + std::to_string(i) + ".mp3");
+  ShowTracks(50);
+  interaction_.WillAnswerText("Mixed");
+  mnuToolsRandomPlaylist_Click(bench_);
+  EXPECT_THAT(interaction_.prompts, ElementsAre("50 items selected."));
+  EXPECT_THAT(
+      Rows("select UID from playlists order by UIDPLaylist"),
+      testing::ElementsAreArray(Rows("select uid from mp3sTabelle order by location limit 50")));
+  const Texts positions = Rows("select [position] from playlists");
+  EXPECT_GT(std::set<std::string>(positions.begin(), positions.end()).size(), 10U);
+  EXPECT_THAT(Rows("select count(UID) from playlists where [position] between 0 and 62"),
+              ElementsAre("50"));
+}
+
+TEST_F(Playlists, ARandomOneOfNothingIsRefused) {
+  bench_.ListView1.ClearSelection();
+  interaction_.WillAnswer(Answer::kOk);
+  mnuToolsRandomPlaylist_Click(bench_);
+  EXPECT_THAT(interaction_.BoxTexts(), ElementsAre("Tunemeadow: You view is empty!"));
+}
+
+TEST_F(Playlists, ARefusedRowIsToldOnceWithItsStatement) {
+  Refuse("insert on playlists when new.UID=" + uids_[1], "no room");
+  ShowTracks(3);
+  interaction_.WillAnswer(Answer::kOk);
+  Save("It's");
+  EXPECT_THAT(interaction_.BoxTexts(),
+              ElementsAre("Tunemeadow: no room\ninsert into playlists (Playlist,uid) values "
+                          "(\"It's\"," +
+                          uids_[1] + ")"));
+  EXPECT_THAT(Rows(kMembers), ElementsAre("It's/" + uids_[0] + "/-"));
+  interaction_.WillAnswer(Answer::kOk);
+  Refuse("update on playlists", "locked");
+  OpenPlaylist("It's");
+  SavePlaylistOrder(bench_);
+  EXPECT_EQ(interaction_.BoxTexts().back(), "Error!: locked");
+  EXPECT_EQ(interaction_.Status(), "Ready.");
+}
+
+TEST_F(Playlists, OnlyAPlaylistsNodeIsDeletedOrRenamedAndOnlyOnYes) {
+  Save("Mine");
+  for (const NodeKind kind : {NodeKind::kRoot, NodeKind::kPlaylists, NodeKind::kArchive}) {
+    ClickNode(kind, "Mine");
+    mnuPlaylistDelete_Click(bench_);
+    mnuPlaylistUmbenennen_Click(bench_);
+  }
+  ClickNode(NodeKind::kPlaylist, "Mine");
+  interaction_.WillAnswer(Answer::kNo);
+  mnuPlaylistDelete_Click(bench_);
+  for (const std::optional<std::string>& answer :
+       {std::optional<std::string>(), std::optional<std::string>(""),
+        std::optional<std::string>("Mine")}) {
+    interaction_.WillAnswerText(answer);
+    mnuPlaylistUmbenennen_Click(bench_);
+  }
+  EXPECT_THAT(interaction_.prompts, testing::Each("Neuer Name:"));
+  EXPECT_THAT(Names(), ElementsAre("Mine"));
+  OpenPlaylist("Mine");
+  interaction_.WillAnswer(Answer::kYes);
+  mnuPlaylistDelete_Click(bench_);
+  EXPECT_THAT(Names(), ElementsAre());
+  EXPECT_EQ(bench_.ListView3.RowCount(), 0U) << "the list in view is gone too";
+  EXPECT_THAT(Rows("select count(uid) from mp3sTabelle"), ElementsAre("3"));
+  mnuPlaylistDelete_Click(bench_);
+}
+
+TEST_F(Playlists, TwoBecomeOneOnlyIfThePersonWantsIt) {
+  Save("Mine");
+  Save("Other");
+  ClickNode(NodeKind::kPlaylist, "Mine");
+  interaction_.WillAnswerText("OTHER");
+  interaction_.WillAnswer(Answer::kNo);
+  mnuPlaylistUmbenennen_Click(bench_);
+  EXPECT_THAT(Names(), ElementsAre("Mine", "Other"));
+  interaction_.WillAnswerText("mine");
+  mnuPlaylistUmbenennen_Click(bench_);
+  EXPECT_THAT(Names(), ElementsAre("mine", "Other")) << "the same list in other letters";
+  interaction_.WillAnswerText("other");
+  interaction_.WillAnswer(Answer::kYes);
+  mnuPlaylistUmbenennen_Click(bench_);
+  EXPECT_EQ(Names().size(), 1U);
+  EXPECT_EQ(Rows(kMembers).size(), 4U);
+}
+
+TEST_F(Playlists, EqualAndMissingPositionsFollowThePath) {
+  ShowTracks(3);
+  Save("Mine");
+  EXPECT_EQ(Order("Mine"), "abc");
+  Run("update playlists set [position]=1 where UID in (" + uids_[0] + "," + uids_[1] + ")");
+  EXPECT_EQ(Order("Mine"), "cab") << "what never got a position stands first";
+  SavePlaylistOrder(bench_);
+  EXPECT_TRUE(interaction_.SawStatus("Saving Playlist..."));
+  EXPECT_EQ(interaction_.Status(), "Ready.");
+  EXPECT_THAT(Rows("select UID || ':' || [position] from playlists order by [position]"),
+              ElementsAre(uids_[2] + ":1", uids_[0] + ":2", uids_[1] + ":3"));
+}
+
+TEST_F(Playlists, ATrackThatStandsTwiceGetsTheLastNumberAndGoesTwice) {
+  Save("Mine");
+  ShowTracks(1);
+  Save("Mine");
+  EXPECT_EQ(Order("Mine"), "aab");
+  MovePlaylistRow(bench_, 1, 2);
+  EXPECT_THAT(Rows("select UID || ':' || [position] from playlists order by UIDPLaylist"),
+              ElementsAre(uids_[0] + ":3", uids_[1] + ":2", uids_[0] + ":3"));
+  OpenPlaylist("Mine");
+  Select(bench_.ListView3, 0);
+  bench_.ListView3.SelectOnly(2);
+  interaction_.WillAnswer(Answer::kYes);
+  DeleteFromPlaylist(bench_);
+  EXPECT_EQ(Locations(bench_.ListView3), Texts{"/m/b.mp3"});
+}
+
+TEST_F(Playlists, AMovedRowStaysSelectedAndItsOrderIsStored) {
+  ShowTracks(3);
+  Save("Mine");
+  OpenPlaylist("Mine");
+  MovePlaylistRow(bench_, 0, 1);
+  EXPECT_EQ(bench_.ListView3.SelectedRows(), std::vector<std::size_t>{1});
+  EXPECT_EQ(Order("Mine"), "bac");
+  MovePlaylistRow(bench_, 2, 0);
+  MovePlaylistRow(bench_, 0, 3);
+  EXPECT_EQ(Order("Mine"), "cba");
+  bench_.search.txtFileSearch = "b.mp3";
+  OpenPlaylist("Mine");
+  EXPECT_FALSE(ShowsWholePlaylist(bench_));
+  MovePlaylistRow(bench_, 0, 0);
+  bench_.search.txtFileSearch = "m";
+  bench_.search.cboSongname = "t";
+  OpenPlaylist("Mine");
+  EXPECT_TRUE(ShowsWholePlaylist(bench_)) << "the search leaves nothing out";
+}
+
+TEST_F(Playlists, ASearchInAPlaylistNeverChangesItsOrder) {
+  ShowTracks(3);
+  Save("Mine");
+  OpenPlaylist("Mine");
+  MovePlaylistRow(bench_, 0, 2);
+  Run("update mp3sTabelle set Artist='x' where uid<>" + uids_[1]);
+  bench_.search.cboArtistSearch = "x";
+  OpenPlaylist("Mine");
+  ASSERT_EQ(bench_.ListView3.RowCount(), 2U);
+  MovePlaylistRow(bench_, 0, 1);
+  bench_.search = {};
+  EXPECT_EQ(Order("Mine"), "bca");
+}
+
+TEST_F(Playlists, DeletingTakesTheRowsOutOfThisPlaylistAlone) {
+  for (int i = 0; i < 40; ++i) AddTrack("/r/" + std::to_string(100 + i) + ".mp3");
+  ShowTracks(43);
+  Save("Mine");
+  Save("Other");
+  OpenPlaylist("Mine");
+  interaction_.WillAnswer(Answer::kOk);
+  DeleteFromPlaylist(bench_);
+  Select(bench_.ListView3, 2);
+  interaction_.WillAnswer(Answer::kNo);
+  DeleteFromPlaylist(bench_);
+  interaction_.WillAnswer(Answer::kYes);
+  DeleteFromPlaylist(bench_);
+  EXPECT_EQ(bench_.ListView3.RowCount(), 41U);
+  EXPECT_EQ(bench_.ListView3.SelectedRows(), std::vector<std::size_t>{0});
+  Select(bench_.ListView3, 20);
+  interaction_.WillAnswer(Answer::kYes);
+  DeleteFromPlaylist(bench_);
+  EXPECT_EQ(bench_.ListView3.RowCount(), 21U);
+  EXPECT_THAT(interaction_.BoxTexts(),
+              ElementsAre("Tunemeadow: No Objects selected!",
+                          "Delete: Are you sure to delete 2 item(s) of your selected playlist?",
+                          "Delete: Are you sure to delete 2 item(s) of your selected playlist?",
+                          "Delete: Are you sure to delete 20 item(s) of your selected playlist?"));
+  EXPECT_EQ(interaction_.boxes.back().icon, Icon::kExclamation);
+  EXPECT_THAT(Rows("select count(UID) from playlists group by Playlist order by Playlist"),
+              ElementsAre("21", "43"));
+  Select(bench_.ListView3, 21);
+  interaction_.WillAnswer(Answer::kYes);
+  DeleteFromPlaylist(bench_);
+  EXPECT_THAT(bench_.tree.playlists, ElementsAre("Other")) << "the last track takes the list along";
+}
+
+}  // namespace
+}  // namespace tunemeadow
