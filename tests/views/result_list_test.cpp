@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "support/list_rows.h"
 #include "views/sort_keys.h"
 
 namespace tunemeadow {
