@@ -120,17 +120,6 @@ void LoadTexts(Workbench& bench, std::size_t row) {
   ReadOwnLyrics3(details);
 }
 
-/// The row whose record is in the editor, alone. False where the list in view does not have it.
-bool SelectLoadedRow(Workbench& bench) {
-  ResultList& list = bench.ListInView();
-  const auto row = list.RowOfUid(bench.details.uid);
-  if (!row) return false;
-  list.SelectOnly(*row);
-  list.SetFocusedRow(*row);
-  bench.Watcher().SelectionSet();
-  return true;
-}
-
 void ShowDetails(Workbench& bench, std::size_t row) {
   bench.Watcher().DetailsChanged();
   if (bench.show_picture && bench.ListInView().Cell(row, Field::haspic) == "1") {
@@ -151,11 +140,26 @@ void ListView1_ItemClick(Workbench& bench, std::size_t row) {
   }
   bench.details.save_all = false;
   const bool is_loaded = bench.details.uid != 0 && bench.details.uid == list.Uid(row);
-  if (!is_loaded && !AskToSaveChanges(bench) && SelectLoadedRow(bench)) return;
+  if (!is_loaded && !AskToSaveChanges(bench)) {
+    KeepLoadedRecord(bench);
+    return;
+  }
   if (row >= list.RowCount()) return;  // the window lives while a record is saved
   FollowRowInTree(bench, row);
   if (!is_loaded || !HasChanges(bench.details)) LoadTexts(bench, row);
   ShowDetails(bench, row);
+}
+
+void KeepLoadedRecord(Workbench& bench) {
+  ResultList& list = bench.ListInView();
+  if (const auto row = list.RowOfUid(bench.details.uid)) {
+    list.SelectOnly(*row);
+    list.SetFocusedRow(*row);
+  } else {
+    list.ClearSelection();
+  }
+  bench.Watcher().SelectionSet();
+  bench.Watcher().DetailsChanged();
 }
 
 bool AskToSaveChanges(Workbench& bench) {

@@ -60,7 +60,7 @@ struct DetailEditor {
 /// block and, where the row has one and the pane is shown, the picture. With two or more rows
 /// selected the editor goes into the mode for many and keeps its texts. `row` is the clicked one.
 /// Changes of the record that is about to go are asked for first; where they were to be saved and
-/// could not be, that record stays, and so does its row. Changes of the clicked row itself stay in
+/// could not be, that record stays (KeepLoadedRecord). Changes of the clicked row itself stay in
 /// the editor.
 void ListView1_ItemClick(Workbench& bench, std::size_t row);
 
@@ -71,6 +71,10 @@ void ListView1_ItemExternClick(Workbench& bench);
 /// calls the save command. For the moments at which the record is about to go: another row, the end
 /// of the program. False where the person wants the changes saved and that did not happen.
 bool AskToSaveChanges(Workbench& bench);
+
+/// For a record that must stay in the editor though another row was chosen: selects its row alone,
+/// or no row where the list in view does not have it, and tells the watcher.
+void KeepLoadedRecord(Workbench& bench);
 
 /// The editor's mode for many rows, and back to that for one.
 void ChangeDetailtoSaveALL(Workbench& bench);

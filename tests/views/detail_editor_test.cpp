@@ -159,6 +159,13 @@ TEST_F(Details, ARecordThatCouldNotBeSavedStaysWithItsRow) {
   EXPECT_EQ(details_.txtTitelSave, "mine");
   EXPECT_EQ(bench_.ListView1.SelectedRows(), std::vector<std::size_t>{0});
   EXPECT_EQ(bench_.ListView1.FocusedRow(), 0U);
+  bench_.ListView1.RemoveRows({0});
+  interaction_.WillAnswer(Answer::kYes);
+  Click(0);
+  EXPECT_EQ(details_.txtTitelSave, "mine") << "though a search has not found it";
+  EXPECT_TRUE(details_.DetailsChanged);
+  EXPECT_EQ(bench_.ListView1.SelectedCount(), 0U);
+  EXPECT_EQ(watcher_.selections, 2);
 }
 
 TEST_F(Details, SeveralRowsAreNotAskedFor) {
