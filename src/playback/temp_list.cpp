@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "playback/temp_list.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "core/descriptor.h"
+#include "core/paths.h"
+
+namespace tunemeadow {
+namespace {
+
+constexpr std::size_t kFolderBuffer = 255;
+constexpr mode_t kOwnerOnly = S_IRWXU;
+
+/// A folder, no link to one, that nobody but this user can enter.
+bool IsPrivateFolder(const std::string& folder) {
+  struct stat status {};
+  return lstat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode) &&
+         status.st_uid == geteuid() && (status.st_mode & ALLPERMS) == kOwnerOnly;
+}
+
+/// Empty where none can be made.
+std::string PrivateFolder() {
+  const std::string base = JoinPath(GetTempFolder(), "tunemeadow-");
+  std::string folder = base + std::to_string(geteuid());
+  if (mkdir(folder.c_str(), kOwnerOnly) == 0 || IsPrivateFolder(folder)) return folder;
+  // Somebody else was there first.
+  folder = base + "XXXXXX";
+  return mkdtemp(folder.data()) != nullptr ? folder : std::string();
+}
+
+}  // namespace
+
+std::string GetTempFolder() {
+  const char* folder = std::getenv("TMPDIR");
+  const std::string_view text = folder == nullptr ? "" : folder;
+  return text.starts_with('/') && text.size() < kFolderBuffer ? std::string(text) : "/tmp";
+}
+
+std::optional<std::string> WriteTempList(const std::string& name, std::string_view bytes) {
+  const std::string folder = PrivateFolder();
+  if (folder.empty()) return std::nullopt;
+  std::string path = JoinPath(folder, name);
+  unlink(path.c_str());
+  Descriptor file(
+      open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
+  if (!file.IsOpen() || !WriteAllAt(file.get(), bytes, 0) || !file.Close()) return std::nullopt;
+  return path;
+}
+
+}  // namespace tunemeadow

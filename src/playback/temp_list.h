@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The short-lived lists that a player is started with. They lie in a folder of this user alone: in
+// the shared one somebody else could have put a link under their names.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tunemeadow {
+
+/// The system's temporary folder, bytes: $TMPDIR where that is an absolute path of less than 255
+/// bytes, else "/tmp".
+[[nodiscard]] std::string GetTempFolder();
+
+/// Replaces the file `name` in the private folder below GetTempFolder by these bytes. Its full
+/// path; nullopt where that failed. The file stays until the next list of its name.
+[[nodiscard]] std::optional<std::string> WriteTempList(const std::string& name,
+                                                       std::string_view bytes);
+
+}  // namespace tunemeadow
