@@ -77,6 +77,27 @@ bool HasChanges(const DetailEditor& details) noexcept {
   return details.DetailsKeyed && details.DetailsChanged;
 }
 
+/// Calls `each` with every text that a row fills, always in the same order.
+template <typename Each>
+void ForEachText(DetailEditor& details, Each each) {
+  for (const CellToDetail& pair : kCellsToDetails) each(details.*pair.text);
+  for (std::string& text : details.txtSave3) each(text);
+}
+
+void EnterModeForMany(DetailEditor& details) {
+  if (std::exchange(details.save_all, true)) return;
+  details.texts_of_one.clear();
+  ForEachText(details, [&](const std::string& text) { details.texts_of_one.push_back(text); });
+}
+
+void LeaveModeForMany(DetailEditor& details) {
+  details.save_all = false;
+  std::vector<std::string> texts = std::exchange(details.texts_of_one, {});
+  if (texts.empty()) return;
+  auto next = texts.begin();
+  ForEachText(details, [&](std::string& text) { text = std::move(*next++); });
+}
+
 /// What the list does not hold. The values of a block that is not whole are not used.
 void ReadOwnLyrics3(DetailEditor& details) {
   if (!ReadLyrics3Tag(details.txtLocationSave, details.lyrics3)) details.lyrics3 = {};
@@ -112,6 +133,16 @@ std::optional<std::size_t> CurrentRow(const ResultList& list) {
   return row;
 }
 
+std::optional<std::size_t> RowToLoadAgain(const ResultList& list, std::int64_t loaded) {
+  const std::vector<std::size_t> selected = list.SelectedRows();
+  for (const std::size_t row : selected) {
+    if (loaded != 0 && list.Uid(row) == loaded) return row;
+  }
+  if (!selected.empty()) return selected.front();
+  const auto own = loaded != 0 ? list.RowOfUid(loaded) : std::nullopt;
+  return own ? own : CurrentRow(list);
+}
+
 void LoadTexts(Workbench& bench, std::size_t row) {
   DetailEditor& details = bench.details;
   details.enabled = true;
@@ -138,7 +169,7 @@ void ListView1_ItemClick(Workbench& bench, std::size_t row) {
     ChangeDetailtoSaveALL(bench);
     return;
   }
-  bench.details.save_all = false;
+  LeaveModeForMany(bench.details);
   const bool is_loaded = bench.details.uid != 0 && bench.details.uid == list.Uid(row);
   if (!is_loaded && !AskToSaveChanges(bench)) {
     KeepLoadedRecord(bench);
@@ -172,20 +203,19 @@ bool AskToSaveChanges(Workbench& bench) {
 }
 
 void ChangeDetailtoSaveALL(Workbench& bench) {
-  bench.details.save_all = true;
+  EnterModeForMany(bench.details);
   bench.Watcher().DetailsChanged();
 }
 
 void ChangeDetailSaveNo(Workbench& bench) {
-  bench.details.save_all = false;
+  LeaveModeForMany(bench.details);
   bench.details.comment_enabled = !bench.session.preferences.chkAutoComment;
   bench.Watcher().DetailsChanged();
 }
 
 void ReloadDetails(Workbench& bench) {
   const ResultList& list = bench.ListInView();
-  auto row = bench.details.uid != 0 ? list.RowOfUid(bench.details.uid) : std::nullopt;
-  if (!row) row = CurrentRow(list);
+  const auto row = RowToLoadAgain(list, bench.details.uid);
   if (!row) return;
   LoadTexts(bench, *row);
   ShowDetails(bench, *row);

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "audio/id3v2_pictures.h"
 #include "audio/lyrics3.h"
@@ -46,6 +47,9 @@ struct DetailEditor {
 
   std::string hasid3v1, hasid3v2;  ///< cells of the row it was loaded from
 
+  /// The record's own texts, while save_all lets the controls hold what is meant for many.
+  std::vector<std::string> texts_of_one;
+
   MassSelectors selectors;  ///< which fields "&Save all" writes
 
   Lyrics3 lyrics3;  ///< the file's own block, read at the item click
@@ -76,13 +80,14 @@ bool AskToSaveChanges(Workbench& bench);
 /// or no row where the list in view does not have it, and tells the watcher.
 void KeepLoadedRecord(Workbench& bench);
 
-/// The editor's mode for many rows, and back to that for one.
+/// The editor's mode for many rows, and back to that for one. What was typed for many goes on the
+/// way back: the record has the texts again that it went in with.
 void ChangeDetailtoSaveALL(Workbench& bench);
 void ChangeDetailSaveNo(Workbench& bench);
 
-/// Fills the editor again from the cells of the row that it holds; where the list in view does not
-/// have it, from the row with the focus or the first selected one. For commands that have changed
-/// rows. Changes that were not saved go.
+/// Fills the editor again from the cells of the row that it holds, if that is selected; else from
+/// the first selected row. Without a selection, from its own row or the one with the focus. For
+/// commands that have changed rows. Changes that were not saved go.
 void ReloadDetails(Workbench& bench);
 
 /// The way back: the texts of the editor go into the cells of the row.

@@ -122,7 +122,9 @@ ListTotals RunSearch(Workbench& bench, const std::string& sql) {
   return totals;
 }
 
+/// One row, or none: what stands in the editor for many belongs to rows that have gone.
 void SelectFirstRow(Workbench& bench) {
+  if (bench.details.save_all) ChangeDetailSaveNo(bench);
   ResultList& list = bench.ListInView();
   if (list.RowCount() == 0) return;
   list.SelectOnly(0);

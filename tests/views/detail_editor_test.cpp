@@ -107,6 +107,15 @@ TEST_F(Details, SeveralRowsKeepTheTextsAndSwitchToSaveAll) {
   ListView1_ItemClick(bench_, 1);
   EXPECT_TRUE(details_.save_all);
   EXPECT_EQ(details_.uid, 100);
+  details_.txtAlbumSave = details_.txtSave3[4] = "for many";
+  ListView1_ItemClick(bench_, 0);
+  ChangeDetailSaveNo(bench_);
+  EXPECT_EQ(details_.txtAlbumSave + details_.txtSave3[4], "album-0url-0");
+  ReloadDetails(bench_);
+  EXPECT_EQ(details_.uid, 100);
+  bench_.ListView1.SelectOnly(1);
+  ReloadDetails(bench_);
+  EXPECT_EQ(details_.uid, 101) << "a row that is not selected is not the one that is meant";
   Click(1);
   EXPECT_FALSE(details_.save_all);
   EXPECT_EQ(details_.uid, 101);

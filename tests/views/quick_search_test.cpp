@@ -120,6 +120,18 @@ TEST_F(Search, AFailingStatementShowsItselfAndLeavesAnEmptyList) {
   EXPECT_EQ(bench_.ListView1.RowCount(), 1U) << "the next search is that of the fields";
 }
 
+TEST_F(Search, EndsTheModeForManyAndKeepsTheRecordOfTheEditor) {
+  AddTracks(2);
+  cmdSuchen(bench_);
+  ListView1_ItemClick(bench_, 0);
+  bench_.ListView1.SetSelected(0, 1, true);
+  ListView1_ItemClick(bench_, 1);
+  bench_.details.txtInterpretSave = "for many";
+  cmdSuchen(bench_);
+  EXPECT_FALSE(bench_.details.save_all);
+  EXPECT_EQ(bench_.details.txtInterpretSave, "A");
+}
+
 TEST_F(Search, AReplayRunsTheStoredStatementAndIsNoNewEntry) {
   AddTrack("Anna", "/m/a.mp3");
   AddTrack("Berta", "/m/b.mp3");
