@@ -129,6 +129,7 @@ TEST_F(EditingWindow, AChangedTrackIsNotLeftWithoutAQuestion) {
     BoxAnswers answers{kNo};
     Click("Cedar", Qt::ControlModifier);
     EXPECT_EQ(answers.seen.size(), 1U) << "many tracks begin with none of one";
+    EXPECT_EQ(Bench().details.txtTitelSave, "Birch");
   }
   Click("Cedar");
   EXPECT_EQ(Tags("Birch.mp3"), "Birch/Anna");
@@ -140,7 +141,7 @@ TEST_F(EditingWindow, AChangedTrackIsNotLeftWithoutAQuestion) {
 
 TEST_F(EditingWindow, AFieldThatMayNotStandKeepsItsTrackAndItsPanel) {
   Click("Ash");
-  BoxAnswers answers{kOkay, kOkay, kOkay};
+  BoxAnswers answers{kOkay, kOkay, kOkay, kOkay};
   Type("txtYearSave", "soon");
   Click("Birch");
   EXPECT_EQ(Shown("txtTitelSave"), "Ash");
@@ -154,6 +155,15 @@ TEST_F(EditingWindow, AFieldThatMayNotStandKeepsItsTrackAndItsPanel) {
   Type("txtYearSave", "1999");
   Press(window_, "cmdSpeichern");
   EXPECT_EQ(Cell("Ash", Field::year), "1999");
+  Bench().Watcher().ListCleared();
+  Bench().ListView1.RemoveRows({*Bench().ListView1.RowOfUid(Bench().details.uid)});
+  Bench().Watcher().ListFilled();
+  Type("txtYearSave", "later");
+  const std::size_t boxes = answers.seen.size();
+  Click("Birch");
+  EXPECT_EQ(answers.seen.size(), boxes + 1) << "the box of the field and nothing else";
+  EXPECT_EQ(Shown("txtTitelSave") + Shown("txtYearSave"), "Ashlater");
+  EXPECT_EQ(Bench().ListView1.SelectedCount(), 0U);
 }
 
 TEST_F(EditingWindow, ManyTracksTakeTheTickedFieldsOnly) {

@@ -30,19 +30,18 @@ void frmStart::ConnectDetails() {
   });
 }
 
-/// The row that was chosen. A record with a field that may not stand stays, and so does its row.
+/// The row that was chosen. A record with a field that may not stand stays, and nothing else comes
+/// of the click than the box on that field.
 void frmStart::ShowRecord(std::size_t row) {
-  ResultList& list = bench_.ListInView();
-  const bool stays =
-      !bench_.details.save_all && (!detail_panels_->FieldsStand() || !MayBecomeMany());
-  if (const auto kept = stays ? list.RowOfUid(bench_.details.uid) : std::nullopt) {
-    list.SelectOnly(*kept);
-    list.SetFocusedRow(*kept);
-    ViewInView().ShowSelection();
+  DetailEditor& details = bench_.details;
+  if (!details.save_all && (!detail_panels_->FieldsStand() || !MayBecomeMany())) {
+    KeepLoadedRecord(bench_);
     return;
   }
-  if (!bench_.details.save_all && list.SelectedCount() >= 2) {
-    bench_.details.DetailsKeyed = bench_.details.DetailsChanged = false;
+  if (!details.save_all && bench_.ListInView().SelectedCount() >= 2) {
+    // What the person did not want saved for one track is not meant for many.
+    if (details.DetailsChanged) ReloadDetails(bench_);
+    details.DetailsKeyed = details.DetailsChanged = false;
   }
   ListView1_ItemClick(bench_, row);
 }
