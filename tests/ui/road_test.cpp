@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QTreeWidget>
 #include <filesystem>
 
 #include "core/program_folder.h"
@@ -17,6 +16,7 @@
 #include "ui/dialogs/frmStartInfos.h"
 #include "ui/start/frmStart.h"
 #include "ui/start/result_view.h"
+#include "ui/start/tree_pane.h"
 #include "ui/support/path_field.h"
 
 namespace tunemeadow {
@@ -94,11 +94,8 @@ TEST_F(Road, FromTheFirstStartToTheSecond) {
 
     Import(window);
     EXPECT_EQ(Rows(window), 4);
-    EXPECT_TRUE(Find<QTreeWidget>(window, "TreeView1")
-                    .topLevelItem(0)
-                    ->child(0)
-                    ->text(0)
-                    .contains("4 Files"));
+    const auto* tree = Find<LibraryTree>(window, "TreeView1").model();
+    EXPECT_EQ(tree->index(1, 0, tree->index(0, 0)).data().toString(), "Database [4 Files]");
 
     Find<QComboBox>(window, "cboArtistSearch").setEditText("ANNA");
     Press(window, "cmdSuchen");

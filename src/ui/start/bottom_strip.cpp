@@ -24,6 +24,7 @@ QLabel* TotalLabel(QWidget* parent, const char* name, const QString& accessible)
 BottomStrip::BottomStrip(QWidget* parent)
     : QWidget(parent),
       tree_button_(new QToolButton(this)),
+      selection_box_(new QCheckBox(tr("Track Selection"), this)),
       picture_box_(new QCheckBox(tr("Show p&icture"), this)),
       time_(TotalLabel(this, "lblTotalTime", tr("Total playtime of the list"))),
       size_(TotalLabel(this, "lblTotalSize", tr("Total size of the list"))) {
@@ -33,15 +34,19 @@ BottomStrip::BottomStrip(QWidget* parent)
   tree_button_->setAccessibleName(tr("Hide or show the tree"));
   tree_button_->setFocusPolicy(Qt::StrongFocus);
   tree_button_->setShortcut(Qt::Key_F9);
+  selection_box_->setObjectName("chkTrackSelection");
+  selection_box_->setToolTip(tr("A click on a track selects its place in the tree"));
   picture_box_->setObjectName("chkPicShow");
   picture_box_->setToolTip(tr("Shows the picture of the clicked track beside its details"));
   row->addWidget(tree_button_);
+  row->addWidget(selection_box_);
   row->addWidget(picture_box_);
   row->addStretch(1);
   row->addWidget(time_);
   row->addSpacing(style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing) * 2);
   row->addWidget(size_);
   connect(tree_button_, &QToolButton::clicked, this, &BottomStrip::TreeToggled);
+  connect(selection_box_, &QCheckBox::toggled, this, &BottomStrip::TrackSelectionToggled);
   connect(picture_box_, &QCheckBox::toggled, this, &BottomStrip::PictureToggled);
   ShowTreeVisible(true);
 }
@@ -54,6 +59,11 @@ void BottomStrip::ShowTotals(const QString& time, const QString& size) {
 void BottomStrip::ShowTreeVisible(bool visible) {
   tree_button_->setText(visible ? "<" : ">");
   tree_button_->setToolTip(visible ? tr("Hides the tree (F9)") : tr("Shows the tree (F9)"));
+}
+
+void BottomStrip::SetTrackSelection(bool on) {
+  const QSignalBlocker quiet(selection_box_);
+  selection_box_->setChecked(on);
 }
 
 void BottomStrip::SetPictureShown(bool shown) {

@@ -21,14 +21,17 @@ class BottomStrip : public QWidget {
 
   /// Caption and icon of cmdHideShowTreeview.
   void ShowTreeVisible(bool visible);
+  void SetTrackSelection(bool on);   ///< chkTrackSelection, without the signal
   void SetPictureShown(bool shown);  ///< chkPicShow, without the signal
 
  signals:
   void TreeToggled();
+  void TrackSelectionToggled(bool on);
   void PictureToggled(bool shown);
 
  private:
   QToolButton* tree_button_;
+  QCheckBox* selection_box_;
   QCheckBox* picture_box_;
   QLabel* time_;
   QLabel* size_;

@@ -97,6 +97,12 @@ void frmStart::LoadProperties() {
   columns_ = ReadColumnLayout(stored);
   bench_.show_picture = StoredValue(stored, "chkPicShow") != "0";
   bottom_strip_->SetPictureShown(bench_.show_picture);
+  bench_.track_selection = StoredValue(stored, "chkTrackSelection") != "0";
+  bottom_strip_->SetTrackSelection(bench_.track_selection);
+  const auto kind = ParseWhole(StoredValue(stored, "cboTreeSelector")).value_or(0);
+  const bool known = kind >= 0 && kind < static_cast<std::int64_t>(kTreeKinds.size());
+  bench_.tree.kind = known ? static_cast<TreeKind>(kind) : TreeKind::kLocation;
+  tree_pane_->ShowKind();
   SetPanesVisible(StoredValue(stored, "mnuHideShowSearchandDetails") != "False");
   // The start rules the other way round than the item click, which takes over at the first one.
   detail_panels_->EnableComment(session_.preferences.chkAutoComment);
@@ -169,7 +175,7 @@ void frmStart::FillList() {
   } else {
     bench_.current_view = "Database";
     interaction_.SetStatus("Ready.");
-    tree_pane_->SelectFirst();
+    bench_.tree.selected = {NodeKind::kRoot, "MYMP3S", {}};
   }
   UpdateTrackCount(bench_);
 }
@@ -217,6 +223,8 @@ void frmStart::Form_Unload() {
     std::erase_if(values,
                   [](const auto& value) { return value.first == "Top" || value.first == "Left"; });
   }
+  values.emplace_back("chkTrackSelection", bench_.track_selection ? "1" : "0");
+  values.emplace_back("cboTreeSelector", std::to_string(static_cast<int>(bench_.tree.kind)));
   if (!tree_pane_->isHidden()) {
     values.emplace_back("TreeView1.Width", std::to_string(tree_pane_->width() * kTwipsPerPixel));
   }

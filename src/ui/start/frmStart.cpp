@@ -105,7 +105,7 @@ QWidget* frmStart::BuildSearchRow() {
 QWidget* frmStart::BuildListRow() {
   list_splitter_ = new QSplitter(Qt::Horizontal);
   list_splitter_->setObjectName("splTree");
-  tree_pane_ = new TreePane(list_splitter_);
+  tree_pane_ = new TreePane(bench_.tree, list_splitter_);
   auto* lists = new QWidget(list_splitter_);
   auto* row = new QHBoxLayout(lists);
   row->setContentsMargins(0, 0, 0, 0);
@@ -144,6 +144,16 @@ void frmStart::BuildDetailButtons(QWidget* frame) {
       ArrowButton(frame, 0, tr("Next track"), "next", QKeySequence(Qt::CTRL | Qt::Key_Down));
   row->addWidget(previous_button_);
   row->addWidget(next_button_);
+  seek_button_ = new QToolButton(frame);
+  seek_button_->setObjectName("cmdSeekto");
+  seek_button_->setIcon(QIcon::fromTheme("location"));
+  seek_button_->setAccessibleName(tr("Show in the tree"));
+  seek_button_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
+  seek_button_->setToolTip(tr("Selects the track's place in the tree (%1)")
+                               .arg(seek_button_->shortcut().toString(QKeySequence::NativeText)));
+  seek_button_->setFocusPolicy(Qt::StrongFocus);
+  seek_button_->setEnabled(false);
+  row->addWidget(seek_button_);
   row->addStretch(1);
   BuildSaveButtons(*row);
   static_cast<QVBoxLayout*>(frame->layout())->addLayout(row);

@@ -86,6 +86,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void BuildHistoryMenu(QMenu& menu);
   void ConnectPanes();
   void ConnectDetails();
+  void ConnectTree();
   void ConnectList(ResultView& view);
 
   // Steps of the start, in form_load.cpp.
@@ -112,6 +113,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void SearchItemsChanged() override;
   void TotalsChanged() override;
   void TreeChanged() override;
+  void TreeNodeSelected() override;
   void DetailsChanged() override;
   void PictureChanged() override;
   void ListInViewChanged() override;
@@ -127,6 +129,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void SetPanesVisible(bool visible);
   void ShowRecord(std::size_t row);
   void ShowSaveButton();
+  void ShowTreeMenu(NodeKind kind, const QPoint& where);
   [[nodiscard]] bool MayBecomeMany();
   [[nodiscard]] ResultView& ViewInView() noexcept;
 
@@ -147,14 +150,15 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   QFrame* detail_frame_ = nullptr;
   QToolButton* next_button_ = nullptr;
   QToolButton* previous_button_ = nullptr;
+  QToolButton* seek_button_ = nullptr;
   QPushButton* save_button_ = nullptr;
   QLabel* status_label_ = nullptr;
   QProgressBar* progress_bar_ = nullptr;
   QMenu* list_menu_ = nullptr;
+  QMenu* tree_menu_ = nullptr;  ///< mnuItem2
   QAction* panes_action_ = nullptr;
   std::unique_ptr<frmPreferences> preferences_;
   ColumnLayout columns_;
-  int stored_tree_selector_ = -1;
   bool unloaded_ = false;
 };
 

@@ -2,6 +2,7 @@
 // What the person asks of the main window, each in one call to the procedure that does it.
 #include <QCloseEvent>
 #include <QMenu>
+#include <QToolButton>
 
 #include "core/batch.h"
 #include "core/paths.h"
@@ -20,6 +21,7 @@
 #include "ui/support/help_pages.h"
 #include "ui/support/qt_text.h"
 #include "views/drag_out.h"
+#include "views/tree.h"
 
 namespace tunemeadow {
 
@@ -31,12 +33,7 @@ void frmStart::ConnectPanes() {
   connect(command_pane_, &CommandPane::HistoryRequested, this, [this](int index) {
     if (!session_.busy) mnuSuche_Click(bench_, static_cast<std::size_t>(index));
   });
-  connect(tree_pane_, &TreePane::DatabaseClicked, this, [this] {
-    cmdResetExternalClick();
-    cmdSuchenExternClick();
-  });
-  connect(bottom_strip_, &BottomStrip::TreeToggled, this,
-          [this] { SetTreeVisible(tree_pane_->isHidden()); });
+  ConnectTree();
   connect(bottom_strip_, &BottomStrip::PictureToggled, this, [this](bool shown) {
     bench_.show_picture = shown;
     session_.ini.SaveString(kConfigSection, "chkPicShow", shown ? "1" : "0");
@@ -46,6 +43,28 @@ void frmStart::ConnectPanes() {
   ConnectDetails();
   ConnectList(*list_view_);
   ConnectList(*playlist_view_);
+}
+
+void frmStart::ConnectTree() {
+  connect(tree_pane_, &TreePane::NodeClicked, this, [this](const TreeSelection& node) {
+    if (!session_.busy) TreeView1_NodeClick(bench_, node);
+  });
+  connect(tree_pane_, &TreePane::KindChosen, this, [this](TreeKind kind) {
+    if (!session_.busy) cboTreeSelector_Click(bench_, kind);
+    tree_pane_->ShowKind();
+  });
+  connect(tree_pane_, &TreePane::ContextMenuWanted, this, &frmStart::ShowTreeMenu);
+  connect(bottom_strip_, &BottomStrip::TreeToggled, this,
+          [this] { SetTreeVisible(tree_pane_->isHidden()); });
+  connect(bottom_strip_, &BottomStrip::TrackSelectionToggled, this,
+          [this](bool on) { bench_.track_selection = on; });
+  connect(seek_button_, &QToolButton::clicked, this, [this] {
+    if (!session_.busy) cmdSeekto_Click(bench_);
+  });
+}
+
+void frmStart::ShowTreeMenu(NodeKind kind, const QPoint& where) {
+  if (kind == NodeKind::kDatabase || kind == NodeKind::kGroup) tree_menu_->popup(where);
 }
 
 void frmStart::ConnectList(ResultView& view) {
@@ -104,6 +123,7 @@ void frmStart::SetPanesVisible(bool visible) {
 
 void frmStart::SetTreeVisible(bool visible) {
   tree_pane_->setVisible(visible);
+  bench_.tree.visible = visible;
   bottom_strip_->ShowTreeVisible(visible);
   if (visible) updatetreeview(bench_);
 }

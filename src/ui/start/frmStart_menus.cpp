@@ -98,6 +98,8 @@ void frmStart::BuildMenus() {
   AddMenu(*this, "mnuHelp", tr("&Help"), kHelpMenu);
   list_menu_ = new QMenu(this);
   list_menu_->setObjectName("mnuItem1");
+  tree_menu_ = new QMenu(this);
+  tree_menu_->setObjectName("mnuItem2");
 }
 
 void frmStart::BuildEditMenu() {

@@ -13,6 +13,7 @@
 #include "ui/start/search_panels.h"
 #include "ui/start/tree_pane.h"
 #include "ui/support/qt_text.h"
+#include "views/tree.h"
 
 namespace tunemeadow {
 
@@ -40,15 +41,18 @@ void frmStart::TotalsChanged() {
 }
 
 void frmStart::TreeChanged() {
-  tree_pane_->Show(bench_.tree);
+  tree_pane_->Show();
   search_panels_->SetNames(bench_.tree);
 }
+
+void frmStart::TreeNodeSelected() { tree_pane_->ShowSelected(); }
 
 void frmStart::DetailsChanged() {
   detail_panels_->Show();
   const bool one_track = bench_.details.enabled && !bench_.details.save_all;
   next_button_->setEnabled(one_track);
   previous_button_->setEnabled(one_track);
+  seek_button_->setEnabled(one_track);
   picture_pane_->EnableButtons(bench_.details);
   ShowSaveButton();
 }
@@ -71,6 +75,8 @@ void frmStart::PictureChanged() { picture_pane_->Show(bench_.details); }
 void frmStart::ListInViewChanged() {
   list_view_->setVisible(!bench_.playlist_in_view);
   playlist_view_->setVisible(bench_.playlist_in_view);
+  search_panels_->ShowNameCombos(NameCombosShown(bench_));
+  seek_button_->setEnabled(seek_button_->isEnabled() && !bench_.playlist_in_view);
   ShowSaveButton();
 }
 

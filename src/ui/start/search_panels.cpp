@@ -137,6 +137,13 @@ void SearchPanels::SetNames(const TreeData& tree) {
   SetNameList(*first_->cboCDArchive, tree.archives);
 }
 
+void SearchPanels::ShowNameCombos(bool shown) {
+  for (QWidget* control : std::initializer_list<QWidget*>{
+           first_->lblPlayliste, first_->cboPlaylists, first_->lblCDArchiv, first_->cboCDArchive}) {
+    control->setVisible(shown);
+  }
+}
+
 void SearchPanels::FocusFirst() {
   first_->cboSongname->setFocus();
   first_->cboSongname->lineEdit()->selectAll();

@@ -39,6 +39,9 @@ class SearchPanels : public QStackedWidget {
   void SetItems(const SearchItems& items);
   void SetNames(const TreeData& tree);
 
+  /// cboPlaylists and cboCDArchive with their labels, or their room left empty.
+  void ShowNameCombos(bool shown);
+
   /// Focus on cboSongname with its text selected.
   void FocusFirst();
 

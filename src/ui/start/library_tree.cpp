@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QContextMenuEvent>
+#include <QDragMoveEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QSignalBlocker>
+#include <QTimer>
+
+#include "ui/start/result_view.h"
+#include "ui/start/tree_pane.h"
+#include "ui/support/tree_model.h"
+
+namespace tunemeadow {
+namespace {
+
+bool TakesRows(NodeKind kind) {
+  return kind == NodeKind::kPlaylist || kind == NodeKind::kPlaylists || kind == NodeKind::kArchive;
+}
+
+}  // namespace
+
+LibraryTree::LibraryTree(QWidget* parent) : QTreeView(parent) {
+  setHeaderHidden(true);
+  setUniformRowHeights(true);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setAcceptDrops(true);
+}
+
+void LibraryTree::ExpandQuietly(const std::vector<QModelIndex>& indexes) {
+  const QSignalBlocker quiet(this);
+  // With a layout to come, an expansion is only noted.
+  scheduleDelayedItemsLayout();
+  for (const QModelIndex& index : indexes) expand(index);
+  executeDelayedItemsLayout();
+}
+
+void LibraryTree::keyPressEvent(QKeyEvent* event) {
+  const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+  if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+    event->accept();
+    if (currentIndex().isValid()) emit EnterPressed(currentIndex());
+    return;
+  }
+  QTreeView::keyPressEvent(event);
+}
+
+void LibraryTree::contextMenuEvent(QContextMenuEvent* event) {
+  const bool by_key = event->reason() == QContextMenuEvent::Keyboard;
+  const QModelIndex index = by_key ? currentIndex() : indexAt(event->pos());
+  event->accept();
+  if (!index.isValid()) return;
+  setCurrentIndex(index);
+  const QRect row = visualRect(index).intersected(viewport()->rect());
+  const QPoint where = by_key ? viewport()->mapToGlobal(row.isValid() ? row.center() : QPoint(0, 0))
+                              : event->globalPos();
+  emit MenuWanted(index, where);
+}
+
+/// The node that takes the rows of a list which are held over it; invalid for anything else.
+QModelIndex LibraryTree::TargetOf(const QDropEvent& event) const {
+  if (!isEnabled() || qobject_cast<ResultView*>(event.source()) == nullptr) return {};
+  const QModelIndex index = indexAt(event.position().toPoint());
+  const TreeNode* node = static_cast<const TreeModel*>(model())->NodeAt(index);
+  return node != nullptr && TakesRows(node->kind) ? index : QModelIndex();
+}
+
+void LibraryTree::MarkTarget(const QModelIndex& index) {
+  if (target_ == index) return;
+  target_ = index;
+  viewport()->update();
+}
+
+void LibraryTree::dragEnterEvent(QDragEnterEvent* event) {
+  const bool rows = isEnabled() && qobject_cast<ResultView*>(event->source()) != nullptr;
+  if (!rows) return event->ignore();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+}
+
+void LibraryTree::dragMoveEvent(QDragMoveEvent* event) {
+  const QModelIndex target = TargetOf(*event);
+  MarkTarget(target);
+  if (!target.isValid()) return event->ignore();
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+}
+
+void LibraryTree::dragLeaveEvent(QDragLeaveEvent* event) {
+  MarkTarget({});
+  event->accept();
+}
+
+void LibraryTree::dropEvent(QDropEvent* event) {
+  const QPersistentModelIndex target = TargetOf(*event);
+  MarkTarget({});
+  if (!target.isValid()) return event->ignore();
+  // Nothing left the window: the rows must not count as handed to a player.
+  event->setDropAction(Qt::IgnoreAction);
+  event->accept();
+  QTimer::singleShot(0, this, [this, target] {
+    if (target.isValid()) emit RowsDroppedOn(target);
+  });
+}
+
+void LibraryTree::drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const {
+  QTreeView::drawRow(painter, option, index);
+  if (target_ != index) return;
+  painter->save();
+  painter->setPen(palette().color(QPalette::Highlight));
+  painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+  painter->restore();
+}
+
+}  // namespace tunemeadow
