@@ -166,6 +166,16 @@ std::vector<Drive> MountedDrives(const std::string& system_root) {
   return drives;
 }
 
+std::vector<Drive> DrivesForDiscs(const std::string& system_root) {
+  std::vector<Drive> drives = MountedDrives(system_root);
+  std::erase_if(drives, [](const Drive& drive) { return drive.type == DriveType::kFixed; });
+  const std::string optical = FirstOpticalMount(system_root);
+  const bool listed = std::any_of(drives.begin(), drives.end(),
+                                  [&](const Drive& drive) { return drive.root == optical; });
+  if (!optical.empty() && !listed) drives.push_back({optical, DriveType::kOptical});
+  return drives;
+}
+
 std::string FirstOpticalMount(const std::string& system_root) {
   for (const Drive& drive : MountedDrives(system_root)) {
     if (drive.type == DriveType::kOptical) return drive.root;

@@ -33,6 +33,10 @@ struct Drive {
 /// that can be seen. `system_root`: where the machine's files begin, with its trailing "/".
 [[nodiscard]] std::vector<Drive> MountedDrives(const std::string& system_root = "/");
 
+/// The drives that may read burnt discs, for a person to choose from: all that are mounted but the
+/// fixed ones, and that of FirstOpticalMount where no disc is in it.
+[[nodiscard]] std::vector<Drive> DrivesForDiscs(const std::string& system_root = "/");
+
 /// Root of the first mounted disc; else the folder where the first optical drive's discs are
 /// usually mounted (as fstab tells, or /media/cdrom0, or /media/cdrom, if that folder exists); else
 /// empty.

@@ -13,6 +13,7 @@
 #include "support/scripted_interaction.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
+#include "ui/dialogs/frmLaufwerke.h"
 #include "ui/dialogs/frmPreferences.h"
 #include "ui/support/path_field.h"
 #include "ui/support/qt_text.h"
@@ -184,8 +185,13 @@ TEST_F(PreferencesWindow, PickersFillTheirFieldsAndRefuseWhatTheFileWouldCut) {
     person_.WillChoose("/opt/WinAmp/player");
     Press(window, "Command4");
     EXPECT_EQ(session_.PlayerKind, "Winamp");
-    person_.WillChoose(std::nullopt);
+    person_.WillChoose("/mnt/discs/");
+    WhenModal<frmLaufwerke> drives([](frmLaufwerke& dialog) {
+      Press(dialog, "cmdFolder");
+      Press(dialog, "cmdOK");
+    });
     Press(window, "Command6");
+    EXPECT_EQ(path("lblConfigCDROM"), "/mnt/discs");
     Press(window, "cmdCancel");
   });
   EXPECT_THAT(person_.BoxTexts(), ElementsAre(HasSubstr("longer than 255 characters")));

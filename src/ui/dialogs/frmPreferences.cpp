@@ -3,7 +3,9 @@
 
 #include "core/preference_rules.h"
 #include "library/start_up.h"
+#include "platform/drives.h"
 #include "playback/player_detection.h"
+#include "ui/dialogs/frmLaufwerke.h"
 #include "ui/support/help_pages.h"
 #include "ui/support/path_field.h"
 #include "ui/support/preference_controls.h"
@@ -74,7 +76,7 @@ void frmPreferences::ConnectControls() {
   };
   folder(ui_->import.Command2, ui_->import.lblScan, "Import files from");
   folder(ui_->import.Command1, ui_->import.lblPreviewPath, "Save previews in");
-  folder(ui_->playing.Command6, ui_->playing.lblConfigCDROM, "Choose CDROM");
+  connect(ui_->playing.Command6, &QPushButton::clicked, this, &frmPreferences::Command6_Click);
   connect(ui_->main.Command3, &QPushButton::clicked, this, &frmPreferences::Command3_Click);
   connect(ui_->main.Command4, &QPushButton::clicked, this, &frmPreferences::Command4_Click);
   connect(ui_->encoding.Command5, &QPushButton::clicked, this, [this] {
@@ -103,6 +105,12 @@ void frmPreferences::DisableRepair() {
   session_.preferences.chkRepair = false;
   ui_->main.chkRepair->setChecked(false);
   ui_->main.chkRepair->setEnabled(false);
+}
+
+void frmPreferences::Command6_Click() {
+  PathField& field = *ui_->playing.lblConfigCDROM;
+  frmLaufwerke window(DrivesForDiscs(), field.Path(), interaction_, this);
+  if (window.exec() == Accepted) (void)TakePath(field, interaction_, window.Chosen());
 }
 
 bool frmPreferences::Command3_Click() {

@@ -57,6 +57,7 @@ class frmPreferences : public QDialog {
   /// The chooser of the database; false if nothing was picked.
   bool Command3_Click();
   void Command4_Click();
+  void Command6_Click();
 
   std::unique_ptr<Pages> ui_;
   Session& session_;

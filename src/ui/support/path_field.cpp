@@ -38,8 +38,6 @@ void PathField::SetPath(const std::string& path) {
   setCursorPosition(0);
 }
 
-namespace {
-
 bool TakePath(PathField& field, Interaction& interaction, const std::string& path) {
   if (!PathFitsSettings(path)) {
     interaction.ShowMessage(PathTooLongBox(path));
@@ -48,8 +46,6 @@ bool TakePath(PathField& field, Interaction& interaction, const std::string& pat
   field.SetPath(path);
   return true;
 }
-
-}  // namespace
 
 void ChooseFolderFor(PathField& field, Interaction& interaction, const std::string& title) {
   const auto chosen = interaction.ChooseFolder(title, field.Path());

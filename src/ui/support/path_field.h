@@ -32,6 +32,9 @@ class PathField : public QLineEdit {
   std::string path_;
 };
 
+/// Puts a chosen path into the field. False, and it is told, for one that the settings cannot hold.
+bool TakePath(PathField& field, Interaction& interaction, const std::string& path);
+
 /// Lets the person choose the folder of a setting, the present one offered first. The field gets it
 /// with a trailing separator. Nothing changes on Cancel, nor with a path that the settings cannot
 /// hold, which is told.
