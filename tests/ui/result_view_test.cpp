@@ -93,6 +93,10 @@ TEST_F(ResultViewTest, TheMouseSelectsAsAPersonExpects) {
   Click(4);
   EXPECT_THAT(list_.SelectedRows(), ElementsAre(4));
   EXPECT_THAT(clicked_, ElementsAre(2, 5, 1, 7, 2, 9, 4));
+  Click(6, Qt::ControlModifier);
+  Click(6, Qt::ControlModifier);
+  EXPECT_EQ(list_.FocusedRow(), 6U);
+  EXPECT_THAT(clicked_, ElementsAre(2, 5, 1, 7, 2, 9, 4, 6, 4)) << "4 is what is selected";
 }
 
 TEST_F(ResultViewTest, APressOnASelectedRowKeepsTheOthersForADrag) {

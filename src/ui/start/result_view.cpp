@@ -211,7 +211,13 @@ void ResultView::Announce(bool always) {
   untold_ = false;
   focus_is_chosen_ = true;
   // A click beside the rows only takes the selection away: nobody clicked the focused row.
-  if (list_.SelectedCount() > 0 && currentIndex().isValid()) emit ItemClicked(currentIndex().row());
+  if (list_.SelectedCount() == 0 || !currentIndex().isValid()) return;
+  int row = currentIndex().row();
+  // Ctrl may have taken the focused row out of the selection, or moved the focus alone.
+  if (list_.SelectedCount() == 1 && !list_.IsSelected(static_cast<std::size_t>(row))) {
+    row = static_cast<int>(list_.SelectedRows().front());
+  }
+  emit ItemClicked(row);
 }
 
 void ResultView::mousePressEvent(QMouseEvent* event) {
@@ -284,6 +290,7 @@ void ResultView::CopySelection() const {
 
 void ResultView::paintEvent(QPaintEvent* event) {
   QTreeView::paintEvent(event);
+  PaintPlace();
   if (!hint_shown_) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));
