@@ -6,15 +6,14 @@
 
 namespace tunemeadow {
 
-std::optional<std::string> AudiogalaxyCode(Workbench& bench) {
+void CopyAudiogalaxyCode(Workbench& bench, const std::function<void(const std::string&)>& copy) {
   const std::string title = "Audiogalaxy scrambler";
   const auto name = bench.interaction.AskText("Enter Name", title, "");
-  if (!name || name->empty()) return std::nullopt;
-  std::string code = makeaudiogalaxytag(Upper(*name));
+  if (!name || name->empty()) return;
+  copy(makeaudiogalaxytag(Upper(*name)));
   bench.interaction.ShowMessage({.text = "Your Code is copied to the clipboard.",
                                  .title = title,
                                  .icon = Icon::kInformation});
-  return code;
 }
 
 }  // namespace tunemeadow

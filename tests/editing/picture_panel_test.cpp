@@ -122,10 +122,14 @@ TEST_F(PicturePanel, TheCopyInTheProgramsFolderGoesAtTheEnd) {
 TEST_F(PicturePanel, TheCodeOfANameIsMadeOfItsCapitals) {
   interaction_.WillAnswerText("abc xyz.mp3");
   interaction_.WillAnswer(Answer::kOk);
-  EXPECT_EQ(AudiogalaxyCode(bench_), "123222");
+  const auto copy = [&](const std::string& code) {
+    EXPECT_EQ(code, "123222");
+    EXPECT_TRUE(interaction_.boxes.empty()) << "what the box says is true by then";
+  };
+  CopyAudiogalaxyCode(bench_, copy);
   for (const auto& answer : {std::optional<std::string>(), std::optional<std::string>("")}) {
     interaction_.WillAnswerText(answer);
-    EXPECT_EQ(AudiogalaxyCode(bench_), std::nullopt);
+    CopyAudiogalaxyCode(bench_, [](const std::string&) { FAIL(); });
   }
   EXPECT_EQ(interaction_.prompts.front(), "Enter Name");
   EXPECT_EQ(Boxes(), Texts{"Audiogalaxy scrambler: Your Code is copied to the clipboard."});

@@ -74,7 +74,8 @@ void frmStart::mnuRemoveImagefromfile_Click() {
 
 void frmStart::Command2_Click() {
   if (session_.busy) return;
-  if (const auto code = AudiogalaxyCode(bench_)) QGuiApplication::clipboard()->setText(ToQt(*code));
+  CopyAudiogalaxyCode(
+      bench_, [](const std::string& code) { QGuiApplication::clipboard()->setText(ToQt(code)); });
 }
 
 }  // namespace tunemeadow
