@@ -33,6 +33,10 @@ std::string LossSentence(const TagLosses& losses) {
             " texts hold characters outside Windows-1252", sentence);
   AddClause(losses.long_texts, " long text may be misread by other programs",
             " long texts may be misread by other programs", sentence);
+  AddClause(losses.blocks, " LYRICS3 block that could not be read was replaced",
+            " LYRICS3 blocks that could not be read were replaced", sentence);
+  AddClause(losses.cut_texts, " text was cut to 255 characters",
+            " texts were cut to 255 characters", sentence);
   if (!sentence.empty()) sentence += '.';
   return sentence;
 }

@@ -26,8 +26,12 @@ struct TagLosses {
   int frames = 0;      ///< of an old ID3v2 tag that the new one has no place for
   int characters = 0;  ///< texts with a character outside Windows-1252, written as "?"
   int long_texts = 0;  ///< frames of 128 bytes and more, whose size other programs misread
+  int blocks = 0;      ///< Lyrics3 blocks that could not be read whole and were replaced
+  int cut_texts = 0;   ///< texts cut to the 255 characters that a row has room for
 
-  [[nodiscard]] bool Any() const noexcept { return frames + characters + long_texts > 0; }
+  [[nodiscard]] bool Any() const noexcept {
+    return frames + characters + long_texts + blocks + cut_texts > 0;
+  }
 };
 
 /// One short sentence for the status line; empty where nothing was lost.

@@ -54,9 +54,14 @@ class TagSteps {
     return WriteID3v2Tag(writing_, job_.path, false, info_) == "OK";
   }
 
-  /// What both tags lose counts once.
+  /// What several tags lose counts once.
   bool WriteID3v1() {
-    if (!done_.id3v2) CountRecordLosses(job_.values, writing_.losses);
+    const TagValues& values = job_.values;
+    if (!done_.id3v2) {
+      CountLostCharacters(
+          {&values.artist, &values.title, &values.album, &values.year, &values.comment},
+          writing_.losses);
+    }
     return WriteID3v1Tag(writing_, job_.path, job_.record, false);
   }
 
@@ -64,8 +69,14 @@ class TagSteps {
   /// come in its place.
   bool WriteLyrics3() {
     Lyrics3 block;
-    if (!ReadLyrics3Tag(job_.path, block)) block = {};
+    if (!ReadLyrics3Tag(job_.path, block)) {
+      if (HasLyrics3Tag(job_.path, block)) ++writing_.losses.blocks;
+      block = {};
+    }
     const TagValues& values = job_.values;
+    if (!done_.id3v2) {
+      CountLostCharacters({&values.lyrics, &values.mood, &values.situation}, writing_.losses);
+    }
     bool ok = false;
     WriteTag(writing_, job_.path,
              {.lyrics = ToTagText(values.lyrics),

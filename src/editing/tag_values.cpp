@@ -134,11 +134,8 @@ ID3v1Tag FillRecord(const TagValues& values) {
                        .track = TrackToSave(values.track).value_or("")});
 }
 
-void CountRecordLosses(const TagValues& values, TagLosses& losses) {
-  for (const std::string* text :
-       {&values.artist, &values.title, &values.album, &values.year, &values.comment}) {
-    (void)TagTextOf(*text, losses);
-  }
+void CountLostCharacters(std::initializer_list<const std::string*> texts, TagLosses& losses) {
+  for (const std::string* text : texts) (void)TagTextOf(*text, losses);
 }
 
 bool FillInfoFromFile(const std::string& path, const Preferences& options, Mp3Info& info) {

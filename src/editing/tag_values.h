@@ -4,6 +4,7 @@
 #pragma once
 
 #include <array>
+#include <initializer_list>
 #include <string>
 
 #include "audio/id3v1_writer.h"
@@ -31,8 +32,8 @@ void FillInfo(const TagValues& values, Mp3Info& info, TagLosses& losses);
 /// The same for an ID3v1 record.
 [[nodiscard]] ID3v1Tag FillRecord(const TagValues& values);
 
-/// Adds to `losses` the texts of an ID3v1 record that Windows-1252 cannot hold.
-void CountRecordLosses(const TagValues& values, TagLosses& losses);
+/// Adds to `losses` those of the texts that Windows-1252 cannot hold.
+void CountLostCharacters(std::initializer_list<const std::string*> texts, TagLosses& losses);
 
 /// Reads the file's own tags as the import does and sets every field of `info` that the ID3v2
 /// writer takes: the ID3v2 values, the genre split, what is missing from the ID3v1 record. False

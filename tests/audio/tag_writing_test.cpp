@@ -14,6 +14,9 @@ TEST(LossSentence, IsOneSentenceOfWhatWasLost) {
   EXPECT_EQ(LossSentence({.characters = 2, .long_texts = 1}),
             "2 texts hold characters outside Windows-1252, "
             "1 long text may be misread by other programs.");
+  EXPECT_EQ(LossSentence({.blocks = 1, .cut_texts = 2}),
+            "1 LYRICS3 block that could not be read was replaced, "
+            "2 texts were cut to 255 characters.");
   EXPECT_EQ(LossSentence({2, 1, 3}),
             "2 frames that have no place in the new tag were dropped, "
             "1 text holds characters outside Windows-1252, "
