@@ -52,7 +52,7 @@ class ImageJob {
       group_.FileDone(i);
       if (!changed) continue;
       ++count;
-      if (const auto box = TryUpdateRow(bench_, update, file)) batch_.ShowMessage(*box);
+      if (const auto box = TryUpdateRow(bench_, update, file, rows_)) batch_.ShowMessage(*box);
     }
     bench_.interaction.SetJobStep(Count(), "", "");
     return count;
@@ -75,6 +75,7 @@ class ImageJob {
   Batch batch_;
   SaveGroup group_;
   TagWriting writing_;
+  const TrackRows rows_{bench_};
 };
 
 enum class PictureState { kNone, kHasOne, kEmptyFile, kUnreadable };
@@ -175,7 +176,7 @@ void AddImages(Workbench& bench) {
   TellTagResult(bench,
                 "Images to " + std::to_string(count) + "/" + items + " file(s) successfully added.",
                 watch);
-  if (losses.Any()) bench.interaction.SetStatus(LossSentence(losses));
+  TellLosses(bench, losses);
 }
 
 void RemoveImages(Workbench& bench) {

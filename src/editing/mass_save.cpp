@@ -4,7 +4,6 @@
 #include <array>
 #include <optional>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "core/batch.h"
@@ -18,6 +17,7 @@
 #include "editing/save_statement.h"
 #include "editing/saved_row.h"
 #include "editing/tag_steps.h"
+#include "editing/track_rows.h"
 
 namespace tunemeadow {
 namespace {
@@ -108,9 +108,6 @@ class MassSave {
                static_cast<std::int64_t>(rows_.size())) {
     writing_.yield = [this] { bench_.interaction.Yield(); };
     talk_.failed = [this](SavedTag) { return AskAboutFailure(); };
-    for (std::size_t row = 0; row < bench.ListView3.RowCount(); ++row) {
-      playlist_rows_.emplace(bench.ListView3.Uid(row), row);
-    }
     Command& command = bench.session.command;
     command.ActiveConnection = &bench.session.connection;
     command.CommandType = 1;
@@ -217,7 +214,7 @@ class MassSave {
                           .icon = Icon::kCritical});
       return false;
     }
-    StoreCells(row, texts);
+    StoreCells(texts);
     return true;
   }
 
@@ -236,7 +233,7 @@ class MassSave {
             .artist = values_.artist};
   }
 
-  void StoreCells(std::size_t row, const MassSaveTexts& texts) {
+  void StoreCells(const MassSaveTexts& texts) {
     const std::string hasid3v1 = std::to_string(texts.hasid3v1);
     const std::string hasid3v2 = std::to_string(texts.hasid3v2);
     cells_.assign({{Field::Songname, texts.title},
@@ -245,17 +242,14 @@ class MassSave {
                    {Field::hasid3v2, hasid3v2}});
     for (const MassField& field : kMassFields) cells_.push_back({field.cell, values_.*field.value});
     for (const MassExtra& extra : kMassExtras) cells_.push_back({extra.cell, values_.*extra.value});
-    bench_.ListView1.SetCells(row, cells_);
-    bench_.Watcher().RowChanged(row);
-    const auto [first, last] = playlist_rows_.equal_range(texts.uid);
-    for (auto each = first; each != last; ++each) bench_.ListView3.SetCells(each->second, cells_);
+    track_rows_.SetCells(bench_, texts.uid, cells_);
   }
 
   Workbench& bench_;
   const Preferences& preferences_ = bench_.session.preferences;
   std::vector<TickedField> ticked_;
   std::vector<std::size_t> rows_;
-  std::unordered_multimap<std::int64_t, std::size_t> playlist_rows_;  ///< uid -> row
+  const TrackRows track_rows_{bench_};
   Batch batch_;
   std::optional<SaveGroup> group_;  ///< goes before the batch
   TagWriting writing_{bench_.session.journal};
@@ -295,7 +289,7 @@ void SpezialSpeichern(Workbench& bench) {
     losses = run.Losses();
   }
   ShowOneTrackAgain(bench);
-  if (losses.Any()) bench.interaction.SetStatus(LossSentence(losses));
+  TellLosses(bench, losses);
   if (complete) {
     TellTagResult(bench, std::to_string(count) + " file(s) successfully saved.", watch);
   }

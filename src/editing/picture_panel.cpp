@@ -43,18 +43,10 @@ void TellPictureError(Workbench& bench, const std::string& text) {
   bench.interaction.ShowMessage({.text = text, .title = "Error", .icon = Icon::kExclamation});
 }
 
-/// The record in the editor as the file whose row is to be corrected.
-SelectedFile FileOfEditor(Workbench& bench) {
-  const ResultList& list = bench.ListInView();
-  const DetailEditor& details = bench.details;
-  return {.row = list.RowOfUid(details.uid).value_or(list.RowCount()),
-          .uid = details.uid,
-          .path = details.txtLocationSave};
-}
-
 void CorrectRowAndPane(Workbench& bench, const RowUpdate& update) {
-  const SelectedFile file = FileOfEditor(bench);
-  if (const auto box = TryUpdateRow(bench, update, file)) bench.interaction.ShowMessage(*box);
+  const SelectedFile file = {.uid = bench.details.uid, .path = bench.details.txtLocationSave};
+  const auto box = TryUpdateRow(bench, update, file, TrackRows(bench));
+  if (box) bench.interaction.ShowMessage(*box);
   ShowPic(bench, file.path);
 }
 
@@ -128,7 +120,7 @@ void AddPicture(Workbench& bench) {
     return;
   }
   CorrectRowAndPane(bench, kPictureAdded);
-  if (losses.Any()) bench.interaction.SetStatus(LossSentence(losses));
+  TellLosses(bench, losses);
 }
 
 // --- Save ----------------------------------------------------------------------------------------

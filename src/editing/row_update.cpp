@@ -13,31 +13,29 @@
 namespace tunemeadow {
 namespace {
 
-constexpr std::array kWithPicture = {CellChange{Field::haspic, "1"}};
-constexpr std::array kWithoutPicture = {CellChange{Field::haspic, "0"}};
+constexpr std::array kWithPicture = {FieldText{Field::haspic, "1"}};
+constexpr std::array kWithoutPicture = {FieldText{Field::haspic, "0"}};
 
-void SetCellsOfRow(ResultList& list, std::size_t row, std::span<const CellChange> cells) {
-  for (const CellChange& cell : cells) list.SetCell(row, cell.field, cell.text);
-}
-
-/// A playlist may hold a track several times, and the rows behind it show it too.
-void SetCellsBesideRow(Workbench& bench, const SelectedFile& file,
-                       std::span<const CellChange> cells) {
-  for (std::size_t row = 0; row < bench.ListView3.RowCount(); ++row) {
-    if (row == file.row || bench.ListView3.Uid(row) != file.uid) continue;
-    SetCellsOfRow(bench.ListView3, row, cells);
-    bench.Watcher().RowChanged(row);
-  }
-  if (const auto row = bench.ListView1.RowOfUid(file.uid)) {
-    SetCellsOfRow(bench.ListView1, *row, cells);
-  }
-}
-
-void SetFlagsOfEditor(DetailEditor& details, std::span<const CellChange> cells) {
-  for (const CellChange& cell : cells) {
+void SetFlagsOfEditor(DetailEditor& details, std::span<const FieldText> cells) {
+  for (const FieldText& cell : cells) {
     if (cell.field == Field::hasid3v1) details.hasid3v1 = cell.text;
     if (cell.field == Field::hasid3v2) details.hasid3v2 = cell.text;
   }
+}
+
+/// Throws DatabaseError.
+void UpdateRowOfFile(Workbench& bench, const RowUpdate& update, const SelectedFile& file,
+                     const TrackRows& rows) {
+  const std::string time = FileTimeText(file.path);
+  if (time.empty()) return;
+  Command& command = bench.session.command;
+  command.ActiveConnection = &bench.session.connection;
+  command.CommandType = 1;
+  command.CommandText = std::string(update.before) + time + std::string(update.after);
+  command.CommandText += std::to_string(file.uid);
+  command.Execute();
+  rows.SetCells(bench, file.uid, update.cells);
+  if (bench.details.uid == file.uid) SetFlagsOfEditor(bench.details, update.cells);
 }
 
 }  // namespace
@@ -64,32 +62,15 @@ SelectedFiles TakeSelectedFiles(Workbench& bench) {
   for (const std::size_t row : rows) {
     const std::string_view path = list.Cell(row, Field::location);
     if (!HasExtension(path, "mp3")) continue;
-    selected.files.push_back({row, list.Uid(row), std::string(path)});
+    selected.files.push_back({list.Uid(row), std::string(path)});
   }
   return selected;
 }
 
-void UpdateRowOfFile(Workbench& bench, const RowUpdate& update, const SelectedFile& file) {
-  const std::string time = FileTimeText(file.path);
-  if (time.empty()) return;
-  Command& command = bench.session.command;
-  command.ActiveConnection = &bench.session.connection;
-  command.CommandType = 1;
-  command.CommandText = std::string(update.before) + time + std::string(update.after);
-  command.CommandText += std::to_string(file.uid);
-  command.Execute();
-  if (file.row < bench.ListInView().RowCount()) {
-    SetCellsOfRow(bench.ListInView(), file.row, update.cells);
-    bench.Watcher().RowChanged(file.row);
-  }
-  if (bench.playlist_in_view) SetCellsBesideRow(bench, file, update.cells);
-  if (bench.details.uid == file.uid) SetFlagsOfEditor(bench.details, update.cells);
-}
-
 std::optional<MessageBox> TryUpdateRow(Workbench& bench, const RowUpdate& update,
-                                       const SelectedFile& file) {
+                                       const SelectedFile& file, const TrackRows& rows) {
   try {
-    UpdateRowOfFile(bench, update, file);
+    UpdateRowOfFile(bench, update, file, rows);
     return std::nullopt;
   } catch (const DatabaseError& error) {
     return MessageBox{
@@ -104,6 +85,10 @@ void RefreshPicture(Workbench& bench, const SelectedFiles& files) {
   const bool holds = std::any_of(files.files.begin(), files.files.end(),
                                  [&](const SelectedFile& file) { return file.uid == details.uid; });
   if (holds) ShowPic(bench, details.txtLocationSave);
+}
+
+void TellLosses(Workbench& bench, const TagLosses& losses) {
+  if (losses.Any()) bench.interaction.SetStatus(LossSentence(losses));
 }
 
 std::string Stopwatch::Text() const {

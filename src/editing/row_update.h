@@ -12,13 +12,14 @@
 #include <string_view>
 #include <vector>
 
+#include "audio/tag_writing.h"
 #include "core/track_record.h"
+#include "editing/track_rows.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
 
 struct SelectedFile {
-  std::size_t row = 0;  ///< in the list in view
   std::int64_t uid = 0;
   std::string path;  ///< bytes
 };
@@ -31,16 +32,11 @@ struct SelectedFiles {
 };
 [[nodiscard]] SelectedFiles TakeSelectedFiles(Workbench& bench);
 
-struct CellChange {
-  Field field;
-  std::string_view text;
-};
-
 /// The statement is `before`, the last-write time of the file, `after`, the uid.
 struct RowUpdate {
   std::string_view before;
   std::string_view after;
-  std::span<const CellChange> cells;
+  std::span<const FieldText> cells;
 };
 
 /// What a row is told of a picture that its file has got or lost.
@@ -48,17 +44,18 @@ extern const RowUpdate kPictureAdded;
 extern const RowUpdate kPictureRemoved;
 
 /// Runs the statement of `file`, then sets the cells wherever a list shows the track, and the flags
-/// of the editor where it holds it. A file that is gone keeps its row as it is. Throws
-/// DatabaseError; no cell has changed then.
-void UpdateRowOfFile(Workbench& bench, const RowUpdate& update, const SelectedFile& file);
-
-/// UpdateRowOfFile; the box that tells of its failure, nullopt where there was none.
+/// of the editor where it holds it. A file that is gone keeps its row as it is. The box that tells
+/// of a failure, nullopt where there was none; no cell has changed where there is one.
 [[nodiscard]] std::optional<MessageBox> TryUpdateRow(Workbench& bench, const RowUpdate& update,
-                                                     const SelectedFile& file);
+                                                     const SelectedFile& file,
+                                                     const TrackRows& rows);
 
 /// Shows the picture of the track in the editor anew, if `files` holds it and no other has come
 /// into the editor.
 void RefreshPicture(Workbench& bench, const SelectedFiles& files);
+
+/// The status line says what saves have dropped or cut, where they have.
+void TellLosses(Workbench& bench, const TagLosses& losses);
 
 /// Time since it was made.
 class Stopwatch {

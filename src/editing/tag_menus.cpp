@@ -28,9 +28,9 @@ struct Removal {
   RowUpdate update;
 };
 
-constexpr std::array kCellsWithoutId3v1 = {CellChange{Field::hasid3v1, "0"}};
-constexpr std::array kCellsWithoutId3v2 = {CellChange{Field::hasid3v2, "0"},
-                                           CellChange{Field::haspic, "0"}};
+constexpr std::array kCellsWithoutId3v1 = {FieldText{Field::hasid3v1, "0"}};
+constexpr std::array kCellsWithoutId3v2 = {FieldText{Field::hasid3v2, "0"},
+                                           FieldText{Field::haspic, "0"}};
 
 /// In the order in which mnuKillAllTags goes through them.
 constexpr std::array kRemovals = {
@@ -140,7 +140,8 @@ class RemovalRun {
       if (!removal.status.empty()) bench_.interaction.SetStatus("");
       if (result == removal.none) return Removed::kNo;
       if (result == "OK") {
-        if (const auto box = TryUpdateRow(bench_, removal.update, file)) batch_.ShowMessage(*box);
+        if (const auto box = TryUpdateRow(bench_, removal.update, file, rows_))
+          batch_.ShowMessage(*box);
         return Removed::kYes;
       }
       if (ignore_all_) return Removed::kNo;
@@ -167,6 +168,7 @@ class RemovalRun {
   Batch batch_;
   SaveGroup group_;
   TagWriting writing_;
+  const TrackRows rows_{bench_};
   bool ignore_all_ = false;
 };
 

@@ -154,6 +154,28 @@ TEST_F(MassSaving, TickedFieldsTakeTheEditorsTextAllOthersKeepTheTracksOwn) {
                                "Elapsed Time: [0-9]+\\.[0-9][0-9] seconds")));
 }
 
+TEST_F(MassSaving, ATrackThatTheListShowsTwiceChangesInBothRows) {
+  AddTrack("a.mp3", audio_, {{"album", "old"}});
+  AddTrack("b.mp3", audio_, {{"album", "old"}});
+  Edit(0);
+  CellTable twice(kTrackFields);
+  for (const std::size_t row : {0U, 1U, 0U}) {
+    std::vector<std::string_view> cells;
+    for (std::size_t i = 0; i < kTrackFields; ++i) cells.push_back(bench_.ListView1.Cell(row, i));
+    twice.AppendRow(cells);
+  }
+  bench_.ListView1.Fill(std::move(twice));
+  bench_.ListView1.SetSelected(1, 2, true);
+  ListView1_ItemClick(bench_, 2);
+  TickAlbum(bench_.details, "new");
+  watcher_.rows.clear();
+  SaveAll({Answer::kOk});
+  for (std::size_t row = 0; row < 3; ++row) {
+    EXPECT_EQ(bench_.ListView1.Cell(row, Field::album), "new");
+  }
+  EXPECT_THAT(watcher_.rows, ElementsAre(1, 0, 2));
+}
+
 TEST_F(MassSaving, QuotesOfTheEditorGiveWayThoseOfATrackStay) {
   for (const char quote : {'"', '\''}) {
     session_.quote = quote;
