@@ -3,8 +3,10 @@
 
 #include <array>
 #include <exception>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/cd_archive_path.h"
 #include "core/database.h"
@@ -12,6 +14,8 @@
 #include "core/paths.h"
 #include "core/text.h"
 #include "editing/mass_save.h"
+#include "editing/row_update.h"
+#include "editing/save_group.h"
 #include "editing/save_rules.h"
 #include "editing/save_statement.h"
 #include "editing/saved_row.h"
@@ -75,32 +79,6 @@ class SavingScope {
   Workbench& bench_;
 };
 
-/// The rewrites of the one file share their syncs.
-class SingleSaveGroup {
- public:
-  SingleSaveGroup(Workbench& bench, const std::string& path) : bench_(bench), path_(path) {
-    UndoJournal& journal = bench_.session.journal;
-    journal.BeginGroup();
-    FileBytes file;
-    if (!file.Open(path_)) return;
-    const std::vector<ByteRange> ranges = TagRanges(file);
-    file.Close();
-    journal.Prepare(path_, ranges, kRecordBytes);
-    journal.SyncPrepared();  // where it fails, each rewrite journals for itself
-  }
-  ~SingleSaveGroup() {
-    const std::string failure = bench_.session.journal.EndGroup();
-    if (failure.empty()) return;
-    bench_.interaction.ShowMessage({.text = failure, .title = "Error", .icon = Icon::kExclamation});
-  }
-  SingleSaveGroup(const SingleSaveGroup&) = delete;
-  SingleSaveGroup& operator=(const SingleSaveGroup&) = delete;
-
- private:
-  Workbench& bench_;
-  const std::string& path_;
-};
-
 class SingleSave {
  public:
   explicit SingleSave(Workbench& bench) : bench_(bench) {}
@@ -110,13 +88,8 @@ class SingleSave {
     if (!FileIsThere() || !TakeTrack()) return;
     const SavingScope scope(bench_);
     ApplyRules();
-    if (!SaveTags()) return;
-    EscapeTexts();
-    CutTexts();
-    if (!SaveRow()) return;
-    details_.DetailsKeyed = false;
-    details_.DetailsChanged = false;
-    StoreCells();
+    if (SaveTags()) SaveTexts();
+    TellLosses(bench_, losses_);
   }
 
  private:
@@ -170,21 +143,23 @@ class SingleSave {
     // The details may be looked at while the window lives; the save keeps to what it began with.
     const std::string path = details_.txtLocationSave;
     if (!preferences_.chkSaveTags || !WritesTags(path, preferences_)) return true;
-    TagWriting writing(bench_.session.journal);
+    UndoJournal& journal = bench_.session.journal;
+    TagWriting writing(journal);
     writing.yield = [this] { bench_.interaction.Yield(); };
     const TagValues values = ValuesOfEditor(details_);
     const TagStepTalk talk = {
         .begins = [this](SavedTag tag) { TellStep(tag); },
         .failed = [this](SavedTag tag) { return AskAboutFailure(tag); },
     };
-    {
-      const SingleSaveGroup group(bench_, path);
-      done_ = WriteTags({path, values, record_, true}, preferences_, bench_.info, writing, talk);
-      bench_.session.journal.Done(path);
-    }
+    group_.emplace(
+        journal, [this](const MessageBox& box) { bench_.interaction.ShowMessage(box); },
+        std::vector{path}, SavePlan{.ranges = TagRanges, .growth = kRecordBytes});
+    group_->BeginFile(0);
+    done_ = WriteTags({path, values, record_, true}, preferences_, bench_.info, writing, talk);
+    if (!done_.aborted) group_->FileDone(0);
+    group_.reset();
     bench_.interaction.SetStatus("Ready.");
-    const std::string losses = LossSentence(writing.losses);
-    if (!losses.empty()) bench_.interaction.SetStatus(losses);
+    losses_ = writing.losses;
     return !done_.aborted;
   }
 
@@ -193,12 +168,26 @@ class SingleSave {
                                  "), please wait...");
   }
 
+  /// What was written is safe while the box stands, and a new try begins with the file as it is by
+  /// then.
   Answer AskAboutFailure(SavedTag tag) {
     if (!preferences_.chkWarn) return Answer::kIgnore;
-    return bench_.interaction.ShowMessage(
+    group_->Close();
+    const Answer answer = bench_.interaction.ShowMessage(
         {.text = std::string(NameOf(tag).box) + "-Tag can't be written!",
          .title = "Error",
          .buttons = Buttons::kAbortRetryIgnore});
+    if (answer != Answer::kAbort) group_->BeginFile(0);
+    return answer;
+  }
+
+  void SaveTexts() {
+    EscapeTexts();
+    CutTexts();
+    if (!SaveRow()) return;
+    details_.DetailsKeyed = false;
+    details_.DetailsChanged = false;
+    StoreCells();
   }
 
   void EscapeTexts() {
@@ -208,7 +197,11 @@ class SingleSave {
   }
 
   void CutTexts() {
-    const auto cut = [](std::string& text) { text.resize(Left(text, kLongestText).size()); };
+    const auto cut = [this](std::string& text) {
+      const std::size_t length = Left(text, kLongestText).size();
+      if (length < text.size()) ++losses_.cut_texts;
+      text.resize(length);
+    };
     for (const auto text : kCutTexts) cut(details_.*text);
     for (std::string& text : details_.txtSave3) cut(text);
   }
@@ -238,7 +231,7 @@ class SingleSave {
     }
   }
 
-  /// Wherever a list shows the track; a playlist may hold it several times.
+  /// Wherever a list shows the track, which may be several times.
   void StoreCells() {
     for (ResultList* list : {&bench_.ListView1, &bench_.ListView3}) {
       for (std::size_t row = 0; row < list->RowCount(); ++row) {
@@ -253,7 +246,9 @@ class SingleSave {
   DetailEditor& details_ = bench_.details;
   const Preferences& preferences_ = bench_.session.preferences;
   ID3v1Tag record_;
+  std::optional<SaveGroup> group_;  ///< the rewrites of the one file share their syncs
   TagStepsDone done_;
+  TagLosses losses_;
 };
 
 }  // namespace

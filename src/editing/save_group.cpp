@@ -8,7 +8,13 @@ namespace tunemeadow {
 
 SaveGroup::SaveGroup(UndoJournal& journal, Batch& batch, std::vector<std::string> paths,
                      SavePlan plan)
-    : journal_(journal), batch_(batch), paths_(std::move(paths)), plan_(plan) {}
+    : SaveGroup(
+          journal, [&batch](const MessageBox& box) { batch.ShowMessage(box); }, std::move(paths),
+          plan) {}
+
+SaveGroup::SaveGroup(UndoJournal& journal, ShowBox show_box, std::vector<std::string> paths,
+                     SavePlan plan)
+    : journal_(journal), show_box_(std::move(show_box)), paths_(std::move(paths)), plan_(plan) {}
 
 SaveGroup::~SaveGroup() { Close(); }
 
@@ -52,7 +58,7 @@ void SaveGroup::Close() {
   const std::string failure = journal_.EndGroup();
   if (failure.empty() || failure_told_) return;
   failure_told_ = true;
-  batch_.ShowMessage({.text = failure, .title = "Error", .icon = Icon::kExclamation});
+  show_box_({.text = failure, .title = "Error", .icon = Icon::kExclamation});
 }
 
 }  // namespace tunemeadow

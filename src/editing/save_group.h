@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -35,11 +36,18 @@ struct SavePlan {
 ///     ... any number of writers on paths[i] ...
 ///     group.FileDone(i);
 ///   }
-/// Lives inside the batch and goes before it. Whatever way out is taken, the group is closed.
+/// Lives inside its batch, if there is one, and goes before it. Whatever way out is taken, the
+/// group is closed.
 class SaveGroup {
  public:
+  /// How the box of a failure is shown.
+  using ShowBox = std::function<void(const MessageBox&)>;
+
   /// `paths` are the files in the order in which they will be written; one may be passed over.
   SaveGroup(UndoJournal& journal, Batch& batch, std::vector<std::string> paths, SavePlan plan);
+
+  /// The same without a batch around it, as for a single file.
+  SaveGroup(UndoJournal& journal, ShowBox show_box, std::vector<std::string> paths, SavePlan plan);
 
   /// Close.
   ~SaveGroup();
@@ -63,7 +71,7 @@ class SaveGroup {
   void Open(std::size_t index);
 
   UndoJournal& journal_;
-  Batch& batch_;
+  ShowBox show_box_;
   std::vector<std::string> paths_;
   SavePlan plan_;
   FileBytes file_;

@@ -190,6 +190,20 @@ TEST_F(SingleSave, RetryWritesTheVeryTagThatTheFirstTryWouldHave) {
   EXPECT_EQ(Column("hasid3v1 || hasid3v2"), Texts{"11"});
 }
 
+TEST_F(SingleSave, NothingIsOpenInTheJournalWhileABoxStandsAndRetryBeginsAnew) {
+  AddTrack("a.mp3", audio_);
+  Edit().txtLyricsSave = std::string(100'000, 'l');
+  interaction_.on_box = [&](const MessageBox&) {
+    EXPECT_FALSE(session_.journal.InGroup());
+    EXPECT_EQ(folder_.Read("undo.journal"), "");
+    // Another program lengthens the file.
+    folder_.Write("music/a.mp3", Bytes("a.mp3") + Mp3File().Id3v1({.title = "other"}).Build());
+  };
+  Save({Answer::kRetry, Answer::kIgnore});
+  EXPECT_EQ(Column("hasid3v1 || hasid3v2"), Texts{"11"});
+  EXPECT_FALSE(session_.journal.InGroup());
+}
+
 TEST_F(SingleSave, TheRulesChangeTheTextsInTheEditorWhereThereAreAny) {
   session_.preferences.chkCapitalizeSave = session_.preferences.chkReplaceSave = true;
   session_.preferences.chkAutoComment = true;
@@ -230,7 +244,24 @@ TEST_F(SingleSave, LongTextsAreCutInTheRowAndTheNoticeSaysWhatATagLoses) {
   Save();
   EXPECT_EQ(Joined("length(Mood) url"), Texts{"255|\xE6\x97\xA5"});
   EXPECT_TRUE(interaction_.SawStatus("Ready."));
-  EXPECT_EQ(interaction_.Status(), LossSentence({.characters = 1, .long_texts = 1}));
+  EXPECT_EQ(interaction_.Status(),
+            LossSentence({.characters = 1, .long_texts = 1, .cut_texts = 1}));
+  session_.preferences.chkSaveTags = false;
+  details.txtSave3[0] = std::string(256, 'x');
+  Save();
+  EXPECT_EQ(interaction_.Status(), LossSentence({.cut_texts = 1})) << "the row alone loses as well";
+}
+
+TEST_F(SingleSave, WhatALyrics3BlockLosesIsToldOnce) {
+  const std::string unreadable = "LYRICSBEGINLYR99999la000021LYRICS200";
+  AddTrack("a.mp3", Mp3File().Frames(5).Bytes(unreadable).Id3v1({}));
+  for (const bool id3v2 : {false, true}) {
+    session_.preferences.chkSaveTags23 = id3v2;
+    DetailEditor& details = Edit();
+    details.txtLyricsSave = details.txtMoodSave = details.txtTitelSave = "\xE6\x97\xA5";
+    Save();
+    EXPECT_EQ(interaction_.Status(), LossSentence({.characters = 3, .blocks = id3v2 ? 0 : 1}));
+  }
 }
 
 TEST_F(SingleSave, AStatementThatFailsLeavesCellsAndFlags) {
