@@ -130,6 +130,33 @@ void SavePlaylistOrder(Workbench& bench) {
   if (failure) bench.interaction.ShowMessage(*failure);
 }
 
+std::optional<std::size_t> RowToOrder(const ResultList& list) noexcept {
+  const auto focused = list.FocusedRow();
+  if (focused && list.IsSelected(*focused)) return focused;
+  for (std::size_t row = 0; row < list.RowCount() && list.SelectedCount() > 0; ++row) {
+    if (list.IsSelected(row)) return row;
+  }
+  return std::nullopt;
+}
+
+void MoveSelectedPlaylistRows(Workbench& bench, std::size_t before) {
+  ResultList& list = bench.ListView3;
+  if (list.SelectedCount() == 0 || !ShowsWholePlaylist(bench)) return;
+  bool moved = false;
+  std::size_t passed = 0;  // rows that stood above the place and went up by one each time
+  for (const std::size_t row : list.SelectedRows()) {
+    const bool from_above = row < before;
+    const std::size_t from = from_above ? row - passed : row;
+    const std::size_t to = from_above ? before - 1 : before++;
+    passed += from_above ? 1 : 0;
+    moved |= from != to;
+    list.MoveRow(from, to);
+  }
+  if (!moved) return;
+  bench.Watcher().OrderChanged();
+  SavePlaylistOrder(bench);
+}
+
 void MovePlaylistRow(Workbench& bench, std::size_t from, std::size_t to) {
   ResultList& list = bench.ListView3;
   if (from >= list.RowCount() || to >= list.RowCount() || from == to) return;

@@ -8,8 +8,9 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
-#include <string_view>
+#include <vector>
 
 #include "views/workbench.h"
 
@@ -52,8 +53,15 @@ void DeleteFromPlaylist(Workbench& bench);
 /// last number on both rows.
 void SavePlaylistOrder(Workbench& bench);
 
+/// The row that vsOrder moves: the focused one if it is selected, else the first selected one.
+[[nodiscard]] std::optional<std::size_t> RowToOrder(const ResultList& list) noexcept;
+
 /// Takes a row of ListView3 to another place, keeps it selected, and stores the order. Nothing
 /// happens where ShowsWholePlaylist is false.
 void MovePlaylistRow(Workbench& bench, std::size_t from, std::size_t to);
+
+/// Likewise all selected rows, in their order, to the place before the row `before`, or behind the
+/// last one.
+void MoveSelectedPlaylistRows(Workbench& bench, std::size_t before);
 
 }  // namespace tunemeadow

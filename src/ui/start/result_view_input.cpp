@@ -7,6 +7,8 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
+#include <algorithm>
 
 #include "ui/start/list_selection.h"
 #include "ui/start/result_view.h"
@@ -17,6 +19,8 @@ namespace {
 
 constexpr char kUriListType[] = "text/uri-list";
 constexpr int kDragIconPixels = 32;
+constexpr int kPlaceLinePixels = 2;
+constexpr char kRowsType[] = "application/x-tunemeadow-rows";
 
 using Flags = QItemSelectionModel::SelectionFlags;
 
@@ -104,14 +108,45 @@ std::unique_ptr<QMimeData> ResultView::DragData() const {
 
 /// As a copy and nothing else: a file manager that is offered a move would take the files away.
 void ResultView::startDrag(Qt::DropActions /*actions*/) {
-  std::unique_ptr<QMimeData> mime = DragData();
-  if (mime != nullptr) {
+  if (list_.SelectedCount() > 0) {
+    // Rows without a file of their own can still go to another place, or into a playlist.
+    std::unique_ptr<QMimeData> mime = DragData();
+    if (mime == nullptr) mime = std::make_unique<QMimeData>();
+    mime->setData(QLatin1String(kRowsType), {});
     auto* drag = new QDrag(this);  // Qt deletes it
     drag->setMimeData(mime.release());
     drag->setPixmap(QIcon::fromTheme("audio-file").pixmap(kDragIconPixels));
     if (drag->exec(Qt::CopyAction) == Qt::CopyAction) emit DragCompleted();
   }
   Announce(false);
+}
+
+bool ResultView::IsReorder(const QDropEvent& event) const {
+  return reorders_ && isEnabled() && event.source() == this;
+}
+
+int ResultView::PlaceAt(const QPoint& where) const {
+  const QModelIndex index = indexAt(where);
+  if (!index.isValid()) return model()->rowCount();
+  const QRect row = visualRect(index);
+  return where.y() < row.center().y() ? index.row() : index.row() + 1;
+}
+
+void ResultView::MarkPlace(int before) {
+  if (marked_place_ == before) return;
+  marked_place_ = before;
+  viewport()->update();
+}
+
+void ResultView::PaintPlace() {
+  if (marked_place_ < 0) return;
+  const int rows = model()->rowCount();
+  const bool behind = marked_place_ >= rows;
+  const QRect row = visualRect(model()->index(behind ? rows - 1 : marked_place_, 0));
+  const int y = behind ? row.bottom() : std::max(0, row.top() - 1);
+  QPainter painter(viewport());
+  painter.fillRect(0, y, viewport()->width(), kPlaceLinePixels,
+                   palette().color(QPalette::Highlight));
 }
 
 bool ResultView::TakesDrop(const QDropEvent& event) const {
@@ -122,20 +157,39 @@ bool ResultView::TakesDrop(const QDropEvent& event) const {
 
 void ResultView::dragEnterEvent(QDragEnterEvent* event) {
   // Anything is taken, so that the person is told when it holds no files.
-  if (!TakesDrop(*event)) return event->ignore();
+  if (!TakesDrop(*event) && !IsReorder(*event)) return event->ignore();
   event->setDropAction(Qt::CopyAction);
   event->accept();
 }
 
 void ResultView::dragMoveEvent(QDragMoveEvent* event) {
-  if (!TakesDrop(*event)) return event->ignore();
+  if (IsReorder(*event)) {
+    QTreeView::dragMoveEvent(event);  // scrolls near the edges
+    MarkPlace(PlaceAt(event->position().toPoint()));
+  } else if (!TakesDrop(*event)) {
+    return event->ignore();
+  }
   event->setDropAction(Qt::CopyAction);
   event->accept();
 }
 
-void ResultView::dragLeaveEvent(QDragLeaveEvent* event) { event->accept(); }
+void ResultView::dragLeaveEvent(QDragLeaveEvent* event) {
+  QTreeView::dragLeaveEvent(event);
+  MarkPlace(-1);
+  event->accept();
+}
 
 void ResultView::dropEvent(QDropEvent* event) {
+  if (IsReorder(*event)) {
+    stopAutoScroll();
+    MarkPlace(-1);
+    // Nothing left the window: the rows must not count as handed to a player.
+    event->setDropAction(Qt::IgnoreAction);
+    event->accept();
+    const int before = PlaceAt(event->position().toPoint());
+    QTimer::singleShot(0, this, [this, before] { emit RowsMoved(before); });
+    return;
+  }
   if (!TakesDrop(*event)) return event->ignore();
   event->setDropAction(Qt::CopyAction);
   event->accept();
