@@ -290,7 +290,6 @@ void ResultView::CopySelection() const {
 
 void ResultView::paintEvent(QPaintEvent* event) {
   QTreeView::paintEvent(event);
-  PaintPlace();
   if (!hint_shown_) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));
