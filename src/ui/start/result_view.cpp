@@ -290,6 +290,7 @@ void ResultView::CopySelection() const {
 
 void ResultView::paintEvent(QPaintEvent* event) {
   QTreeView::paintEvent(event);
+  PaintPlace();
   if (!hint_shown_) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));

@@ -68,6 +68,9 @@ class ResultView : public QTreeView {
   /// location.
   void SetDragPath(std::function<std::string(std::size_t row)> path_of_row);
 
+  /// Lets the person drag the selected rows to another place of this list.
+  void SetReorders(bool reorders) { reorders_ = reorders; }
+
   /// The selected rows as a list of files; null if no row offers one.
   [[nodiscard]] std::unique_ptr<QMimeData> DragData() const;
 
@@ -96,6 +99,10 @@ class ResultView : public QTreeView {
   /// the other program does not wait.
   void FilesDropped(const std::vector<std::string>& paths);
   void UnsupportedDrop();  ///< a drop without a local file
+
+  /// The selected rows were dropped before the row `before`, or behind the last one. Comes when the
+  /// drop is over.
+  void RowsMoved(int before);
 
   /// The selected files were dragged out and taken.
   void DragCompleted();
@@ -131,6 +138,10 @@ class ResultView : public QTreeView {
   void AutoSizeColumns(const std::vector<int>& columns);
   void ApplyOrder(const ColumnLayout& layout);
   [[nodiscard]] bool TakesDrop(const QDropEvent& event) const;
+  [[nodiscard]] bool IsReorder(const QDropEvent& event) const;
+  [[nodiscard]] int PlaceAt(const QPoint& where) const;
+  void MarkPlace(int before);
+  void PaintPlace();
   [[nodiscard]] int FirstVisibleColumn() const;
   [[nodiscard]] std::vector<int> VisibleColumns() const;  ///< from the left
   [[nodiscard]] int ContentWidth(int column, const std::vector<int>& rows) const;
@@ -154,6 +165,8 @@ class ResultView : public QTreeView {
   bool untold_ = false;           ///< the person has changed selection or focus since ItemClicked
   bool focus_is_chosen_ = false;  ///< by the person, since the rows came
   bool pressed_on_selected_ = false;
+  bool reorders_ = false;
+  int marked_place_ = -1;  ///< the row before which the dragged ones would come; -1: none
   int pressed_row_ = -1;
 };
 
