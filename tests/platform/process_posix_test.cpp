@@ -58,6 +58,20 @@ TEST(PosixProcessStarter, DoesNotWaitForTheProgram) {
   EXPECT_EQ(WaitForFile(folder.Path("done")), "through\n");
 }
 
+TEST(PosixProcessStarter, WaitsForTheEndButNotForEver) {
+  const TempFolder folder;
+  PosixProcessStarter starter;
+  const std::string quick = Program(folder, "quick", "#!/bin/sh\necho \"$1\" > \"$2\"\n");
+  const std::string out = folder.Path("out");
+  ASSERT_EQ(starter.StartAndWait(quick, {"a \xFF", out}, 60'000), Ended::kEnded);
+  EXPECT_EQ(folder.Read("out"), "a \xFF\n");
+  ASSERT_EQ(mkfifo(folder.Path("gate").c_str(), 0600), 0);
+  const std::string slow = Program(folder, "slow", "#!/bin/sh\nread word < \"$1\"\n");
+  EXPECT_EQ(starter.StartAndWait(slow, {folder.Path("gate")}, 20), Ended::kRunsOn);
+  folder.Write("gate", "go\n");
+  EXPECT_EQ(starter.StartAndWait(folder.Path("missing"), {}, 60'000), Ended::kNotStarted);
+}
+
 TEST(PosixProcessStarter, SaysWhenNothingCouldBeStarted) {
   const TempFolder folder;
   PosixProcessStarter starter;

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QDBusVirtualObject>
+#include <QProcess>
+#include <QThread>
+#include <QUrl>
+#include <chrono>
+#include <filesystem>
+#include <vector>
+
+#include "core/durable_file.h"
+#include "platform/mpris_player_qt.h"
+#include "support/scoped_environment.h"
+#include "support/temp_folder.h"
+
+namespace tunemeadow {
+namespace {
+
+/// A program that logs its arguments and the moment at which it is done.
+std::string LoggingPlayer(const TempFolder& folder, const std::string& name) {
+  const std::string path =
+      folder.Write(name, "#!/bin/sh\nprintf '[%s]' \"$@\" >> \"$(dirname \"$0\")/log\"\n");
+  EXPECT_EQ(chmod(path.c_str(), 0755), 0);
+  return path;
+}
+
+/// A session bus of the test's own.
+class PrivateBus {
+ public:
+  PrivateBus() {
+    daemon_.setStandardErrorFile(QProcess::nullDevice());
+    daemon_.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
+    if (!daemon_.waitForReadyRead(10'000)) ADD_FAILURE() << "no dbus-daemon";
+    address_ = daemon_.readLine().trimmed();
+  }
+  ~PrivateBus() {
+    daemon_.kill();
+    daemon_.waitForFinished();
+  }
+  PrivateBus(const PrivateBus&) = delete;
+  PrivateBus& operator=(const PrivateBus&) = delete;
+  [[nodiscard]] const QByteArray& Address() const { return address_; }
+
+ private:
+  QProcess daemon_;
+  QByteArray address_;
+};
+
+/// A player on the bus, by the rules of MPRIS 2. Lives in a thread of its own, as another program
+/// would.
+class BusPlayer : public QDBusVirtualObject {
+ public:
+  bool edits = true;
+  bool answers = true;
+  QList<QDBusObjectPath> tracks;
+  std::vector<std::string> calls;
+
+  QString introspect(const QString& /*path*/) const override { return {}; }
+
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
+    if (!answers) return true;
+    const QList<QVariant> arguments = message.arguments();
+    if (message.member() == "AddTrack") {
+      calls.push_back(arguments.at(0).toString().toStdString() + " after " +
+                      arguments.at(1).value<QDBusObjectPath>().path().toStdString());
+      tracks.append(QDBusObjectPath("/t/" + QString::number(tracks.size() + 1)));
+      return bus.send(message.createReply());
+    }
+    const QVariant value =
+        arguments.value(1) == "Tracks" ? QVariant::fromValue(tracks) : QVariant(edits);
+    return bus.send(message.createReply(QVariant::fromValue(QDBusVariant(value))));
+  }
+};
+
+TEST(MprisPlayer, WithoutABusAPlayerIsItsProcess) {
+  const TempFolder folder;
+  const ScopedEnvironment no_bus("DBUS_SESSION_BUS_ADDRESS", nullptr);
+  const ScopedEnvironment no_folder("XDG_RUNTIME_DIR", folder.Path().c_str());
+  const std::string player = LoggingPlayer(folder, "tm-a-player");
+  MprisPlayer port;
+  EXPECT_EQ(port.Find(player), "");
+  EXPECT_EQ(port.Find(""), "");
+  EXPECT_TRUE(port.Send("123", player, "/m/a \"1\" \xFF.mp3"));
+  EXPECT_TRUE(port.Send("org.mpris.MediaPlayer2.gone", player, "/m/b.mp3"));
+  EXPECT_EQ(folder.Read("log"), "[-e][/m/a \"1\" \xFF.mp3][-e][/m/b.mp3]")
+      << "one behind the other";
+  EXPECT_FALSE(port.Send("123", folder.Path("missing"), "/m/a.mp3"));
+}
+
+TEST(MprisPlayer, APlayerThatDoesNotComeBackIsWaitedForOnce) {
+  const TempFolder folder;
+  const ScopedEnvironment no_bus("DBUS_SESSION_BUS_ADDRESS", nullptr);
+  const ScopedEnvironment no_folder("XDG_RUNTIME_DIR", folder.Path().c_str());
+  folder.Write("go on");
+  const std::string player = folder.Write(
+      "tm-hangs",
+      "#!/bin/sh\ncd \"$(dirname \"$0\")\"\nwhile [ -e 'go on' ]; do sleep 0.1; done\n");
+  ASSERT_EQ(chmod(player.c_str(), 0755), 0);
+  MprisPlayer port;
+  const auto before = std::chrono::steady_clock::now();
+  for (int i = 0; i < 20; ++i) EXPECT_TRUE(port.Send("1", player, "/m/a.mp3"));
+  EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(30))
+      << "a wait for each of them would take longer";
+  EXPECT_NE(port.Find(player), "") << "it has run for two seconds, so it is found";
+  std::filesystem::remove(folder.Path("go on"));
+}
+
+TEST(MprisPlayer, AFileGoesBehindTheLastTrackOfAListThatTakesIt) {
+  const PrivateBus daemon;
+  const TempFolder folder;
+  const std::string program = LoggingPlayer(folder, "Some-Player");
+  const ScopedEnvironment address("DBUS_SESSION_BUS_ADDRESS", daemon.Address().constData());
+  QDBusConnection bus = QDBusConnection::connectToBus(QString(daemon.Address()), "player");
+  QThread thread;
+  BusPlayer player;
+  player.moveToThread(&thread);
+  thread.start();
+  ASSERT_TRUE(bus.registerVirtualObject("/org/mpris/MediaPlayer2", &player));
+  MprisPlayer port;
+  EXPECT_EQ(port.Find(program), "");
+  ASSERT_TRUE(bus.registerService("org.mpris.MediaPlayer2.some-player.instance7"));
+  const std::string window = port.Find(program);
+  EXPECT_EQ(window, "org.mpris.MediaPlayer2.some-player.instance7");
+  EXPECT_EQ(port.Find(folder.Path("some")), "") << "another player's name begins like this";
+
+  EXPECT_TRUE(port.Send(window, program, "/m/a #1.mp3"));
+  EXPECT_TRUE(port.Send(window, program, "/m/\xFF.mp3"));
+  EXPECT_EQ(player.calls,
+            (std::vector<std::string>{
+                "file:///m/a%20%231.mp3 after /org/mpris/MediaPlayer2/TrackList/NoTrack",
+                "file:///m/%FF.mp3 after /t/1"}));
+  EXPECT_FALSE(ReadWholeFile(folder.Path("log"))) << "its program is not needed";
+
+  // One that has stopped answering, and one that keeps its list to itself.
+  player.answers = false;
+  EXPECT_TRUE(port.Send(window, program, "/m/b.mp3"));
+  EXPECT_EQ(folder.Read("log"), "[-e][/m/b.mp3]");
+  player.answers = true;
+  player.edits = false;
+  EXPECT_TRUE(MprisPlayer().Send(window, program, "/m/c.mp3"));
+  EXPECT_EQ(folder.Read("log"), "[-e][/m/b.mp3][-e][/m/c.mp3]");
+  EXPECT_EQ(player.calls.size(), 2U);
+  thread.quit();
+  thread.wait();
+  QDBusConnection::disconnectFromBus("player");
+}
+
+}  // namespace
+}  // namespace tunemeadow
