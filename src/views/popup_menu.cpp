@@ -6,26 +6,51 @@
 namespace tunemeadow {
 namespace {
 
-/// The entries that both lists have. Each command adds its own here, with the rule that switches
-/// it: what works on the selected rows has nothing to do without one.
-std::vector<PopupEntry> EntriesOfBothLists(const ResultList& list) {
-  const bool selected = list.SelectedCount() > 0;
-  return {{.name = "mnuRemoveTags", .enabled = selected},
-          {.name = "mnuAddImagetoFile", .enabled = selected},
-          {.name = "mnuRemoveImagefromfile", .enabled = selected},
-          {.name = ""},
-          {.name = "mnuViewFields"},
-          {.name = "mnuAutoSize"}};
+/// How the commands stand that both lists have.
+struct ListCommands {
+  const ResultList& list;
+  bool playlist = false;  ///< ListView3
+  bool playlists_exist = false;
+  bool may_archive = false;  ///< the rows are those of the library
+};
+
+/// Each command adds its own entry here, with the rule that switches it: what works on the selected
+/// rows has nothing to do without one.
+std::vector<PopupEntry> EntriesOfList(const ListCommands& commands) {
+  const bool selected = commands.list.SelectedCount() > 0;
+  return {
+      {.name = "mnuPlaylistSave", .enabled = selected},
+      {.name = "mnuPlaylistAddItems", .enabled = selected && commands.playlists_exist},
+      {.name = "mnuToolsRandomPlaylist", .enabled = selected, .visible = false},
+      {.name = "mnuExtrasDisk2CD", .enabled = selected && commands.may_archive, .visible = false},
+      {.name = ""},
+      {.name = "mnuRemoveTags", .enabled = selected},
+      {.name = "mnuAddImagetoFile", .enabled = selected},
+      {.name = "mnuRemoveImagefromfile", .enabled = selected},
+      {.name = "mnuDelete",
+       .enabled = selected && commands.playlist,
+       .visible = commands.playlist,
+       .caption = commands.playlist ? "Delete from playlist" : ""},
+      {.name = ""},
+      {.name = "mnuExporttoPlaylist", .enabled = selected},
+      {.name = "mnuExporttoplsPlaylist", .enabled = selected},
+      {.name = ""},
+      {.name = "mnuViewFields"},
+      {.name = "mnuAutoSize"}};
 }
 
 }  // namespace
 
 std::vector<PopupEntry> Prepare_Popupmenu_Listview1(const Workbench& bench) {
-  return EntriesOfBothLists(bench.ListView1);
+  return EntriesOfList({.list = bench.ListView1,
+                        .playlists_exist = !bench.tree.playlists.empty(),
+                        .may_archive = bench.current_view == "Database"});
 }
 
 std::vector<PopupEntry> Prepare_Popupmenu_Listview3(const Workbench& bench) {
-  return EntriesOfBothLists(bench.ListView3);
+  return EntriesOfList({.list = bench.ListView3,
+                        .playlist = true,
+                        .playlists_exist = !bench.tree.playlists.empty()});
 }
 
 std::vector<PopupEntry> PreparePopupMenu(const Workbench& bench) {

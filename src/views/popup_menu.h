@@ -14,7 +14,7 @@ struct Workbench;
 struct PopupEntry {
   std::string_view name;
   bool enabled = true;
-  bool visible = true;
+  bool visible = true;       ///< false: stands in a menu of the bar only
   std::string_view caption;  ///< where it differs from the usual one; else empty
 };
 

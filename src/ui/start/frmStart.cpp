@@ -18,6 +18,7 @@
 #include "ui/start/bottom_strip.h"
 #include "ui/start/command_pane.h"
 #include "ui/start/detail_panels.h"
+#include "ui/start/order_bar.h"
 #include "ui/start/picture_pane.h"
 #include "ui/start/result_view.h"
 #include "ui/start/search_panels.h"
@@ -111,9 +112,12 @@ QWidget* frmStart::BuildListRow() {
   row->setContentsMargins(0, 0, 0, 0);
   list_view_ = new ResultView(bench_.ListView1, "ListView1", lists);
   playlist_view_ = new ResultView(bench_.ListView3, "ListView3", lists);
+  order_bar_ = new OrderBar(lists);
   playlist_view_->hide();
+  order_bar_->hide();
   row->addWidget(list_view_);
   row->addWidget(playlist_view_);
+  row->addWidget(order_bar_);
   list_splitter_->setStretchFactor(0, 0);
   list_splitter_->setStretchFactor(1, 1);
   list_splitter_->setChildrenCollapsible(false);

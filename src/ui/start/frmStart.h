@@ -26,6 +26,7 @@ class BottomStrip;
 class CommandPane;
 class DetailPanels;
 class frmPreferences;
+class OrderBar;
 class PicturePane;
 class ResultView;
 class SearchPanels;
@@ -57,6 +58,16 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void mnuKillLyrics3_Click();
   void mnuAddImagetoFile_Click();
   void mnuRemoveImagefromfile_Click();
+  void mnuDelete_Click();
+  void mnuExporttoPlaylist_Click();
+  void mnuExporttoplsPlaylist_Click();
+  void mnuPlaylistSave_Click();
+  void mnuPlaylistAddItems_Click();
+  void mnuToolsRandomPlaylist_Click();
+  void mnuPlaylistUmbenennen_Click();
+  void mnuPlaylistDelete_Click();
+  void mnuExtrasDisk2CD_Click();
+  void mnuItem3CDArchivloeschen_Click();
   void cmdSpeichern_Click();
   void Command2_Click();
   void mnuHelpContents_Click();
@@ -84,9 +95,12 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void BuildMenus();
   void BuildEditMenu();
   void BuildHistoryMenu(QMenu& menu);
+  void BuildExportMenu();
+  void BuildTreeMenus();
   void ConnectPanes();
   void ConnectDetails();
   void ConnectTree();
+  void ConnectPlaylists();
   void ConnectList(ResultView& view);
 
   // Steps of the start, in form_load.cpp.
@@ -106,6 +120,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void ListCleared() override;
   void ListFilled() override;
   void RowChanged(std::size_t row) override;
+  void OrderChanged() override;
   void SelectionSet() override;
   void SearchFieldsChanged() override;
   void SearchFieldsWanted() override;
@@ -130,6 +145,9 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void ShowRecord(std::size_t row);
   void ShowSaveButton();
   void ShowTreeMenu(NodeKind kind, const QPoint& where);
+  void RowsDropped(NodeKind kind, const std::string& name);
+  void ShowOrderBar();
+  void ShowOrderPlace();
   [[nodiscard]] bool MayBecomeMany();
   [[nodiscard]] ResultView& ViewInView() noexcept;
 
@@ -144,6 +162,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   TreePane* tree_pane_ = nullptr;
   ResultView* list_view_ = nullptr;
   ResultView* playlist_view_ = nullptr;
+  OrderBar* order_bar_ = nullptr;
   BottomStrip* bottom_strip_ = nullptr;
   QSplitter* list_splitter_ = nullptr;
   QFrame* search_frame_ = nullptr;
@@ -155,10 +174,13 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   QLabel* status_label_ = nullptr;
   QProgressBar* progress_bar_ = nullptr;
   QMenu* list_menu_ = nullptr;
-  QMenu* tree_menu_ = nullptr;  ///< mnuItem2
+  QMenu* tree_menu_ = nullptr;      ///< mnuItem2
+  QMenu* archive_menu_ = nullptr;   ///< mnuItem3
+  QMenu* playlist_menu_ = nullptr;  ///< mnuItem4
   QAction* panes_action_ = nullptr;
   std::unique_ptr<frmPreferences> preferences_;
   ColumnLayout columns_;
+  bool order_matters_ = false;  ///< the list of the playlist shows all of it
   bool unloaded_ = false;
 };
 

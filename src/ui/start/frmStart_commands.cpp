@@ -43,6 +43,7 @@ void frmStart::ConnectPanes() {
   ConnectDetails();
   ConnectList(*list_view_);
   ConnectList(*playlist_view_);
+  ConnectPlaylists();
 }
 
 void frmStart::ConnectTree() {
@@ -65,6 +66,8 @@ void frmStart::ConnectTree() {
 
 void frmStart::ShowTreeMenu(NodeKind kind, const QPoint& where) {
   if (kind == NodeKind::kDatabase || kind == NodeKind::kGroup) tree_menu_->popup(where);
+  if (kind == NodeKind::kPlaylist) playlist_menu_->popup(where);
+  if (kind == NodeKind::kArchive || kind == NodeKind::kArchiveFolder) archive_menu_->popup(where);
 }
 
 void frmStart::ConnectList(ResultView& view) {
@@ -72,6 +75,7 @@ void frmStart::ConnectList(ResultView& view) {
           [this, &view](int column) { SortBy(view, column); });
   connect(&view, &ResultView::ItemClicked, this, [this](int row) {
     if (!session_.busy) ShowRecord(static_cast<std::size_t>(row));
+    ShowOrderPlace();
   });
   connect(&view, &ResultView::ReturnPressed, this, [this] { detail_panels_->FocusFirst(); });
   connect(&view, &ResultView::ContextMenuRequested, this, &frmStart::ShowListMenu);

@@ -16,6 +16,9 @@
 namespace tunemeadow {
 namespace {
 
+/// Keeps the usual caption of an action that shows another one at times.
+constexpr char kCaptionProperty[] = "usualCaption";
+
 struct MenuEntry {
   const char* name;
   const char* caption;
@@ -33,6 +36,11 @@ constexpr std::array kFileMenu{
     MenuEntry{"", "", nullptr},
     MenuEntry{"mnuExit", "E&xit", &frmStart::mnuExit_Click, "exit", "Ctrl+Q"},
 };
+constexpr std::array kExportMenu{
+    MenuEntry{"mnuExporttoPlaylist", "to M3U &Playlist...", &frmStart::mnuExporttoPlaylist_Click},
+    MenuEntry{"mnuExporttoplsPlaylist", "to P&LS Playlist...",
+              &frmStart::mnuExporttoplsPlaylist_Click},
+};
 constexpr std::array kRemoveTagsMenu{
     MenuEntry{"mnuKillAllTags", "&All tags", &frmStart::mnuKillAllTags_Click},
     MenuEntry{"mnuKillID3v11Tag", "ID3v&1.x tag", &frmStart::mnuKillID3v11Tag_Click},
@@ -44,6 +52,8 @@ constexpr std::array kEditMenu{
               &frmStart::mnuAddImagetoFile_Click, "picture"},
     MenuEntry{"mnuRemoveImagefromfile", "Remove &image from file(s)",
               &frmStart::mnuRemoveImagefromfile_Click},
+    MenuEntry{"", "", nullptr},
+    MenuEntry{"mnuDelete", "&Delete from database (Del)", &frmStart::mnuDelete_Click, "delete"},
 };
 constexpr std::array kSearchMenu{
     MenuEntry{"mnuSuchen", "Search &now", &frmStart::cmdSuchenExternClick, "search", "F5"},
@@ -56,7 +66,26 @@ constexpr std::array kViewMenu{
     MenuEntry{"mnuViewFields", "&Configure columns...", &frmStart::mnuViewFields_Click, "columns"},
     MenuEntry{"mnuAutoSize", "&Autosize columns", &frmStart::mnuAutoSize_Click, "", "Ctrl+Shift+A"},
 };
+constexpr std::array kPlaylistsMenu{
+    MenuEntry{"mnuPlaylistSave", "&Save to playlist...", &frmStart::mnuPlaylistSave_Click,
+              "playlists"},
+    MenuEntry{"mnuPlaylistAddItems", "&Add to existing playlist...",
+              &frmStart::mnuPlaylistAddItems_Click, "add"},
+    MenuEntry{"mnuToolsRandomPlaylist", "&Random playlist...",
+              &frmStart::mnuToolsRandomPlaylist_Click},
+};
+constexpr std::array kPlaylistNodeMenu{
+    MenuEntry{"mnuPlaylistUmbenennen", "&Rename...", &frmStart::mnuPlaylistUmbenennen_Click,
+              "edit"},
+    MenuEntry{"mnuPlaylistDelete", "&Delete...", &frmStart::mnuPlaylistDelete_Click, "delete"},
+};
+constexpr std::array kArchiveNodeMenu{
+    MenuEntry{"mnuItem3CDArchivlöschen", "&Delete CD archive...",
+              &frmStart::mnuItem3CDArchivloeschen_Click, "delete"},
+};
 constexpr std::array kToolsMenu{
+    MenuEntry{"mnuExtrasDisk2CD", "&Move items to CD Archive...",
+              &frmStart::mnuExtrasDisk2CD_Click, "archives"},
     MenuEntry{"mnuAudiogalaxy", "Audiogalaxy scrambler", &frmStart::Command2_Click},
 };
 constexpr std::array kHelpMenu{
@@ -71,7 +100,8 @@ void FillMenu(frmStart& window, QMenu& menu, std::span<const MenuEntry> entries)
       continue;
     }
     auto* action = new QAction(QIcon::fromTheme(entry.icon), frmStart::tr(entry.caption), &window);
-    action->setObjectName(QLatin1String(entry.name));
+    action->setObjectName(QString::fromUtf8(entry.name));
+    action->setProperty(kCaptionProperty, action->text());
     action->setShortcut(QKeySequence(QLatin1String(entry.shortcut)));
     QObject::connect(action, &QAction::triggered, &window,
                      [&window, command = entry.command] { (window.*command)(); });
@@ -91,15 +121,37 @@ QMenu* AddMenu(frmStart& window, const char* name, const QString& caption,
 
 void frmStart::BuildMenus() {
   AddMenu(*this, "mnuFile", tr("&File"), kFileMenu);
+  BuildExportMenu();
   BuildEditMenu();
   BuildHistoryMenu(*AddMenu(*this, "mnuSearch", tr("Sea&rch"), kSearchMenu));
   AddMenu(*this, "mnuView", tr("&View"), kViewMenu);
-  AddMenu(*this, "mnuTools", tr("&Tools"), kToolsMenu);
+  for (QMenu* menu : {AddMenu(*this, "mnuPlaylists", tr("Play&lists"), kPlaylistsMenu),
+                      AddMenu(*this, "mnuTools", tr("&Tools"), kToolsMenu)}) {
+    connect(menu, &QMenu::aboutToShow, this, &frmStart::PrepareListMenu);
+  }
   AddMenu(*this, "mnuHelp", tr("&Help"), kHelpMenu);
   list_menu_ = new QMenu(this);
   list_menu_->setObjectName("mnuItem1");
   tree_menu_ = new QMenu(this);
   tree_menu_->setObjectName("mnuItem2");
+  BuildTreeMenus();
+}
+
+void frmStart::BuildExportMenu() {
+  auto* menu = new QMenu(tr("&Export"), this);
+  menu->setObjectName("mnuExport");
+  FillMenu(*this, *menu, kExportMenu);
+  connect(menu, &QMenu::aboutToShow, this, &frmStart::PrepareListMenu);
+  findChild<QMenu*>("mnuFile")->insertMenu(findChild<QAction*>("mnuPreferences"), menu);
+}
+
+void frmStart::BuildTreeMenus() {
+  archive_menu_ = new QMenu(this);
+  archive_menu_->setObjectName("mnuItem3");
+  FillMenu(*this, *archive_menu_, kArchiveNodeMenu);
+  playlist_menu_ = new QMenu(this);
+  playlist_menu_->setObjectName("mnuItem4");
+  FillMenu(*this, *playlist_menu_, kPlaylistNodeMenu);
 }
 
 void frmStart::BuildEditMenu() {
@@ -123,6 +175,9 @@ void frmStart::PrepareListMenu() {
     const auto* submenu = findChild<QMenu*>(name);
     auto* action = submenu != nullptr ? submenu->menuAction() : findChild<QAction*>(name);
     action->setEnabled(entry.enabled);
+    if (const QVariant usual = action->property(kCaptionProperty); usual.isValid()) {
+      action->setText(entry.caption.empty() ? usual.toString() : ToQt(entry.caption));
+    }
     if (entry.visible) list_menu_->addAction(action);
   }
 }

@@ -8,6 +8,7 @@
 #include "ui/start/command_pane.h"
 #include "ui/start/detail_panels.h"
 #include "ui/start/frmStart.h"
+#include "ui/start/order_bar.h"
 #include "ui/start/picture_pane.h"
 #include "ui/start/result_view.h"
 #include "ui/start/search_panels.h"
@@ -19,11 +20,22 @@ namespace tunemeadow {
 
 void frmStart::ListCleared() { ViewInView().Freeze(); }
 
-void frmStart::ListFilled() { ViewInView().Thaw(); }
+void frmStart::ListFilled() {
+  ViewInView().Thaw();
+  if (bench_.playlist_in_view) ShowOrderBar();
+}
+
+void frmStart::OrderChanged() {
+  ViewInView().ShowOrder();
+  ShowOrderPlace();
+}
 
 void frmStart::RowChanged(std::size_t row) { ViewInView().RowChanged(static_cast<int>(row)); }
 
-void frmStart::SelectionSet() { ViewInView().ShowSelection(); }
+void frmStart::SelectionSet() {
+  ViewInView().ShowSelection();
+  ShowOrderPlace();
+}
 
 void frmStart::SearchFieldsChanged() { search_panels_->Show(bench_.search); }
 
@@ -75,6 +87,7 @@ void frmStart::PictureChanged() { picture_pane_->Show(bench_.details); }
 void frmStart::ListInViewChanged() {
   list_view_->setVisible(!bench_.playlist_in_view);
   playlist_view_->setVisible(bench_.playlist_in_view);
+  order_bar_->setVisible(bench_.playlist_in_view);
   search_panels_->ShowNameCombos(NameCombosShown(bench_));
   seek_button_->setEnabled(seek_button_->isEnabled() && !bench_.playlist_in_view);
   ShowSaveButton();
