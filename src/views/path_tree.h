@@ -43,8 +43,6 @@ enum class FolderLookup {
 class TreeBuilder {
  public:
   explicit TreeBuilder(FolderLookup lookup = FolderLookup::kKnownKeys) : lookup_(lookup) {}
-  /// Goes on with nodes that are there; of their folders none is known.
-  explicit TreeBuilder(TreeNodes nodes) : nodes_(std::move(nodes)) {}
 
   /// Adds a node, and returns its index until Arrange.
   std::int32_t Add(std::int32_t parent, NodeKind kind, std::string key, std::string text,

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "views/path_tree.h"
 #include "views/tree_data.h"
@@ -42,6 +43,11 @@ void cmdSeekto_Click(Workbench& bench);
 /// Index of the node that is selected; -1: it is not among the nodes. A playlist is found by its
 /// name.
 [[nodiscard]] std::int32_t SelectedNode(const TreeData& tree) noexcept;
+
+/// A path as a value of txtLocation: what the field cannot hold, or the search would change,
+/// becomes
+/// "_", which stands for any one character.
+[[nodiscard]] std::string PathPattern(std::string_view path, char quote);
 
 /// Whether the two combos for names, and their labels, are shown: not for a playlist, nor for an
 /// archive.

@@ -12,23 +12,6 @@ namespace {
 
 constexpr std::string_view kGroups = "MainArchive\\";
 
-/// A path as the search takes it: what its field cannot hold, or the statement would change, is any
-/// one character.
-std::string PathPattern(std::string_view path, char quote) {
-  std::string pattern;
-  while (!path.empty()) {
-    const CodePoint point = DecodeUtf8(path);
-    if (point.value >= kMalformed || point.value < ' ' ||
-        point.value == static_cast<char32_t>(quote)) {
-      pattern += '_';
-    } else {
-      pattern.append(path.substr(0, point.bytes));
-    }
-    path.remove_prefix(point.bytes);
-  }
-  return pattern;
-}
-
 bool IsPath(std::string_view rest) {
   return rest.starts_with('/') || rest.starts_with("\\\\") ||
          rest.find(":\\") != std::string_view::npos;
@@ -188,6 +171,21 @@ std::int32_t SelectedNode(const TreeData& tree) noexcept {
     return node.kind == NodeKind::kPlaylist && EqualsNoCase(node.name, tree.selected.name);
   });
   return found == nodes.end() ? -1 : static_cast<std::int32_t>(found - nodes.begin());
+}
+
+std::string PathPattern(std::string_view path, char quote) {
+  std::string pattern;
+  while (!path.empty()) {
+    const CodePoint point = DecodeUtf8(path);
+    if (point.value >= kMalformed || point.value < ' ' ||
+        point.value == static_cast<char32_t>(quote)) {
+      pattern += '_';
+    } else {
+      pattern.append(path.substr(0, point.bytes));
+    }
+    path.remove_prefix(point.bytes);
+  }
+  return pattern;
 }
 
 bool NameCombosShown(const Workbench& bench) noexcept {

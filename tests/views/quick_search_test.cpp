@@ -228,9 +228,9 @@ TEST_F(Search, TheTreeShowsCountsAndNamesAndReadsThemAfterAWriteOnly) {
   EXPECT_EQ(bench_.tree.playlists, (Texts{"A", "b"}));
   EXPECT_EQ(bench_.tree.archives, (Texts{"CD"}));
   watcher_.told.clear();
-  bench_.tree.playlists = {"kept"};
+  bench_.tree.archives = {"kept"};
   updatetreeview(bench_);
-  EXPECT_EQ(bench_.tree.playlists, (Texts{"kept"}));
+  EXPECT_EQ(bench_.tree.archives, (Texts{"kept"}));
   EXPECT_TRUE(watcher_.told.empty());
   Run("delete from cdarchives");
   Run("drop table playlists");

@@ -21,6 +21,7 @@
 #include "playback/player_detection.h"
 #include "ui/dialogs/frmPreferences.h"
 #include "ui/dialogs/frmStartInfos.h"
+#include "ui/dialogs/frmTreeviewFilter.h"
 #include "ui/start/bottom_strip.h"
 #include "ui/start/detail_panels.h"
 #include "ui/start/frmStart.h"
@@ -232,6 +233,7 @@ void frmStart::Form_Unload() {
   for (auto& value : ColumnLayoutPairs(list_view_->Layout())) values.push_back(std::move(value));
   session_.ini.SaveStrings(kConfigSection, values);
   preferences_.reset();
+  if (treeview_filter_ != nullptr) treeview_filter_->close();
   session_.connection.Close();
   emit Unloaded();
 }

@@ -26,6 +26,7 @@ class BottomStrip;
 class CommandPane;
 class DetailPanels;
 class frmPreferences;
+class frmTreeviewFilter;
 class OrderBar;
 class PicturePane;
 class ResultView;
@@ -49,6 +50,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void mnuFileImport_Click();
   void mnuPreferences_Click();
   void mnuExit_Click();
+  void mnuExtrasTreeviewSearch_Click();
   void mnuHideShowSearchandDetails_Click();
   void mnuViewFields_Click();
   void mnuAutoSize_Click();
@@ -179,6 +181,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   QMenu* playlist_menu_ = nullptr;  ///< mnuItem4
   QAction* panes_action_ = nullptr;
   std::unique_ptr<frmPreferences> preferences_;
+  frmTreeviewFilter* treeview_filter_ = nullptr;  ///< made when it is first opened
   ColumnLayout columns_;
   bool order_matters_ = false;  ///< the list of the playlist shows all of it
   bool unloaded_ = false;

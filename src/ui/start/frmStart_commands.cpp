@@ -10,6 +10,7 @@
 #include "ui/dialogs/frmConfigureColumns.h"
 #include "ui/dialogs/frmImport.h"
 #include "ui/dialogs/frmPreferences.h"
+#include "ui/dialogs/frmTreeviewFilter.h"
 #include "ui/start/bottom_strip.h"
 #include "ui/start/command_pane.h"
 #include "ui/start/detail_panels.h"
@@ -111,6 +112,12 @@ void frmStart::mnuPreferences_Click() {
 }
 
 void frmStart::mnuExit_Click() { close(); }
+
+void frmStart::mnuExtrasTreeviewSearch_Click() {
+  if (session_.busy) return;
+  if (treeview_filter_ == nullptr) treeview_filter_ = new frmTreeviewFilter(bench_, this);
+  treeview_filter_->Open();
+}
 
 void frmStart::mnuHideShowSearchandDetails_Click() {
   const bool visible = search_frame_->isHidden();

@@ -59,6 +59,9 @@ constexpr std::array kSearchMenu{
     MenuEntry{"mnuSuchen", "Search &now", &frmStart::cmdSuchenExternClick, "search", "F5"},
     MenuEntry{"mnuReset", "&Clear fields", &frmStart::cmdResetExternalClick, "reset", "Ctrl+R"},
     MenuEntry{"", "", nullptr},
+    MenuEntry{"mnuExtrasTreeviewSearch", "&Treeview Filter...",
+              &frmStart::mnuExtrasTreeviewSearch_Click, "database", "Ctrl+Shift+T"},
+    MenuEntry{"", "", nullptr},
 };
 constexpr std::array kViewMenu{
     MenuEntry{"mnuHideShowSearchandDetails", "&Hide/Show Search and Details",
@@ -84,8 +87,8 @@ constexpr std::array kArchiveNodeMenu{
               &frmStart::mnuItem3CDArchivloeschen_Click, "delete"},
 };
 constexpr std::array kToolsMenu{
-    MenuEntry{"mnuExtrasDisk2CD", "&Move items to CD Archive...",
-              &frmStart::mnuExtrasDisk2CD_Click, "archives"},
+    MenuEntry{"mnuExtrasDisk2CD", "&Move items to CD Archive...", &frmStart::mnuExtrasDisk2CD_Click,
+              "archives"},
     MenuEntry{"mnuAudiogalaxy", "Audiogalaxy scrambler", &frmStart::Command2_Click},
 };
 constexpr std::array kHelpMenu{
@@ -135,6 +138,7 @@ void frmStart::BuildMenus() {
   tree_menu_ = new QMenu(this);
   tree_menu_->setObjectName("mnuItem2");
   BuildTreeMenus();
+  tree_menu_->addAction(findChild<QAction*>("mnuExtrasTreeviewSearch"));
 }
 
 void frmStart::BuildExportMenu() {
