@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """measure.py [--runs N] [FIGURE...]: the figures of the program, each beside its floor. See bench/run.
 
-FIGURE: import again double kill save list million start (all of them unless told).
+FIGURE: import again double kill save list playlist million start (all of them unless told).
 
 Every run is a whole process: its user and system time and its peak memory are what the system says
 when it ends. A floor is run in turn with what is measured against it, and a ratio is the median of
@@ -33,6 +33,7 @@ DATA = ROOT / "build" / "bench"
 FILES = 20000
 SAVED = 2000
 ROWS = 100000
+PLAYLIST = 10000
 
 
 def program(name):
@@ -289,6 +290,19 @@ def measure_list(table, runs):
     table.against_floor("memory that the list adds", memory, "MiB", 0, 2.0)
 
 
+def measure_playlist(table, runs):
+    pairs, orders = [], []
+    for _ in range(runs):
+        mdb = ProgramFolder("playlist", catalogue(ROWS)).path / "mp3s.mdb"
+        with sqlite3.connect(mdb) as db:  # a file that an older schema has made
+            db.execute("create index if not exists tracks_of_playlists on playlists (Playlist, UID)")
+        figures = Finished([program("playlist_bench"), str(mdb), str(PLAYLIST)]).figures()
+        pairs.append((figures["add"]["ms"], figures["floor"]["ms"]))
+        orders.append(max(figures["order"]["wall_ms"], figures["order_again"]["wall_ms"]))
+    table.against_floor(f"{PLAYLIST:,} rows into a playlist, CPU", pairs, "ms", 0, 2.0)
+    table.against_limit("  their order stored, on the clock", orders, "ms", 0, 1000)
+
+
 def measure_million(table, runs):
     mdb = catalogue(10 * ROWS)
     done = ProgramFolder("million", mdb).run("list")
@@ -308,7 +322,7 @@ def measure_start(table, runs):
 
 FIGURES = {"import": measure_import, "again": measure_again, "double": measure_double, "kill": measure_kill,
            "save": measure_save,
-           "list": measure_list, "million": measure_million, "start": measure_start}
+           "list": measure_list, "playlist": measure_playlist, "million": measure_million, "start": measure_start}
 
 
 def main():
@@ -319,7 +333,7 @@ def main():
     unknown = set(options.figures) - set(FIGURES)
     if unknown:
         parser.error(f"no such figure: {' '.join(sorted(unknown))}")
-    for needed in ("window_bench", "scan_floor", "save_floor", "list_floor", "sql_floor"):
+    for needed in ("window_bench", "scan_floor", "save_floor", "list_floor", "sql_floor", "playlist_bench"):
         if program(needed) is None:
             sys.exit(f"build/release has no {needed}: bench/run builds it")
     DATA.mkdir(parents=True, exist_ok=True)
