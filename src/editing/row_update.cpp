@@ -88,7 +88,10 @@ void RefreshPicture(Workbench& bench, const SelectedFiles& files) {
 }
 
 void TellLosses(Workbench& bench, const TagLosses& losses) {
-  if (losses.Any()) bench.interaction.SetStatus(LossSentence(losses));
+  // What an earlier save left may have been undone before this one: that weighs more.
+  std::string told = RollBackSentence(bench.session.journal.TakeRolledBack());
+  if (told.empty()) told = LossSentence(losses);
+  if (!told.empty()) bench.interaction.SetStatus(told);
 }
 
 std::string Stopwatch::Text() const {
