@@ -9,6 +9,7 @@ namespace {
 /// How the commands stand that both lists have.
 struct ListCommands {
   const ResultList& list;
+  bool appends = false;   ///< the player takes files into its own list
   bool playlist = false;  ///< ListView3
   bool playlists_exist = false;
   bool may_archive = false;  ///< the rows are those of the library
@@ -19,6 +20,9 @@ struct ListCommands {
 std::vector<PopupEntry> EntriesOfList(const ListCommands& commands) {
   const bool selected = commands.list.SelectedCount() > 0;
   return {
+      {.name = "mnuPlay", .enabled = selected},
+      {.name = "mnuAddToWinampsplaylist", .enabled = selected && commands.appends},
+      {.name = ""},
       {.name = "mnuPlaylistSave", .enabled = selected},
       {.name = "mnuPlaylistAddItems", .enabled = selected && commands.playlists_exist},
       {.name = "mnuToolsRandomPlaylist", .enabled = selected, .visible = false},
@@ -43,12 +47,14 @@ std::vector<PopupEntry> EntriesOfList(const ListCommands& commands) {
 
 std::vector<PopupEntry> Prepare_Popupmenu_Listview1(const Workbench& bench) {
   return EntriesOfList({.list = bench.ListView1,
+                        .appends = bench.session.PlayerKind == "Winamp",
                         .playlists_exist = !bench.tree.playlists.empty(),
                         .may_archive = bench.current_view == "Database"});
 }
 
 std::vector<PopupEntry> Prepare_Popupmenu_Listview3(const Workbench& bench) {
   return EntriesOfList({.list = bench.ListView3,
+                        .appends = bench.session.PlayerKind == "Winamp",
                         .playlist = true,
                         .playlists_exist = !bench.tree.playlists.empty()});
 }

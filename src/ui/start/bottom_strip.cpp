@@ -3,7 +3,9 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QLabel>
+#include <QPushButton>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QToolButton>
@@ -24,6 +26,9 @@ QLabel* TotalLabel(QWidget* parent, const char* name, const QString& accessible)
 BottomStrip::BottomStrip(QWidget* parent)
     : QWidget(parent),
       tree_button_(new QToolButton(this)),
+      play_button_(new QToolButton(this)),
+      play_selection_button_(new QPushButton(tr("Play selection"), this)),
+      preview_box_(new QCheckBox(tr("Try Preview"), this)),
       selection_box_(new QCheckBox(tr("Track Selection"), this)),
       picture_box_(new QCheckBox(tr("Show p&icture"), this)),
       time_(TotalLabel(this, "lblTotalTime", tr("Total playtime of the list"))),
@@ -34,11 +39,15 @@ BottomStrip::BottomStrip(QWidget* parent)
   tree_button_->setAccessibleName(tr("Hide or show the tree"));
   tree_button_->setFocusPolicy(Qt::StrongFocus);
   tree_button_->setShortcut(Qt::Key_F9);
+  BuildPlayButtons();
   selection_box_->setObjectName("chkTrackSelection");
   selection_box_->setToolTip(tr("A click on a track selects its place in the tree"));
   picture_box_->setObjectName("chkPicShow");
   picture_box_->setToolTip(tr("Shows the picture of the clicked track beside its details"));
   row->addWidget(tree_button_);
+  row->addWidget(play_button_);
+  row->addWidget(play_selection_button_);
+  row->addWidget(preview_box_);
   row->addWidget(selection_box_);
   row->addWidget(picture_box_);
   row->addStretch(1);
@@ -49,6 +58,23 @@ BottomStrip::BottomStrip(QWidget* parent)
   connect(selection_box_, &QCheckBox::toggled, this, &BottomStrip::TrackSelectionToggled);
   connect(picture_box_, &QCheckBox::toggled, this, &BottomStrip::PictureToggled);
   ShowTreeVisible(true);
+}
+
+void BottomStrip::BuildPlayButtons() {
+  play_button_->setObjectName("cmdSpielen");
+  play_button_->setIcon(QIcon::fromTheme("play"));
+  play_button_->setAccessibleName(tr("Play"));
+  play_button_->setToolTip(tr("Plays the selected tracks (Ctrl+P)"));
+  play_button_->setFocusPolicy(Qt::StrongFocus);
+  play_selection_button_->setObjectName("cmdPlaySelection");
+  play_selection_button_->setToolTip(tr("Plays the selected tracks and goes back to the list"));
+  play_selection_button_->setAutoDefault(false);
+  preview_box_->setObjectName("chkPlayPreview");
+  preview_box_->setToolTip(tr("Plays the preview of a track that has one"));
+  connect(play_button_, &QToolButton::clicked, this, &BottomStrip::PlayRequested);
+  connect(play_selection_button_, &QPushButton::clicked, this,
+          &BottomStrip::PlaySelectionRequested);
+  connect(preview_box_, &QCheckBox::toggled, this, &BottomStrip::TryPreviewToggled);
 }
 
 void BottomStrip::ShowTotals(const QString& time, const QString& size) {
@@ -64,6 +90,11 @@ void BottomStrip::ShowTreeVisible(bool visible) {
 void BottomStrip::SetTrackSelection(bool on) {
   const QSignalBlocker quiet(selection_box_);
   selection_box_->setChecked(on);
+}
+
+void BottomStrip::SetTryPreview(bool on) {
+  const QSignalBlocker quiet(preview_box_);
+  preview_box_->setChecked(on);
 }
 
 void BottomStrip::SetPictureShown(bool shown) {

@@ -6,6 +6,7 @@
 
 class QCheckBox;
 class QLabel;
+class QPushButton;
 class QToolButton;
 
 namespace tunemeadow {
@@ -21,16 +22,25 @@ class BottomStrip : public QWidget {
 
   /// Caption and icon of cmdHideShowTreeview.
   void ShowTreeVisible(bool visible);
+  void SetTryPreview(bool on);       ///< chkPlayPreview, without the signal
   void SetTrackSelection(bool on);   ///< chkTrackSelection, without the signal
   void SetPictureShown(bool shown);  ///< chkPicShow, without the signal
 
  signals:
   void TreeToggled();
+  void PlayRequested();           ///< cmdSpielen
+  void PlaySelectionRequested();  ///< cmdPlaySelection
+  void TryPreviewToggled(bool on);
   void TrackSelectionToggled(bool on);
   void PictureToggled(bool shown);
 
  private:
+  void BuildPlayButtons();
+
   QToolButton* tree_button_;
+  QToolButton* play_button_;
+  QPushButton* play_selection_button_;
+  QCheckBox* preview_box_;
   QCheckBox* selection_box_;
   QCheckBox* picture_box_;
   QLabel* time_;

@@ -225,6 +225,13 @@ void DetailPanels::EnableComment(bool enabled) {
   field.setPalette(look);
 }
 
+LookupChoice DetailPanels::Lookup() const {
+  return {.chkCDDBSong = third_->chkCDDBSong->isChecked(),
+          .chkCDDBArtist = third_->chkCDDBArtist->isChecked(),
+          .chkCDDBAlbum = third_->chkCDDBAlbum->isChecked(),
+          .chkCDDBLocation = third_->chkCDDBLocation->isChecked()};
+}
+
 void DetailPanels::FocusFirst() {
   // With several tracks the title takes no input.
   QWidget* title = first_->txtTitelSave;

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "core/interaction.h"
+#include "tools/web_lookup.h"
 #include "views/detail_editor.h"
 
 class QCheckBox;
@@ -47,6 +48,9 @@ class DetailPanels : public QStackedWidget {
 
   /// The rule for txtCommentSave: whether it takes input, or looks as if.
   void EnableComment(bool enabled);
+
+  /// The boxes that choose what is sent to the web.
+  [[nodiscard]] LookupChoice Lookup() const;
 
   /// Focus on the first field of the panel in view.
   void FocusFirst();

@@ -98,6 +98,8 @@ void frmStart::LoadProperties() {
   columns_ = ReadColumnLayout(stored);
   bench_.show_picture = StoredValue(stored, "chkPicShow") != "0";
   bottom_strip_->SetPictureShown(bench_.show_picture);
+  bench_.try_preview = StoredValue(stored, "chkPlayPreview") == "1";
+  bottom_strip_->SetTryPreview(bench_.try_preview);
   bench_.track_selection = StoredValue(stored, "chkTrackSelection") != "0";
   bottom_strip_->SetTrackSelection(bench_.track_selection);
   const auto kind = ParseWhole(StoredValue(stored, "cboTreeSelector")).value_or(0);
@@ -230,6 +232,7 @@ void frmStart::Form_Unload() {
     values.emplace_back("TreeView1.Width", std::to_string(tree_pane_->width() * kTwipsPerPixel));
   }
   values.emplace_back("TreeView1.Visible", tree_pane_->isHidden() ? "False" : "True");
+  values.emplace_back("chkPlayPreview", bench_.try_preview ? "1" : "0");
   for (auto& value : ColumnLayoutPairs(list_view_->Layout())) values.push_back(std::move(value));
   session_.ini.SaveStrings(kConfigSection, values);
   preferences_.reset();

@@ -49,8 +49,11 @@ QToolButton* ArrowButton(QWidget* parent, int index, const QString& name, const 
 
 }  // namespace
 
-frmStart::frmStart(Session& session)
-    : session_(session), interaction_(session), bench_(session, interaction_) {
+frmStart::frmStart(Session& session, std::shared_ptr<PlayTools> play_tools)
+    : session_(session),
+      interaction_(session),
+      bench_(session, interaction_),
+      play_tools_(std::move(play_tools)) {
   setObjectName("frmStart");
   setWindowTitle("Tunemeadow");
   setWindowIcon(QIcon::fromTheme("tunemeadow"));

@@ -31,14 +31,16 @@ class OrderBar;
 class PicturePane;
 class ResultView;
 class SearchPanels;
+struct PlayTools;
 class TreePane;
 
 class frmStart : public QMainWindow, private WorkbenchWatcher {
   Q_OBJECT
 
  public:
-  /// `session` must outlive the window.
-  explicit frmStart(Session& session);
+  /// `session` must outlive the window. `play_tools`: the ways out of the program; null: those of
+  /// the system.
+  explicit frmStart(Session& session, std::shared_ptr<PlayTools> play_tools = nullptr);
   ~frmStart() override;
 
   /// The whole start, up to the shown window. False where the program is to end.
@@ -70,6 +72,16 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void mnuPlaylistDelete_Click();
   void mnuExtrasDisk2CD_Click();
   void mnuItem3CDArchivloeschen_Click();
+  void mnuPlay_Click();
+  void cmdSpielen_Click();
+  void cmdPlaySelection_Click();
+  void mnuAddToWinampsplaylist_Click();
+  void mnuPlaylistPlayAll_Click();
+  void mnuItem3GesamtesArchivabspielen_Click();
+  void mnuAmazoncom_Click();
+  void mnucddbcom_Click();
+  void mnuSearchCovers_Click();
+  void mnusonicnet_Click();
   void cmdSpeichern_Click();
   void Command2_Click();
   void mnuHelpContents_Click();
@@ -103,6 +115,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void ConnectDetails();
   void ConnectTree();
   void ConnectPlaylists();
+  void ConnectPlaying();
   void ConnectList(ResultView& view);
 
   // Steps of the start, in form_load.cpp.
@@ -156,6 +169,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   Session& session_;
   WindowInteraction interaction_;
   Workbench bench_;
+  std::shared_ptr<PlayTools> play_tools_;
 
   SearchPanels* search_panels_ = nullptr;
   CommandPane* command_pane_ = nullptr;

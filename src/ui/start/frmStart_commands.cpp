@@ -41,6 +41,7 @@ void frmStart::ConnectPanes() {
     picture_pane_->setVisible(shown && search_frame_->isVisible());
     if (!session_.busy) ShowPicOfDetails(bench_);
   });
+  ConnectPlaying();
   ConnectDetails();
   ConnectList(*list_view_);
   ConnectList(*playlist_view_);

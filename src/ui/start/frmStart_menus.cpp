@@ -69,6 +69,17 @@ constexpr std::array kViewMenu{
     MenuEntry{"mnuViewFields", "&Configure columns...", &frmStart::mnuViewFields_Click, "columns"},
     MenuEntry{"mnuAutoSize", "&Autosize columns", &frmStart::mnuAutoSize_Click, "", "Ctrl+Shift+A"},
 };
+constexpr std::array kPlayMenu{
+    MenuEntry{"mnuPlay", "&Play", &frmStart::mnuPlay_Click, "play", "Ctrl+P"},
+    MenuEntry{"mnuAddToWinampsplaylist", "&Add to player's playlist",
+              &frmStart::mnuAddToWinampsplaylist_Click},
+};
+constexpr std::array kWebMenu{
+    MenuEntry{"mnuAmazoncom", "Search &Amazon", &frmStart::mnuAmazoncom_Click},
+    MenuEntry{"mnucddbcom", "Search &CDDB", &frmStart::mnucddbcom_Click},
+    MenuEntry{"mnuSearchCovers", "Search c&overs", &frmStart::mnuSearchCovers_Click},
+    MenuEntry{"mnusonicnet", "Search &music guide", &frmStart::mnusonicnet_Click},
+};
 constexpr std::array kPlaylistsMenu{
     MenuEntry{"mnuPlaylistSave", "&Save to playlist...", &frmStart::mnuPlaylistSave_Click,
               "playlists"},
@@ -78,11 +89,14 @@ constexpr std::array kPlaylistsMenu{
               &frmStart::mnuToolsRandomPlaylist_Click},
 };
 constexpr std::array kPlaylistNodeMenu{
+    MenuEntry{"mnuPlaylistPlayAll", "&Play all", &frmStart::mnuPlaylistPlayAll_Click, "play"},
     MenuEntry{"mnuPlaylistUmbenennen", "&Rename...", &frmStart::mnuPlaylistUmbenennen_Click,
               "edit"},
     MenuEntry{"mnuPlaylistDelete", "&Delete...", &frmStart::mnuPlaylistDelete_Click, "delete"},
 };
 constexpr std::array kArchiveNodeMenu{
+    MenuEntry{"mnuItem3GesamtesArchivabspielen", "&Play whole archive",
+              &frmStart::mnuItem3GesamtesArchivabspielen_Click, "play"},
     MenuEntry{"mnuItem3CDArchivlöschen", "&Delete CD archive...",
               &frmStart::mnuItem3CDArchivloeschen_Click, "delete"},
 };
@@ -128,10 +142,12 @@ void frmStart::BuildMenus() {
   BuildEditMenu();
   BuildHistoryMenu(*AddMenu(*this, "mnuSearch", tr("Sea&rch"), kSearchMenu));
   AddMenu(*this, "mnuView", tr("&View"), kViewMenu);
-  for (QMenu* menu : {AddMenu(*this, "mnuPlaylists", tr("Play&lists"), kPlaylistsMenu),
+  for (QMenu* menu : {AddMenu(*this, "mnuPlayback", tr("&Play"), kPlayMenu),
+                      AddMenu(*this, "mnuPlaylists", tr("Play&lists"), kPlaylistsMenu),
                       AddMenu(*this, "mnuTools", tr("&Tools"), kToolsMenu)}) {
     connect(menu, &QMenu::aboutToShow, this, &frmStart::PrepareListMenu);
   }
+  AddMenu(*this, "mnuWeb", tr("&Web"), kWebMenu);
   AddMenu(*this, "mnuHelp", tr("&Help"), kHelpMenu);
   list_menu_ = new QMenu(this);
   list_menu_->setObjectName("mnuItem1");
