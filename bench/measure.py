@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 """measure.py [--runs N] [FIGURE...]: the figures of the program, each beside its floor. See bench/run.
 
-FIGURE: import again double kill save list playlist million start (all of them unless told).
+FIGURE: import again double kill save list tree playlist million start (all of them unless told).
 
 Every run is a whole process: its user and system time and its peak memory are what the system says
 when it ends. A floor is run in turn with what is measured against it, and a ratio is the median of
@@ -13,6 +13,7 @@ folder of its own (TUNEMEADOW_FOLDER):
   window_bench import LIBRARY   one import through the window, progress shown, final search included
   window_bench list             the searches and sorts, one JSON object for each: figure, ms, rows
   window_bench save ARTIST      sets the artist of every track of the catalogue
+  window_bench tree             the tree of folders: filled, renewed after a search, a node clicked
   window_bench start            starts to the usable window and ends
 """
 import argparse
@@ -303,6 +304,20 @@ def measure_playlist(table, runs):
     table.against_limit("  their order stored, on the clock", orders, "ms", 0, 1000)
 
 
+def measure_tree(table, runs):
+    mdb = catalogue(ROWS)
+    filled, again, clicks = [], [], []
+    for _ in range(runs):
+        figures = ProgramFolder("tree", mdb).run("tree").figures()
+        floor = sql_floor(mdb, figures["tree"]["statement"])
+        filled.append((figures["tree"]["ms"], floor))
+        again.append((figures["tree_again"]["ms"], floor))
+        clicks.append(figures["tree_click"]["ms"])
+    table.against_floor(f"tree of folders over {ROWS:,} rows, painted", filled, "ms", 0, 2.0)
+    table.against_floor("  after a search that wrote nothing", again, "ms", 0, 0.2)
+    table.against_limit("  a click on a folder, above its search", clicks, "ms", 0, 50)
+
+
 def measure_million(table, runs):
     mdb = catalogue(10 * ROWS)
     done = ProgramFolder("million", mdb).run("list")
@@ -321,8 +336,8 @@ def measure_start(table, runs):
 
 
 FIGURES = {"import": measure_import, "again": measure_again, "double": measure_double, "kill": measure_kill,
-           "save": measure_save,
-           "list": measure_list, "playlist": measure_playlist, "million": measure_million, "start": measure_start}
+           "save": measure_save, "list": measure_list, "tree": measure_tree, "playlist": measure_playlist,
+           "million": measure_million, "start": measure_start}
 
 
 def main():

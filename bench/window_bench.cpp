@@ -5,7 +5,8 @@
 //   window_bench import FOLDER   one import of the folder through the window
 //   window_bench list            searches and sorts; one JSON object a line: figure, ms, rows
 //   window_bench save ARTIST     sets the artist of every track: "Save all" with one box ticked
-//   window_bench start           starts to the usable window and ends
+//   window_bench tree            the tree of folders: filled, renewed after a search, a node
+//   clicked window_bench start           starts to the usable window and ends
 #include <malloc.h>
 
 #include <QAbstractButton>
@@ -27,6 +28,7 @@
 #include "ui/start/frmStart.h"
 #include "ui/start/result_view.h"
 #include "ui/support/theme.h"
+#include "views/tree.h"
 
 namespace {
 
@@ -121,6 +123,37 @@ void MeasureList(frmStart& window) {
   Search(window, "search", some);
 }
 
+/// The tree of kind "Location", filled and painted as after a write; renewed as after a search that
+/// wrote nothing; and a click on a folder, against the same search from the fields.
+void MeasureTree(frmStart& window) {
+  Workbench& bench = window.Bench();
+  Settle(window);
+  bench.tree.nodes_read_at.reset();
+  double before = CpuMilliseconds();
+  updatetreeview(bench);
+  Settle(window);
+  Print("tree", CpuMilliseconds() - before, bench.tree.nodes->size(),
+        "SELECT location FROM mp3sTabelle where substr(location,1,6)<>'MP3-CD' and location<>'' "
+        "group by location order by location");
+  before = CpuMilliseconds();
+  updatetreeview(bench);
+  Settle(window);
+  Print("tree_again", CpuMilliseconds() - before, bench.tree.nodes->size());
+  const TreeNode folder = bench.tree.nodes->back();
+  before = CpuMilliseconds();
+  TreeView1_NodeClick(bench, {folder.kind, folder.key, folder.name});
+  Settle(window);
+  const double click = CpuMilliseconds() - before;
+  const SearchFields fields = bench.search;
+  Search(window, "tree_search", {});  // another result in between
+  before = CpuMilliseconds();
+  bench.search = fields;
+  bench.Watcher().SearchFieldsChanged();
+  cmdSuchen(bench);
+  Settle(window);
+  Print("tree_click", click - (CpuMilliseconds() - before), bench.ListInView().RowCount());
+}
+
 void SaveAll(frmStart& window, const char* artist) {
   Workbench& bench = window.Bench();
   ResultList& list = bench.ListView1;
@@ -161,8 +194,10 @@ int main(int argc, char** argv) {
     SaveAll(window, argv[2]);
   } else if (mode == "list") {
     MeasureList(window);
+  } else if (mode == "tree") {
+    MeasureTree(window);
   } else if (mode != "start") {
-    std::fprintf(stderr, "window_bench import FOLDER | save ARTIST | list | start\n");
+    std::fprintf(stderr, "window_bench import FOLDER | save ARTIST | list | tree | start\n");
     return 2;
   }
   window.close();

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The tree in the main window, and the treeview filter beside it, while a person clicks about.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QToolButton>
+#include <filesystem>
+
+#include "support/temp_folder.h"
+#include "support/window_driver.h"
+#include "ui/dialogs/frmTreeviewFilter.h"
+#include "ui/start/frmStart.h"
+#include "ui/start/result_view.h"
+#include "ui/start/tree_pane.h"
+
+namespace tunemeadow {
+namespace {
+
+/// The main window on four tracks, one of them in a playlist and one on an archived disc.
+class TreeWindow : public testing::Test {
+ protected:
+  TreeWindow() {
+    const std::string catalogue = program_.Path("mp3s.mdb");
+    std::filesystem::copy_file(TM_BINARY_DIR "/data/mp3s.mdb", catalogue);
+    Connection connection;
+    connection.Open(catalogue);
+    for (const char* statement :
+         {"delete from mp3sTabelle",
+          "insert into mp3sTabelle (uid,Artist,location) values (11,'Anna','/m/Rock/a.mp3')",
+          "insert into mp3sTabelle (uid,Artist,location) values (12,'Anna','/m/Rock/b.mp3')",
+          "insert into mp3sTabelle (uid,Artist,location) values (13,'Berta','/m/Pop/c.mp3')",
+          "insert into mp3sTabelle (uid,Artist,location) values (14,'Carla','MP3-CD01/d.mp3')",
+          "insert into playlists (Playlist,UID) values ('Mix',13)",
+          "insert into cdarchives (CDArchive,UID) values ('Disc',14)"}) {
+      connection.Execute(statement);
+    }
+    session_.ini.SaveStrings(kConfigSection, {{"firstrun", "1"},
+                                              {"lblConfigWinamp", "/bin/true"},
+                                              {"chkBackup", "0"},
+                                              {"chkRepair", "0"}});
+    Start();
+  }
+  ~TreeWindow() override { window_->close(); }
+
+  void Start() {
+    window_ = std::make_unique<frmStart>(session_);
+    EXPECT_TRUE(window_->Form_Load());
+  }
+  Workbench& Bench() { return window_->Bench(); }
+  LibraryTree& View() { return Find<LibraryTree>(*window_, "TreeView1"); }
+
+  /// The node of that text below `above`, or below anything that is expanded.
+  static QModelIndex NodeOf(const QTreeView& view, const QString& text) {
+    for (QModelIndex index = view.model()->index(0, 0); index.isValid();
+         index = view.indexBelow(index)) {
+      if (index.data().toString() == text) return index;
+    }
+    ADD_FAILURE() << "no node in sight reads " << text.toStdString();
+    return {};
+  }
+  static void Click(QTreeView& view, const QString& text) {
+    const QModelIndex index = NodeOf(view, text);
+    view.scrollTo(index);
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(index).center());
+  }
+  QString Current() { return View().currentIndex().data().toString(); }
+
+  /// Uids of the list in view, in its order.
+  std::vector<std::int64_t> Uids() {
+    std::vector<std::int64_t> uids;
+    const ResultList& list = Bench().ListInView();
+    for (std::size_t row = 0; row < list.RowCount(); ++row) uids.push_back(list.Uid(row));
+    return uids;
+  }
+
+  TempFolder program_;
+  Session session_{program_.Path(), "tunemeadow"};
+  std::unique_ptr<frmStart> window_;
+};
+
+using testing::ElementsAre;
+
+TEST_F(TreeWindow, ClicksAndEnterSearchAndTheTreeStaysAsItWas) {
+  View().expand(NodeOf(View(), "/m"));
+  Click(View(), "Rock");
+  EXPECT_THAT(Uids(), ElementsAre(11, 12));
+  EXPECT_EQ(Find<QLineEdit>(*window_, "txtLocation").text(), "/m/Rock/");
+  NodeOf(View(), "Database [2/4 Files]");
+  Bench().session.connection.Execute("update mp3sTabelle set BPM='1' where uid=11");
+  window_->cmdSuchenExternClick();
+  EXPECT_TRUE(View().isExpanded(NodeOf(View(), "/m"))) << "the nodes were read anew";
+  EXPECT_EQ(Current(), "Rock");
+
+  View().collapse(NodeOf(View(), "Database [2/4 Files]"));
+  View().expand(NodeOf(View(), "Playlists [1]"));
+  Click(View(), "Mix [1 Files]");
+  EXPECT_THAT(Uids(), ElementsAre(13));
+  EXPECT_TRUE(Find<ResultView>(*window_, "ListView3").isVisible());
+  EXPECT_FALSE(Find<QComboBox>(*window_, "cboPlaylists").isVisible());
+
+  View().setCurrentIndex(NodeOf(View(), "Database [2/4 Files]"));
+  EXPECT_THAT(Uids(), ElementsAre(13)) << "moving about searches nothing";
+  QTest::keyClick(&View(), Qt::Key_Return);
+  EXPECT_THAT(Uids(), ElementsAre(13, 11, 12, 14));
+  EXPECT_TRUE(Find<QComboBox>(*window_, "cboPlaylists").isVisible());
+}
+
+TEST_F(TreeWindow, TheKindAndTheTrackSelectionAreKeptForTheNextStart) {
+  auto* selector = &Find<QComboBox>(*window_, "cboTreeSelector");
+  EXPECT_EQ(selector->currentText(), "Location");
+  selector->setCurrentIndex(1);
+  Click(View(), "Berta");
+  EXPECT_THAT(Uids(), ElementsAre(13));
+  Find<QCheckBox>(*window_, "chkTrackSelection").setChecked(false);
+  window_->close();
+  Start();
+  EXPECT_EQ(Find<QComboBox>(*window_, "cboTreeSelector").currentText(), "Artist");
+  EXPECT_FALSE(Find<QCheckBox>(*window_, "chkTrackSelection").isChecked());
+  NodeOf(View(), "Carla");
+}
+
+TEST_F(TreeWindow, AClickedTrackSelectsItsFolderAndTheButtonFindsItAgain) {
+  auto& list = Find<ResultView>(*window_, "ListView1");
+  auto& seek = Find<QToolButton>(*window_, "cmdSeekto");
+  EXPECT_FALSE(seek.isEnabled());
+  const QModelIndex row = list.model()->index(2, 1);
+  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(row).center());
+  EXPECT_EQ(Current(), "Rock");
+  View().setCurrentIndex(View().model()->index(0, 0));
+  ASSERT_TRUE(seek.isEnabled());
+  seek.click();
+  EXPECT_EQ(Current(), "Rock");
+}
+
+TEST_F(TreeWindow, WhatDoesNotComeFromAListIsNotTaken) {
+  bool dropped = false;
+  QObject::connect(&Find<TreePane>(*window_, "picTree"), &TreePane::RowsDropped,
+                   [&] { dropped = true; });
+  View().expand(NodeOf(View(), "Playlists [1]"));
+  const QPointF place = View().visualRect(NodeOf(View(), "Mix [1 Files]")).center();
+  QMimeData mime;
+  mime.setData("text/uri-list", "file:///m/a.mp3\r\n");
+  QDropEvent event(place, Qt::CopyAction, &mime, Qt::LeftButton, {});
+  QApplication::sendEvent(View().viewport(), &event);
+  QApplication::processEvents();
+  EXPECT_FALSE(event.isAccepted());
+  EXPECT_FALSE(dropped);
+}
+
+TEST_F(TreeWindow, ARightClickSelectsItsNodeAndOpensTheMenuOfItsKind) {
+  const QModelIndex node = NodeOf(View(), "Database [4 Files]");
+  const QPoint place = View().visualRect(node).center();
+  QContextMenuEvent event(QContextMenuEvent::Mouse, place, View().viewport()->mapToGlobal(place));
+  QApplication::sendEvent(View().viewport(), &event);
+  auto& menu = Find<QMenu>(*window_, "mnuItem2");
+  ASSERT_TRUE(menu.isVisible());
+  EXPECT_EQ(menu.actions().first()->objectName(), "mnuExtrasTreeviewSearch");
+  EXPECT_EQ(Bench().tree.selected.key, "Database");
+  menu.close();
+}
+
+TEST_F(TreeWindow, TheFilterReadsAListOnItsClickAndSearches) {
+  window_->mnuExtrasTreeviewSearch_Click();
+  auto* filter = ShownWindow<frmTreeviewFilter>();
+  ASSERT_NE(filter, nullptr);
+  auto& view = Find<LibraryTree>(*filter, "TreeView1");
+  Bench().session.connection.Execute("update mp3sTabelle set album='Blue' where uid=11");
+  Click(view, "Artist");
+  Click(view, "Anna");
+  EXPECT_THAT(Uids(), ElementsAre(11, 12));
+  view.expand(NodeOf(view, "Anna"));
+  Click(view, "Blue");
+  EXPECT_THAT(Uids(), ElementsAre(11));
+  EXPECT_EQ(Find<QPushButton>(*filter, "cmdClose").text(), "&Close");
+  Press(*filter, "cmdClose");
+  EXPECT_FALSE(filter->isVisible());
+}
+
+TEST_F(TreeWindow, ClosingTheFilterInALoadOnlyStopsIt) {
+  window_->mnuExtrasTreeviewSearch_Click();
+  auto* filter = ShownWindow<frmTreeviewFilter>();
+  ASSERT_NE(filter, nullptr);
+  auto& view = Find<LibraryTree>(*filter, "TreeView1");
+  QString caption;
+  QTimer::singleShot(0, filter, [&] {
+    caption = Find<QPushButton>(*filter, "cmdClose").text();
+    EXPECT_TRUE(Find<QProgressBar>(*filter, "ProgressBar1").isVisible());
+    filter->close();
+    window_->close();
+  });
+  Click(view, "Location");
+  EXPECT_EQ(caption, "&Cancel");
+  EXPECT_TRUE(filter->isVisible());
+  EXPECT_TRUE(window_->isVisible());
+  EXPECT_FALSE(Find<QProgressBar>(*filter, "ProgressBar1").isVisible());
+  Click(view, "Location");
+  NodeOf(view, "/m");
+  NodeOf(view, "MP3-CD01");
+  QTest::keyClick(&view, Qt::Key_Escape);
+  EXPECT_FALSE(filter->isVisible());
+}
+
+}  // namespace
+}  // namespace tunemeadow
