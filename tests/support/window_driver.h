@@ -21,7 +21,7 @@ namespace tunemeadow {
 /// The control of that name inside `window`. Throws where there is none: the test ends there.
 template <typename Control>
 Control& Find(const QWidget& window, const char* name) {
-  auto* control = window.findChild<Control*>(QString::fromLatin1(name));
+  auto* control = window.findChild<Control*>(QString::fromUtf8(name));
   if (control == nullptr) throw std::runtime_error(std::string("no control ") + name);
   return *control;
 }
