@@ -133,8 +133,8 @@ void MeasureTree(frmStart& window) {
   updatetreeview(bench);
   Settle(window);
   Print("tree", CpuMilliseconds() - before, bench.tree.nodes->size(),
-        "SELECT location FROM mp3sTabelle where substr(location,1,6)<>'MP3-CD' and location<>'' "
-        "group by location order by location");
+        "SELECT location FROM mp3sTabelle not indexed where substr(location,1,6)<>'MP3-CD' and "
+        "location<>'' group by location order by location");
   before = CpuMilliseconds();
   updatetreeview(bench);
   Settle(window);
