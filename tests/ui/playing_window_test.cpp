@@ -82,7 +82,10 @@ TEST_F(PlayingWindow, EveryEntrancePlaysTheSelection) {
   EXPECT_TRUE(List().hasFocus()) << "the focus goes back";
   Entry("mnuPlay").trigger();
   EXPECT_EQ(world_.log, Log(4, StartOf("a.mp3")));
-  window_->mnuPlaylistPlayAll_Click();
+  session_.connection.Execute(
+      "insert into playlists (Playlist,UID) select 'All', uid from mp3sTabelle");
+  window_->Bench().tree.selected = {.kind = NodeKind::kPlaylist, .key = "All|1", .name = "All"};
+  Entry("mnuPlaylistPlayAll").trigger();
   EXPECT_EQ(Log(world_.log.begin() + 4, world_.log.end()),
             (Log{StartOf("a.mp3"), StartOf("b.mp3")}));
 }

@@ -4,6 +4,7 @@
 #include "platform/process_posix.h"
 #include "platform/shell_open_qt.h"
 #include "playback/play.h"
+#include "playback/play_all.h"
 #include "tools/web_lookup.h"
 #include "ui/start/bottom_strip.h"
 #include "ui/start/detail_panels.h"
@@ -53,12 +54,12 @@ void frmStart::mnuAddToWinampsplaylist_Click() {
 }
 
 void frmStart::mnuPlaylistPlayAll_Click() {
-  if (session_.busy) return;
-  ViewInView().selectAll();
-  cmdSpielen_Click();
+  if (!session_.busy) tunemeadow::mnuPlaylistPlayAll_Click(bench_, *play_tools_);
 }
 
-void frmStart::mnuItem3GesamtesArchivabspielen_Click() { mnuPlaylistPlayAll_Click(); }
+void frmStart::mnuItem3GesamtesArchivabspielen_Click() {
+  if (!session_.busy) tunemeadow::mnuItem3GesamtesArchivabspielen_Click(bench_, *play_tools_);
+}
 
 void frmStart::mnuAmazoncom_Click() {
   tunemeadow::mnuAmazoncom_Click(bench_, detail_panels_->Lookup(), play_tools_->shell);
