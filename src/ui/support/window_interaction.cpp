@@ -14,6 +14,8 @@
 #include <array>
 #include <limits>
 
+#include "core/paths.h"
+#include "core/text.h"
 #include "ui/dialogs/frmLoading.h"
 #include "ui/dialogs/frmdoUmbenennen.h"
 #include "ui/dialogs/open_image.h"
