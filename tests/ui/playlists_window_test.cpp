@@ -163,8 +163,7 @@ TEST_F(PlaylistsWindow, TracksGoIntoAPlaylistThatIsPickedOrDroppedOn) {
   Bench().ListView1.SetSelected(3, 3, true);
   {
     WhenModal<frmShowPlaylists> pick([](frmShowPlaylists& window) {
-      EXPECT_FALSE(Find<QPushButton>(window, "cmdOK").isEnabled()) << "nothing is chosen yet";
-      Find<QListWidget>(window, "List1").setCurrentRow(0);
+      EXPECT_TRUE(Find<QPushButton>(window, "cmdOK").isEnabled()) << "the first one is chosen";
       Press(window, "cmdCancel");
     });
     Action("mnuPlaylistAddItems").trigger();
@@ -244,6 +243,12 @@ TEST(PickLists, NamesComeBackAsTheyAre) {
     Press(archives, "cmdOK");
     EXPECT_EQ(archives.Chosen(), names[static_cast<std::size_t>(row)]);
   }
+}
+
+TEST(PickLists, WithoutAnEntryThereIsNothingToConfirm) {
+  frmShowPlaylists playlists({});
+  EXPECT_FALSE(Find<QPushButton>(playlists, "cmdOK").isEnabled());
+  EXPECT_EQ(playlists.Chosen(), "");
 }
 
 TEST(PickLists, ADriveIsStoredWithoutItsSeparator) {

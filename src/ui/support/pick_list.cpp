@@ -34,6 +34,8 @@ void SetUpPickList(const PickListControls& controls) {
   QObject::connect(&controls.cancel, &QPushButton::clicked, &window, &QDialog::reject);
   QObject::connect(&list, &QListWidget::itemDoubleClicked, &window, &QDialog::accept);
   if (controls.needs_choice) {
+    // The list marks its first entry anyway when it gets the focus, but does not select it.
+    if (list.selectedItems().isEmpty()) list.setCurrentRow(0);
     const auto enable = [&list, &ok] { ok.setEnabled(!list.selectedItems().isEmpty()); };
     QObject::connect(&list, &QListWidget::itemSelectionChanged, &window, enable);
     enable();

@@ -16,7 +16,8 @@ struct PickListControls {
   QListWidget& list;
   QPushButton& ok;
   QPushButton& cancel;
-  bool needs_choice = true;  ///< OK is disabled while nothing is selected
+  /// The first entry is selected unless another one is; OK is disabled while none is.
+  bool needs_choice = true;
 };
 
 /// Wires them: OK, Enter and a double click accept, Cancel and Escape reject. The window gets room
