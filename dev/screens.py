@@ -113,6 +113,31 @@ def big_list(executable, out, work):
         album.take("list_5000")
         program.menu("View", "Autosize columns")
         album.take("list_5000_autosize")
+        tree(album)
+
+
+def tree(album):
+    """Each kind of groups, the menu of a node, and the filter beside the window. The tree is gone
+    through by keys: a node that is not in sight has no place to click on."""
+    program = album.program
+    program.click(program.find("TreeView1"))
+    program.key("Home", "Down", "Down", "Menu")  # the database
+    album.take("menu_tree")
+    program.key("Escape")
+    program.click(program.cell("ListView1", 5, 1))  # its folder opens
+    wait(lambda: program.text("txtTitelSave"), "the details")
+    album.take("tree_location")
+    for kind, name in enumerate(("artist", "album", "genre", "year"), 1):
+        program.click("cboTreeSelector")
+        program.key("Home", *["Down"] * kind, "Return")
+        program.click("cmdSeekto")
+        album.take(f"tree_{name}")
+    program.menu("Search", "Treeview Filter...")
+    window = program.find("frmTreeviewFilter")
+    program.key("Home", "Down", "Return", "Right", "Down", "Right")
+    album.take("frmTreeviewFilter")
+    program.click(program.find("cmdClose", root=window))
+    wait(lambda: program.sees("frmTreeviewFilter") is None, "the treeview filter to close")
 
 
 def main():

@@ -4,11 +4,15 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <QStyledItemDelegate>
 #include <QTimer>
+#include <algorithm>
 
 #include "ui/start/result_view.h"
 #include "ui/start/tree_pane.h"
+#include "ui/support/highlight_icon.h"
 #include "ui/support/tree_model.h"
 
 namespace tunemeadow {
@@ -18,9 +22,37 @@ bool TakesRows(NodeKind kind) {
   return kind == NodeKind::kPlaylist || kind == NodeKind::kPlaylists || kind == NodeKind::kArchive;
 }
 
+constexpr int kRowsMeasured = 100;  ///< of those in sight and after them, for the column's width
+constexpr int kRowMargin = 2;       ///< above and below the text, device independent pixels
+
+class NodeDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                               const QModelIndex& index) const override {
+    QSize size = QStyledItemDelegate::sizeHint(option, index);
+    size.setHeight(std::max(size.height(), option.fontMetrics.height() + 2 * kRowMargin));
+    return size;
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (option->state.testFlag(QStyle::State_Selected) && !option->icon.isNull()) {
+      option->icon = IconOnHighlight(*option);
+    }
+  }
+};
+
 }  // namespace
 
 LibraryTree::LibraryTree(QWidget* parent) : QTreeView(parent) {
+  setItemDelegate(new NodeDelegate(this));
+  // As wide as the nodes in sight, never narrower than the view: what is deep is scrolled to.
+  header()->setStretchLastSection(false);
+  header()->setResizeContentsPrecision(kRowsMeasured);
+  header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   setHeaderHidden(true);
   setUniformRowHeights(true);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -33,6 +65,22 @@ void LibraryTree::ExpandQuietly(const std::vector<QModelIndex>& indexes) {
   scheduleDelayedItemsLayout();
   for (const QModelIndex& index : indexes) expand(index);
   executeDelayedItemsLayout();
+}
+
+int LibraryTree::sizeHintForColumn(int column) const {
+  return std::max(QTreeView::sizeHintForColumn(column), viewport()->width());
+}
+
+void LibraryTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
+  // Qt would go back to the left end at each click.
+  const int place = horizontalScrollBar()->value();
+  QTreeView::scrollTo(index, hint);
+  horizontalScrollBar()->setValue(place);
+}
+
+void LibraryTree::resizeEvent(QResizeEvent* event) {
+  QTreeView::resizeEvent(event);
+  resizeColumnToContents(0);
 }
 
 void LibraryTree::keyPressEvent(QKeyEvent* event) {

@@ -2,9 +2,7 @@
 #include "ui/start/tree_pane.h"
 
 #include <QComboBox>
-#include <QHeaderView>
 #include <QScopedValueRollback>
-#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
@@ -126,14 +124,12 @@ void TreePane::RestoreExpanded() {
 void TreePane::ShowSelected() {
   const QScopedValueRollback showing(showing_, true);
   const QModelIndex index = model_->IndexOf(SelectedNode(data_));
-  const int place = tree_->horizontalScrollBar()->value();
   if (index.isValid()) {
     tree_->setCurrentIndex(index);
     tree_->scrollTo(index);
   } else {
     tree_->selectionModel()->clear();
   }
-  tree_->horizontalScrollBar()->setValue(place);
 }
 
 void TreePane::ShowKind() {

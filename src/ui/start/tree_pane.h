@@ -27,28 +27,30 @@ class LibraryTree : public QTreeView {
   /// Expands these without laying the tree out for each of them; nothing is emitted.
   void ExpandQuietly(const std::vector<QModelIndex>& indexes);
 
+  void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
  signals:
   void EnterPressed(const QModelIndex& index);
   void MenuWanted(const QModelIndex& index, const QPoint& where);
   void RowsDroppedOn(const QModelIndex& index);
 
  protected:
+  [[nodiscard]] int sizeHintForColumn(int column) const override;
+  void resizeEvent(QResizeEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dragMoveEvent(QDragMoveEvent* event) override;
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
+  void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
 
  private:
   [[nodiscard]] QModelIndex TargetOf(const QDropEvent& event) const;
   void MarkTarget(const QModelIndex& index);
 
   QPersistentModelIndex target_;  ///< node under the rows that are dragged
-
- protected:
-  void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
-               const QModelIndex& index) const override;
 };
 
 class TreePane : public QWidget {
