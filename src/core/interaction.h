@@ -29,7 +29,8 @@ struct FileChoice {
   std::string filter;  ///< "Name (*.ext)"; empty: all files
   std::string start;   ///< folder or file offered first; bytes
   bool for_saving = false;
-  bool images = false;  ///< OpenImage: with a panel that shows the chosen picture
+  bool asks_itself = false;  ///< the command asks before it replaces a file, not the dialog
+  bool images = false;       ///< OpenImage: with a panel that shows the chosen picture
 };
 
 /// The panel of the status bar: width in twips (1/1440 inch, 15 to the pixel at 96 dpi).

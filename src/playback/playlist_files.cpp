@@ -40,7 +40,8 @@ std::optional<std::string> ChooseDestination(Workbench& bench, const PlaylistFor
         {.title = "Export",
          .filter = std::string(format.filter),
          .start = JoinPath(bench.session.program_folder, format.offered),
-         .for_saving = true});
+         .for_saving = true,
+         .asks_itself = true});
     if (!path || path->empty()) return std::nullopt;
     if (FileNamePart(*path) == format.offered) continue;
     if (!EndsWithNoCase(*path, format.extension)) path->append(format.extension);
@@ -97,7 +98,11 @@ std::string PlsText(std::span<const std::string> paths) {
   text += kListLineEnd;
   std::size_t number = 0;
   for (const std::string& path : paths) {
-    text.append("File").append(std::to_string(++number)).append("=").append(path).append(kListLineEnd);
+    text.append("File")
+        .append(std::to_string(++number))
+        .append("=")
+        .append(path)
+        .append(kListLineEnd);
   }
   text.append("NumberOfEntries = ").append(std::to_string(number)).append(kListLineEnd);
   return text.append("Version = 2").append(kListLineEnd);

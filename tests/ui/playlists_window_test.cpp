@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QListWidget>
@@ -187,6 +188,25 @@ TEST_F(PlaylistsWindow, TracksGoIntoAPlaylistThatIsPickedOrDroppedOn) {
   });
   emit tree.RowsDropped(NodeKind::kPlaylists, "");
   EXPECT_EQ(Stored("New"), "14");
+}
+
+TEST_F(PlaylistsWindow, AnExistingFileIsAskedAboutOnce) {
+  session_.connection.Execute("update mp3sTabelle set location='" + program_.Write("11.mp3", "x") +
+                              "' where uid=11");
+  window_.cmdSuchenExternClick();
+  Bench().ListView1.SelectOnly(*Bench().ListView1.RowOfUid(11));
+  program_.Write("list.m3u", "old");
+  WhenModal<QFileDialog> place([](QFileDialog& dialog) {
+    auto& name = Find<QLineEdit>(dialog, "fileNameEdit");
+    EXPECT_EQ(name.text(), "*.m3u");
+    name.selectAll();
+    QTest::keyClicks(&name, "list");
+    QTest::keyClick(&name, Qt::Key_Return);
+  });
+  BoxAnswers answers{kYesButton};
+  Action("mnuExporttoPlaylist").trigger();
+  EXPECT_THAT(answers.seen, ElementsAre("File exists: Overwrite file?"));
+  EXPECT_EQ(program_.Read("list.m3u"), "#EXTM3U\r\n" + program_.Path("11.mp3") + "\r\n");
 }
 
 TEST_F(PlaylistsWindow, ANodesMenuRenamesAndDeletesItsPlaylist) {

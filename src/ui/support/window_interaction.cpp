@@ -260,6 +260,7 @@ std::optional<std::string> WindowInteraction::ChooseFile(const FileChoice& choic
   QFileDialog& dialog = *window;
   dialog.setFileMode(choice.for_saving ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   dialog.setAcceptMode(choice.for_saving ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, choice.asks_itself);
   if (!choice.filter.empty()) {
     const QString filter = ToQt(choice.filter);
     dialog.setNameFilters({filter, QStringLiteral("All files (*)")});
