@@ -14,12 +14,13 @@ namespace {
 
 /// Appends `text` in upper case, without a string in between where it is ASCII.
 void AppendUpper(std::string& target, std::string_view text) {
-  const std::size_t begin = target.size();
+  const std::size_t old_size = target.size();
   target.append(text);
   if (AllAscii(text)) {
-    for (std::size_t i = begin; i < target.size(); ++i) target[i] = UpperAscii(target[i]);
+    for (std::size_t i = old_size; i < target.size(); ++i) target[i] = UpperAscii(target[i]);
   } else {
-    target.replace(begin, std::string::npos, Upper(text));
+    target.resize(old_size);
+    target.append(Upper(text));
   }
 }
 
@@ -31,6 +32,9 @@ void MakeFolderKey(std::string& key, std::int32_t parent, std::string_view part)
   key += '|';
   AppendUpper(key, part);
 }
+
+/// Where the children of a node begin is noted one place later: those of none, -1, come first.
+std::size_t PlaceOf(std::int32_t parent) { return static_cast<std::size_t>(parent) + 1; }
 
 }  // namespace
 
@@ -103,12 +107,12 @@ TreeNodes TreeBuilder::Arrange(bool sorted) {
   for (std::size_t i = 0; i < folded.size(); ++i) AppendUpper(folded[i], nodes_[i].text);
   // Children gathered by their parent, then each parent's own put in order.
   std::vector<std::int32_t> first(count + 2, 0);
-  for (const TreeNode& node : nodes_) ++first[static_cast<std::size_t>(node.parent + 2)];
+  for (const TreeNode& node : nodes_) ++first[PlaceOf(node.parent) + 1];
   std::partial_sum(first.begin(), first.end(), first.begin());
   std::vector<std::int32_t> order(count);
   std::vector<std::int32_t> next(first.begin(), first.end());
   for (std::size_t i = 0; i < count; ++i) {
-    auto& place = next[static_cast<std::size_t>(nodes_[i].parent + 1)];
+    auto& place = next[PlaceOf(nodes_[i].parent)];
     order[static_cast<std::size_t>(place++)] = static_cast<std::int32_t>(i);
   }
   const auto by_text = [&](std::int32_t left, std::int32_t right) {
@@ -118,8 +122,8 @@ TreeNodes TreeBuilder::Arrange(bool sorted) {
   TreeNodes arranged;
   arranged.reserve(count);
   const auto take = [&](std::int32_t old_parent, std::int32_t new_parent) {
-    const auto begin = order.begin() + first[static_cast<std::size_t>(old_parent + 1)];
-    const auto end = order.begin() + first[static_cast<std::size_t>(old_parent + 2)];
+    const auto begin = order.begin() + first[PlaceOf(old_parent)];
+    const auto end = order.begin() + first[PlaceOf(old_parent) + 1];
     if (sorted) std::stable_sort(begin, end, by_text);
     for (auto child = begin; child != end; ++child) {
       TreeNode& node = nodes_[static_cast<std::size_t>(*child)];

@@ -63,7 +63,7 @@ class TreeBuilder {
   [[nodiscard]] TreeNodes Arrange(bool sorted = true);
 
  private:
-  [[nodiscard]] std::int32_t Find(std::int32_t parent, std::string_view folded);
+  [[nodiscard]] std::int32_t Find(std::int32_t parent, std::string_view part);
 
   FolderLookup lookup_ = FolderLookup::kKnownKeys;
   TreeNodes nodes_;

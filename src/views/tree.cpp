@@ -141,6 +141,10 @@ void RebuildNodes(Workbench& bench) {
   tree.nodes = std::make_shared<TreeNodes>(builder.Arrange());
 }
 
+TreeNode& NodeAt(TreeNodes& nodes, std::int32_t index) {
+  return nodes[static_cast<std::size_t>(index)];
+}
+
 /// The counts in the texts of nodes that stand. Whether one has changed.
 bool RenewTexts(const Workbench& bench) {
   bool changed = false;
@@ -151,11 +155,11 @@ bool RenewTexts(const Workbench& bench) {
   TreeNodes& nodes = *bench.tree.nodes;
   if (nodes.empty()) return false;
   for (std::int32_t i = 0; i < nodes.front().child_count; ++i) {
-    TreeNode& node = nodes[static_cast<std::size_t>(nodes.front().first_child + i)];
+    TreeNode& node = NodeAt(nodes, nodes.front().first_child + i);
     if (node.kind == NodeKind::kDatabase) set(node, DatabaseText(bench));
     if (node.kind != NodeKind::kPlaylists) continue;
     for (std::int32_t k = 0; k < node.child_count; ++k) {
-      TreeNode& list = nodes[static_cast<std::size_t>(node.first_child + k)];
+      TreeNode& list = NodeAt(nodes, node.first_child + k);
       const auto number = ParseWhole(std::string_view(list.key).substr(list.name.size() + 1));
       set(list, PlaylistText(bench, static_cast<std::size_t>(number.value_or(1) - 1)));
     }

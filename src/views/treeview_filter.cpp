@@ -175,9 +175,9 @@ void TreeviewFilter::LoadView4ALT(TreeBuilder& group) {
 
 void TreeviewFilter_NodeClick(Workbench& bench, const TreeNodes& nodes, std::int32_t node) {
   if (node < 0 || static_cast<std::size_t>(node) >= nodes.size()) return;
-  const TreeNode clicked = nodes[static_cast<std::size_t>(node)];
+  const TreeNode& clicked = nodes[static_cast<std::size_t>(node)];
   if (clicked.kind != NodeKind::kGroup) return;
-  const std::string above = nodes[static_cast<std::size_t>(clicked.parent)].text;
+  const std::string& above = nodes[static_cast<std::size_t>(clicked.parent)].text;
   cmdReset_Click(bench);
   SearchFields& fields = bench.search;
   const auto begins = [&](std::string_view prefix) { return clicked.key.starts_with(prefix); };

@@ -65,7 +65,7 @@ frmTreeviewFilter::frmTreeviewFilter(Workbench& bench, QWidget* parent, ShellOpe
 
 frmTreeviewFilter::~frmTreeviewFilter() = default;
 
-void frmTreeviewFilter::Open() {
+void frmTreeviewFilter::ShowFilter() {
   if (!isVisible()) {
     if (!filter_.Form_Load(bench_.session.connection_string)) return;
     expanded_ = {"DATABASE"};

@@ -30,7 +30,7 @@ class frmTreeviewFilter : public QDialog {
   ~frmTreeviewFilter() override;
 
   /// Opens the window with empty lists; one that is open comes to the front as it is.
-  void Open();
+  void ShowFilter();
 
  protected:
   void closeEvent(QCloseEvent* event) override;

@@ -117,7 +117,7 @@ void frmStart::mnuExit_Click() { close(); }
 void frmStart::mnuExtrasTreeviewSearch_Click() {
   if (session_.busy) return;
   if (treeview_filter_ == nullptr) treeview_filter_ = new frmTreeviewFilter(bench_, this);
-  treeview_filter_->Open();
+  treeview_filter_->ShowFilter();
 }
 
 void frmStart::mnuHideShowSearchandDetails_Click() {
