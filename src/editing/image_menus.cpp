@@ -52,7 +52,10 @@ class ImageJob {
       group_.FileDone(i);
       if (!changed) continue;
       ++count;
-      if (const auto box = TryUpdateRow(bench_, update, file, rows_)) batch_.ShowMessage(*box);
+      if (const auto box = TryUpdateRow(bench_, update, file, rows_)) {
+        group_.Close();
+        batch_.ShowMessage(*box);
+      }
     }
     bench_.interaction.SetJobStep(Count(), "", "");
     return count;

@@ -140,8 +140,10 @@ class RemovalRun {
       if (!removal.status.empty()) bench_.interaction.SetStatus("");
       if (result == removal.none) return Removed::kNo;
       if (result == "OK") {
-        if (const auto box = TryUpdateRow(bench_, removal.update, file, rows_))
+        if (const auto box = TryUpdateRow(bench_, removal.update, file, rows_)) {
+          group_.Close();
           batch_.ShowMessage(*box);
+        }
         return Removed::kYes;
       }
       if (ignore_all_) return Removed::kNo;

@@ -6,6 +6,8 @@
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
+#include <QDeadlineTimer>
+#include <QElapsedTimer>
 #include <QStringList>
 #include <QThread>
 #include <cstdlib>
@@ -21,6 +23,7 @@ namespace tunemeadow {
 namespace {
 
 constexpr int kAnswerMilliseconds = 300;
+constexpr int kSilenceMilliseconds = 600'000;
 constexpr int kSenderMilliseconds = 2000;
 constexpr int kPauseMilliseconds = 5;
 constexpr double kSecondsUntilReady = 1;
@@ -48,11 +51,18 @@ QString AddressOfBus() {
 
 /// A connection of our own: the one that the window library shares is made once and for all.
 QDBusConnection Bus(const QString& connection) {
+  // A bus that does not greet us holds the call up for long: it is not asked again at once.
+  static QDeadlineTimer silent_until(0);
   QDBusConnection bus(connection);
   const QString address = AddressOfBus();
-  if (bus.isConnected() || address.isEmpty()) return bus;
+  if (bus.isConnected() || address.isEmpty() || !silent_until.hasExpired()) return bus;
   QDBusConnection::disconnectFromBus(connection);
-  return QDBusConnection::connectToBus(address, connection);
+  QElapsedTimer asked;
+  asked.start();
+  QDBusConnection made = QDBusConnection::connectToBus(address, connection);
+  const bool slow = asked.elapsed() > kAnswerMilliseconds;
+  if (!made.isConnected() && slow) silent_until = QDeadlineTimer(kSilenceMilliseconds);
+  return made;
 }
 
 /// The answer's values; nullopt where none came in time.

@@ -170,6 +170,7 @@ void mnuExtrasDisk2CD_Click(Workbench& bench, const std::string& offered,
   } catch (const DatabaseError& error) {
     failure = error;
   }
+  RefreshLocation(bench);
   if (failure) ShowStoreError(bench, *failure);
   cmdSuchen(bench);
 }
@@ -194,6 +195,7 @@ void mnuItem3CDArchivloeschen_Click(Workbench& bench, const DriveChooser& choose
   } catch (const DatabaseError& error) {
     failure = error;
   }
+  RefreshLocation(bench);
   if (failure) ShowStoreError(bench, *failure);
   // Rows that are in view must not keep locations that are gone.
   if (bench.ListInView().RowCount() > 0) cmdSuchen(bench);

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string_view>
 
+#include "core/busy_pointer.h"
 #include "core/database.h"
 #include "core/dates.h"
 #include "core/paths.h"
@@ -34,26 +35,18 @@ class PlayingScope {
   explicit PlayingScope(Session& session) : session_(session) {
     session_.busy = true;
     session_.CancelRequested = false;
+    // A stamp for each of some thousand rows must not wait for the disk each time.
+    session_.connection.SetDurability(Durability::kBatch);
   }
-  ~PlayingScope() { session_.busy = false; }
+  ~PlayingScope() {
+    session_.connection.SetDurability(Durability::kFull);
+    session_.busy = false;
+  }
   PlayingScope(const PlayingScope&) = delete;
   PlayingScope& operator=(const PlayingScope&) = delete;
 
  private:
   Session& session_;
-};
-
-class BusyPointer {
- public:
-  explicit BusyPointer(Interaction& interaction) : interaction_(interaction) {
-    interaction_.SetBusyPointer(true);
-  }
-  ~BusyPointer() { interaction_.SetBusyPointer(false); }
-  BusyPointer(const BusyPointer&) = delete;
-  BusyPointer& operator=(const BusyPointer&) = delete;
-
- private:
-  Interaction& interaction_;
 };
 
 /// The row counts as played from now on, in the catalogue and in its cell. A statement that fails
@@ -115,6 +108,7 @@ class PlayCommand {
       : bench_(bench), tools_(tools), kind_(KindOf(bench.session)), list_(kind_) {}
 
   void Run() {
+    const BusyPointer busy(bench_.interaction);
     for (const std::size_t row : bench_.ListInView().SelectedRows()) {
       const std::string path = PathToPlay(bench_, row);
       const FileState state = LookForFile(bench_.interaction, path);
@@ -132,13 +126,11 @@ class PlayCommand {
     const bool for_player =
         kind_ != KindOfPlayer::kNone && HasOneOfExtensions(path, preferences_.txtpatternmp3files);
     if (!for_player) {
-      const BusyPointer busy(bench_.interaction);
       tools_.shell.Open(path);
       return;
     }
     list_.Add(path);
     if (kind_ != KindOfPlayer::kUnknown) return;
-    const BusyPointer busy(bench_.interaction);
     tools_.processes.Start(preferences_.lblConfigWinamp, {path});
   }
 
@@ -149,28 +141,29 @@ class PlayCommand {
   PlayList list_;
 };
 
-/// False: the command ends.
-bool AppendRow(Workbench& bench, PlayTools& tools, std::size_t row) {
+/// False: the command ends. `loadable` becomes false where the player cannot be loaded: it is not
+/// tried again for the rows behind.
+bool AppendRow(Workbench& bench, PlayTools& tools, std::size_t row, bool& loadable) {
   const std::string path = PathOfRow(bench, row);
   const FileState state = LookForFile(bench.interaction, path);
   if (state == FileState::kAborted) return false;
   if (state == FileState::kIgnored) return true;
-  bool goes_on = true;
   const std::string& player = bench.session.preferences.lblConfigWinamp;
   if (FindNoCase(player, "STUDIO.EXE") != std::string_view::npos) {
     tools.processes.Start(player, {path, "/ADD"});
-  } else {
-    goes_on = WinampAddFile(bench, tools, path);
+  } else if (loadable) {
+    loadable = WinampAddFile(bench, tools, path);
   }
   StampAsPlayed(bench, row);
   bench.interaction.Yield();
-  return goes_on && !bench.session.CancelRequested;
+  return !bench.session.CancelRequested;
 }
 
 void AppendSelection(Workbench& bench, PlayTools& tools) {
   const BusyPointer busy(bench.interaction);
+  bool loadable = true;
   for (const std::size_t row : bench.ListInView().SelectedRows()) {
-    if (!AppendRow(bench, tools, row)) return;
+    if (!AppendRow(bench, tools, row, loadable)) return;
   }
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/busy_pointer.h"
 #include "core/code_page.h"
 #include "core/paths.h"
 #include "core/text.h"
@@ -47,19 +48,6 @@ constexpr std::array kCellsToDetails = {
 /// The columns of txtSave3, in its order.
 constexpr std::array<Field, kExtraFields> kExtraDetails = {
     Field::composer, Field::copyright, Field::encodedby, Field::originalartist, Field::url};
-
-class BusyPointer {
- public:
-  explicit BusyPointer(Interaction& interaction) : interaction_(interaction) {
-    interaction_.SetBusyPointer(true);
-  }
-  ~BusyPointer() { interaction_.SetBusyPointer(false); }
-  BusyPointer(const BusyPointer&) = delete;
-  BusyPointer& operator=(const BusyPointer&) = delete;
-
- private:
-  Interaction& interaction_;
-};
 
 void CopyCells(const ResultList& list, std::size_t row, DetailEditor& details) {
   details.uid = list.Uid(row);
@@ -267,6 +255,22 @@ void ShowPic(Workbench& bench, const std::string& path) {
     details.picture_file = WritePictureFile(bench.session, details.picture);
   }
   bench.Watcher().PictureChanged();
+}
+
+void RefreshLocation(Workbench& bench) {
+  DetailEditor& details = bench.details;
+  if (details.uid == 0) return;
+  try {
+    const CellTable rows =
+        bench.session.connection
+            .Execute("select location from mp3sTabelle where uid=" + std::to_string(details.uid))
+            .GetRows();
+    if (rows.Empty()) return;
+    details.txtLocationSave = rows.Cell(0, 0);
+    bench.Watcher().DetailsChanged();
+  } catch (const DatabaseError&) {
+    // The store that cannot tell the location takes no save either.
+  }
 }
 
 void ShowPicOfDetails(Workbench& bench) {

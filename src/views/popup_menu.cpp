@@ -20,7 +20,7 @@ struct ListCommands {
 std::vector<PopupEntry> EntriesOfList(const ListCommands& commands) {
   const bool selected = commands.list.SelectedCount() > 0;
   return {
-      {.name = "mnuPlay", .enabled = selected},
+      {.name = "mnuPlay"},  // its shortcut must not die with a menu that was opened
       {.name = "mnuAddToWinampsplaylist", .enabled = selected && commands.appends},
       {.name = ""},
       {.name = "mnuPlaylistSave", .enabled = selected},

@@ -100,6 +100,21 @@ TEST_F(CDArchives, TheSelectedTracksMoveToTheDiscAndBackToTheDrive) {
   EXPECT_THAT(bench_.tree.archives, ElementsAre());
 }
 
+TEST_F(CDArchives, TheTrackInTheEditorKnowsWhereItIsNow) {
+  AddTrack("/m/Rock/a.mp3");
+  ShowTracks(1);
+  const std::size_t row = *bench_.ListView1.RowOfUid(session_.connection.LastInsertedKey());
+  Select(bench_.ListView1, 0);
+  bench_.ListView1.SelectOnly(row);
+  ListView1_ItemClick(bench_, row);
+  bench_.details.txtTitelSave = "typed and not saved";
+  interaction_.WillAnswerText("MP3-CD01");
+  mnuExtrasDisk2CD_Click(bench_);
+  EXPECT_EQ(bench_.details.txtLocationSave.rfind("MP3-CD01/", 0), 0U)
+      << "a save would write the old path back: " << bench_.details.txtLocationSave;
+  EXPECT_EQ(bench_.details.txtTitelSave, "typed and not saved");
+}
+
 TEST_F(CDArchives, WhatIsArchivedAlreadyOrNotSelectedIsLeftAlone) {
   AddTrack("MP3-CD07/a.mp3");
   AddTrack("/b.mp3");
