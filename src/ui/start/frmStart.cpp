@@ -58,7 +58,9 @@ frmStart::frmStart(Session& session, std::shared_ptr<PlayTools> play_tools)
   setWindowTitle("Tunemeadow");
   setWindowIcon(QIcon::fromTheme("tunemeadow"));
   bench_.watcher = this;
-  bench_.save_details = tunemeadow::cmdSpeichern_Click;
+  bench_.save_details = [this](Workbench& bench) {
+    if (detail_panels_->FieldsStand()) tunemeadow::cmdSpeichern_Click(bench);
+  };
   BuildStatusBar();
   BuildPanes();
   BuildMenus();
