@@ -33,6 +33,10 @@ void LoadView4(Workbench& bench, const std::string& archive, TreeBuilder& tree,
 /// search fields and searches. The three parent nodes search nothing.
 void TreeView1_NodeClick(Workbench& bench, const TreeSelection& node);
 
+/// Brings the whole library into view: empties the search fields and searches in ListView1. The
+/// selected node stays.
+void ShowDatabase(Workbench& bench);
+
 /// Where chkTrackSelection is on: the node of a row of the list in view is selected, its parents
 /// expanded. A row without a node, and a hidden tree, leave the selection.
 void FollowRowInTree(Workbench& bench, std::size_t row);
@@ -48,6 +52,10 @@ void cmdSeekto_Click(Workbench& bench);
 /// becomes
 /// "_", which stands for any one character.
 [[nodiscard]] std::string PathPattern(std::string_view path, char quote);
+
+/// Whether rows of the list in view may be archived: those of the library, of no playlist and of no
+/// archive.
+[[nodiscard]] bool ArchivesTakeRows(const Workbench& bench) noexcept;
 
 /// Whether the two combos for names, and their labels, are shown: not for a playlist, nor for an
 /// archive.

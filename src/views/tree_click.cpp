@@ -139,6 +139,7 @@ void TreeView1_NodeClick(Workbench& bench, const TreeSelection& node) {
     case NodeKind::kArchives:
       return;
     case NodeKind::kDatabase:
+      return ShowDatabase(bench);
     case NodeKind::kGroup:
       return ShowGroup(bench, clicked);
     case NodeKind::kArchive:
@@ -147,6 +148,11 @@ void TreeView1_NodeClick(Workbench& bench, const TreeSelection& node) {
     case NodeKind::kPlaylist:
       return ShowPlaylist(bench, clicked);
   }
+}
+
+void ShowDatabase(Workbench& bench) {
+  BringIntoView(bench, "Database", false);
+  cmdSuchen(bench);
 }
 
 void FollowRowInTree(Workbench& bench, std::size_t row) {
@@ -186,6 +192,10 @@ std::string PathPattern(std::string_view path, char quote) {
     path.remove_prefix(point.bytes);
   }
   return pattern;
+}
+
+bool ArchivesTakeRows(const Workbench& bench) noexcept {
+  return !bench.playlist_in_view && bench.current_view == "Database";
 }
 
 bool NameCombosShown(const Workbench& bench) noexcept {

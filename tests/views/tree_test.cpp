@@ -237,8 +237,10 @@ TEST_F(Tree, EachKindOfNodeBringsItsViewAndLeavesNoField) {
   EXPECT_EQ(bench_.search.txtLocation, "MP3-CD01/Jazz/");
   EXPECT_EQ(Locations(), Texts{"MP3-CD01/Jazz/d.mp3"});
 
+  EXPECT_FALSE(ArchivesTakeRows(bench_));
   ClickOn("Database");
   EXPECT_EQ(bench_.current_view, "Database");
+  EXPECT_TRUE(ArchivesTakeRows(bench_));
   EXPECT_EQ(bench_.search, SearchFields{});
   EXPECT_EQ(Locations().size(), 3U);
   EXPECT_TRUE(NameCombosShown(bench_));
