@@ -11,6 +11,7 @@
 #include "core/text.h"
 #include "platform/drives.h"
 #include "playback/catalogue_writing.h"
+#include "views/tree.h"
 
 namespace tunemeadow {
 namespace {
@@ -187,18 +188,23 @@ void mnuItem3CDArchivloeschen_Click(Workbench& bench, const DriveChooser& choose
        .buttons = Buttons::kYesNo});
   if (answer != Answer::kYes || !HasDrive(bench, choose_drive)) return;
   std::optional<DatabaseError> failure;
+  bool gone_from_view = false;
   try {
     CatalogueWriting writing(bench);
     writing.Run("delete from cdarchives where cdarchive=" + Quoted(*name, '"'));
     bench.tree.selected = {.kind = NodeKind::kArchives, .key = "ROOTCDArchives"};
+    gone_from_view = !bench.playlist_in_view && EqualsNoCase(bench.search.cboCDArchive, *name);
     writing.Run(RestoreStatement(*name, DriveOfArchives(bench.session.preferences)));
   } catch (const DatabaseError& error) {
     failure = error;
   }
   RefreshLocation(bench);
   if (failure) ShowStoreError(bench, *failure);
-  // Rows that are in view must not keep locations that are gone.
-  if (bench.ListInView().RowCount() > 0) cmdSuchen(bench);
+  if (gone_from_view) {
+    ShowDatabase(bench);
+  } else if (bench.ListInView().RowCount() > 0) {
+    cmdSuchen(bench);  // the rows must not keep locations that are gone
+  }
   updatetreeview(bench);
 }
 

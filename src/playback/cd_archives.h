@@ -41,7 +41,8 @@ using DriveChooser = std::function<void()>;
 
 /// Deletes the archive that is selected in the tree, after a question: first its rows of
 /// `cdarchives`, then the locations of its tracks get lblConfigCDROM in place of the name. Where no
-/// drive is set one is chosen; without one nothing is deleted.
+/// drive is set one is chosen; without one nothing is deleted. Where the search is limited to this
+/// archive, the whole library comes into view.
 void mnuItem3CDArchivloeschen_Click(Workbench& bench, const DriveChooser& choose_drive);
 
 /// The names of all archives, in their order; none where the store does not answer.

@@ -9,6 +9,7 @@
 
 #include "core/cd_archive_path.h"
 #include "playback/lists_test.h"
+#include "views/tree.h"
 
 namespace tunemeadow {
 namespace {
@@ -186,6 +187,22 @@ TEST_F(CDArchives, WithoutADriveNothingIsDeleted) {
   interaction_.WillAnswer(Answer::kYes);
   mnuItem3CDArchivloeschen_Click(bench_, [&] { session_.preferences.lblConfigCDROM = "/mnt"; });
   EXPECT_THAT(Rows(kLocations), ElementsAre("/mnt/a.mp3"));
+}
+
+TEST_F(CDArchives, AnArchiveThatWasInViewGivesWayToTheLibrary) {
+  AddTrack("CD1/a.mp3");
+  AddTrack("CD2/b.mp3");
+  for (const char* name : {"CD1", "CD2"}) {
+    Run(std::string("insert into cdarchives (CDArchive,UID) select '") + name +
+        "', uid from mp3sTabelle where location like '" + name + "%'");
+  }
+  const auto in_view = [this] { return bench_.current_view + ":" + bench_.search.cboCDArchive; };
+  TreeView1_NodeClick(bench_, {NodeKind::kArchive, "CDArchive|CD1", "cd1"});
+  Delete("CD2");
+  EXPECT_EQ(in_view(), "CDArchive:cd1") << "another one stays in view";
+  Delete("CD1");
+  EXPECT_EQ(in_view(), "Database:");
+  EXPECT_THAT(Locations(bench_.ListView1), ElementsAre("/media/cdrom/a.mp3", "/media/cdrom/b.mp3"));
 }
 
 TEST_F(CDArchives, OnlyAnArchiveIsDeletedAndOnlyOnYes) {
