@@ -40,10 +40,16 @@ class SearchScope {
   bool was_busy_;
 };
 
-/// Rows that a search does not belong to must not stand in the playlist view.
+/// Rows that a search does not belong to must not stand in the view of a playlist, nor in that of
+/// an archive.
 void BringFittingListIntoView(Workbench& bench, std::string_view prepared) {
-  if (!prepared.empty() && bench.playlist_in_view &&
-      !IsViewOfPlaylist(prepared, bench.current_playlist)) {
+  const bool leaves_playlist = !prepared.empty() && bench.playlist_in_view &&
+                               !IsViewOfPlaylist(prepared, bench.current_playlist);
+  const bool names_archive =
+      prepared.empty() ? !bench.search.cboCDArchive.empty() : NamesArchive(prepared);
+  const bool leaves_archive =
+      !bench.playlist_in_view && bench.current_view == "CDArchive" && !names_archive;
+  if (leaves_playlist || leaves_archive) {
     bench.playlist_in_view = false;
     bench.current_view = "Database";
     bench.Watcher().ListInViewChanged();

@@ -56,6 +56,9 @@ struct BuiltSearch {
 };
 [[nodiscard]] BuiltSearch BuildSearch(const SearchRequest& request);
 
+/// Whether a statement of BuildSearch is limited to the tracks of an archive.
+[[nodiscard]] bool NamesArchive(std::string_view sql) noexcept;
+
 /// Whether the statement joins an archive without tying it to the tracks, as BuildSearch does for
 /// an archive beside other fields. The rows of such a result are a product.
 [[nodiscard]] bool CrossesArchive(std::string_view sql) noexcept;

@@ -15,6 +15,8 @@ constexpr std::string_view kSelectList =
     "Playtime,Filesize,Comment,BPM,preview,lasttimeplayed,Situation,preference,tempo,Mood,bios,"
     "Lyrics,haspic ,composer,copyright,encodedby,originalartist,url,hasid3v1,hasid3v2";
 
+constexpr std::string_view kArchive = " cdarchives.cdarchive='";
+
 /// The join that an archive beside other fields is given: it compares the archives' own column.
 constexpr std::string_view kCrossing = " and cdarchives.uid=cdarchives.uid";
 
@@ -69,9 +71,7 @@ void AppendJoins(const SearchFields& fields, std::string& from, std::string& cla
   const bool had_content = !clause.empty();
   if (!archive.empty()) {
     from = list.empty() ? " , cdarchives " : " , cdarchives, Playlists ";
-    clause.append(had_content ? " AND" : "")
-        .append(" cdarchives.cdarchive='")
-        .append(QuoteInner(archive, '\''));
+    clause.append(had_content ? " AND" : "").append(kArchive).append(QuoteInner(archive, '\''));
     clause.append("'").append(had_content ? kCrossing : " and cdarchives.uid=mp3sTabelle.uid");
   }
   if (!list.empty()) {
@@ -121,6 +121,10 @@ BuiltSearch BuildSearch(const SearchRequest& request) {
     search.sql.append(" order by mp3sTabelle.location");
   }
   return search;
+}
+
+bool NamesArchive(std::string_view sql) noexcept {
+  return FindNoCase(sql, kArchive) != std::string_view::npos;
 }
 
 bool CrossesArchive(std::string_view sql) noexcept {

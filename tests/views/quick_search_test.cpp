@@ -182,6 +182,20 @@ TEST_F(Search, ThePlaylistViewKeepsItsOrderAndNoForeignRows) {
   }
 }
 
+TEST_F(Search, ASearchWithoutItsArchiveLeavesTheViewOfArchives) {
+  const auto view_after = [this](const std::string& archive, std::size_t replayed) {
+    bench_.current_view = "CDArchive";
+    bench_.search.cboCDArchive = archive;
+    watcher_.told.clear();
+    replayed > 0 ? mnuSuche_Click(bench_, replayed) : cmdSuchen(bench_);
+    return bench_.current_view + (watcher_.told.front() == "in view" ? ", told" : "");
+  };
+  EXPECT_EQ(view_after("CD", 0), "CDArchive");
+  EXPECT_EQ(view_after("", 0), "Database, told");
+  EXPECT_EQ(view_after("", 1), "CDArchive");
+  EXPECT_EQ(view_after("CD", 2), "Database, told");
+}
+
 TEST_F(Search, AnArchiveBesideAFieldIsAProductWithinBounds) {
   AddTracks(1001);
   Run("insert into cdarchives (CDArchive,uid) select 'CD', uid from mp3sTabelle where uid<=3");
