@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What is done to the playlist that is open in ListView3.
+#include <algorithm>
 #include <optional>
 #include <string>
 #include <unordered_set>
@@ -8,8 +9,10 @@
 #include "core/batch.h"
 #include "core/numbers.h"
 #include "core/statement.h"
+#include "core/text.h"
 #include "playback/catalogue_writing.h"
 #include "playback/playlists.h"
+#include "views/tree.h"
 
 namespace tunemeadow {
 namespace {
@@ -54,7 +57,19 @@ void SelectFocusedRow(Workbench& bench) {
   ListView1_ItemClick(bench, row);
 }
 
+bool IsGone(Workbench& bench) {
+  const std::vector<std::string> names = PlaylistNames(bench);
+  return std::none_of(names.begin(), names.end(), [&](const std::string& name) {
+    return EqualsNoCase(name, bench.current_playlist);
+  });
+}
+
 }  // namespace
+
+void LeavePlaylist(Workbench& bench) {
+  bench.current_playlist.clear();
+  ShowDatabase(bench);
+}
 
 void DeleteFromPlaylist(Workbench& bench) {
   const std::size_t count = bench.ListView3.SelectedCount();
@@ -90,6 +105,7 @@ void DeleteFromPlaylist(Workbench& bench) {
   }
   if (count >= kRowsToSearchAnew) cmdSuchen(bench);
   ChangeDetailSaveNo(bench);
+  if (bench.ListView3.RowCount() == 0 && IsGone(bench)) return LeavePlaylist(bench);
   SelectFocusedRow(bench);
   updatetreeview(bench);
 }

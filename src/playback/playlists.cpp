@@ -87,6 +87,15 @@ bool IsOpen(const Workbench& bench, const std::string& name) {
   return bench.playlist_in_view && EqualsNoCase(bench.current_playlist, name);
 }
 
+/// Shows what was written: the rows of the open list where it was `name`, the tree in any case.
+void ShowWritten(Workbench& bench, const std::string& name) {
+  if (IsOpen(bench, name)) {
+    cmdSuchen(bench);
+  } else {
+    updatetreeview(bench);
+  }
+}
+
 const std::string* PlaylistOfTree(const Workbench& bench) {
   const TreeSelection& node = bench.tree.selected;
   return node.kind == NodeKind::kPlaylist ? &node.name : nullptr;
@@ -102,7 +111,7 @@ void mnuPlaylistSave_Click(Workbench& bench) {
       "insert into playlists (Playlist,uid) values (" + Quoted(name, '"') + ",";
   const std::vector<std::string> uids = SelectedUids(bench.ListInView());
   WritePlaylistRows(bench, uids.size(), [&](std::size_t i) { return head + uids[i] + ")"; });
-  updatetreeview(bench);
+  ShowWritten(bench, name);
 }
 
 void mnuPlaylistAddItems_Click(Workbench& bench, const std::string& chosen) {
@@ -142,7 +151,7 @@ void mnuToolsRandomPlaylist_Click(Workbench& bench) {
   WritePlaylistRows(bench, uids.size(), [&](std::size_t i) {
     return head + uids[i] + "," + std::to_string(position(generator)) + ")";
   });
-  updatetreeview(bench);
+  ShowWritten(bench, name);
 }
 
 void mnuPlaylistDelete_Click(Workbench& bench) {
@@ -154,7 +163,7 @@ void mnuPlaylistDelete_Click(Workbench& bench) {
   if (answer != Answer::kYes) return;
   if (ChangePlaylists(bench, "delete from playlists where playlist=" + Quoted(name, '"'))) {
     bench.tree.selected = {.kind = NodeKind::kPlaylists, .key = "ROOTPlaylist"};
-    if (IsOpen(bench, name)) cmdSuchen(bench);  // what stood in view is no playlist any more
+    if (IsOpen(bench, name)) LeavePlaylist(bench);
   }
   updatetreeview(bench);
 }
@@ -166,7 +175,8 @@ void mnuPlaylistUmbenennen_Click(Workbench& bench) {
   const std::string name = CutName(
       bench.interaction.AskText("Neuer Name:", "Playliste name umbenennen", old_name).value_or(""));
   if (name.empty() || name == old_name) return;
-  if (!EqualsNoCase(name, old_name) && PlaylistExists(bench, name)) {
+  const bool merges = !EqualsNoCase(name, old_name) && PlaylistExists(bench, name);
+  if (merges) {
     const Answer answer = bench.interaction.ShowMessage(
         {.text = "There is a playlist \"" + name +
                  "\" already.\nMake one playlist of both? They cannot be parted again.",
@@ -178,6 +188,7 @@ void mnuPlaylistUmbenennen_Click(Workbench& bench) {
                                  " where playlist=" + Quoted(old_name, '"'))) {
     if (EqualsNoCase(bench.current_playlist, old_name)) bench.current_playlist = name;
     bench.tree.selected.name = name;
+    if (merges) return ShowWritten(bench, name);
   }
   updatetreeview(bench);
 }

@@ -20,7 +20,8 @@ inline constexpr std::size_t kLongestPlaylistName = 50;  ///< characters
 
 /// Adds the selected rows of the list in view to the playlist `PlaylistTargetName`, which is
 /// cleared, or to one whose name is asked for. The rows get no position: they stand first, by their
-/// paths. A track that is in the list already is added again.
+/// paths. A track that is in the list already is added again. The open playlist is searched anew,
+/// here and in what follows, so that its list shows what was written.
 void mnuPlaylistSave_Click(Workbench& bench);
 
 /// The same with the name that was chosen in frmShowPlaylists; without one nothing happens.
@@ -34,7 +35,7 @@ void mnuPlaylistAddItems_Click(Workbench& bench, const std::string& chosen);
 void mnuToolsRandomPlaylist_Click(Workbench& bench);
 
 /// Deletes the playlist that is selected in the tree, after a question. Tracks and files stay.
-/// Nothing happens on another node.
+/// Of the open one nothing is left to show: LeavePlaylist. Nothing happens on another node.
 void mnuPlaylistDelete_Click(Workbench& bench);
 
 /// Renames it. Before it takes the name of another one, which would make one of both for good, the
@@ -42,8 +43,12 @@ void mnuPlaylistDelete_Click(Workbench& bench);
 void mnuPlaylistUmbenennen_Click(Workbench& bench);
 
 /// Takes the selected rows of ListView3 out of the open playlist, after a question. A track that
-/// stands in it twice goes twice. Other playlists keep it.
+/// stands in it twice goes twice. Other playlists keep it. The last track takes the playlist along:
+/// LeavePlaylist.
 void DeleteFromPlaylist(Workbench& bench);
+
+/// The open playlist is no more: the whole library comes into view.
+void LeavePlaylist(Workbench& bench);
 
 /// Whether ListView3 is in view and shows all tracks of the open playlist, not a search in it. Only
 /// then has its order a meaning.

@@ -182,7 +182,9 @@ TEST_F(Playlists, OnlyAPlaylistsNodeIsDeletedOrRenamedAndOnlyOnYes) {
   interaction_.WillAnswer(Answer::kYes);
   mnuPlaylistDelete_Click(bench_);
   EXPECT_THAT(Names(), ElementsAre());
-  EXPECT_EQ(bench_.ListView3.RowCount(), 0U) << "the list in view is gone too";
+  EXPECT_FALSE(bench_.playlist_in_view) << "the library takes the place of the list in view";
+  EXPECT_EQ(bench_.current_playlist, "");
+  EXPECT_EQ(bench_.ListView1.RowCount(), 3U);
   EXPECT_THAT(Rows("select count(uid) from mp3sTabelle"), ElementsAre("3"));
   mnuPlaylistDelete_Click(bench_);
 }
@@ -299,6 +301,51 @@ TEST_F(Playlists, DeletingTakesTheRowsOutOfThisPlaylistAlone) {
   interaction_.WillAnswer(Answer::kYes);
   DeleteFromPlaylist(bench_);
   EXPECT_THAT(bench_.tree.playlists, ElementsAre("Other")) << "the last track takes the list along";
+  EXPECT_FALSE(bench_.playlist_in_view);
+  EXPECT_EQ(bench_.ListView1.RowCount(), 43U);
+}
+
+TEST_F(Playlists, AllRowsOfASearchInAPlaylistLeaveItOpen) {
+  Save("Mine");
+  OpenPlaylist("Mine");
+  bench_.search.txtFileSearch = "a.mp3";
+  cmdSuchen(bench_);
+  ASSERT_EQ(bench_.ListView3.RowCount(), 1U);
+  Select(bench_.ListView3, 1);
+  interaction_.WillAnswer(Answer::kYes);
+  DeleteFromPlaylist(bench_);
+  EXPECT_TRUE(bench_.playlist_in_view);
+  EXPECT_EQ(Order("Mine"), "") << "the search stays";
+  bench_.search = {};
+  EXPECT_EQ(Order("Mine"), "b");
+}
+
+TEST_F(Playlists, WhatGoesIntoTheOpenOneIsShownAndMayBeOrdered) {
+  Save("Mine");
+  Save("Other");
+  OpenPlaylist("Mine", 1);
+  const auto rows = [this] {
+    EXPECT_TRUE(ShowsWholePlaylist(bench_));
+    return bench_.ListView3.RowCount();
+  };
+  Save("Other");
+  EXPECT_EQ(rows(), 2U);
+  Save("MINE");
+  EXPECT_EQ(rows(), 3U);
+  interaction_.WillAnswerText("mine");
+  mnuToolsRandomPlaylist_Click(bench_);
+  EXPECT_EQ(rows(), 4U) << "one row was selected";
+  ClickNode(NodeKind::kPlaylist, "Other");
+  interaction_.WillAnswerText("mine");
+  interaction_.WillAnswer(Answer::kYes);
+  mnuPlaylistUmbenennen_Click(bench_);
+  EXPECT_EQ(rows(), 7U) << "another one merged into it";
+  Save("Third");
+  ClickNode(NodeKind::kPlaylist, "mine");
+  interaction_.WillAnswerText("third");
+  interaction_.WillAnswer(Answer::kYes);
+  mnuPlaylistUmbenennen_Click(bench_);
+  EXPECT_EQ(rows(), 8U) << "it merged into another one";
 }
 
 }  // namespace
