@@ -167,16 +167,16 @@ std::string JournaledFile::RewriteInGroup(std::span<const FilePiece> pieces,
 std::string JournaledFile::Rewrite(std::span<const FilePiece> pieces, std::int64_t new_length) {
   if (journal_.InGroup()) return RewriteInGroup(pieces, new_length, false);
   // Memory may run out in between, and a group that nobody ends would sync nothing any more.
-  struct Group {
-    explicit Group(UndoJournal& journal) : journal_(journal) { journal_.BeginGroup(); }
-    ~Group() {
-      if (journal_.InGroup()) (void)journal_.EndGroup();
+  struct Ending {
+    UndoJournal& journal;
+    explicit Ending(UndoJournal& journal_in) : journal(journal_in) { journal.BeginGroup(); }
+    ~Ending() {
+      if (journal.InGroup()) (void)journal.EndGroup();
     }
-    Group(const Group&) = delete;
-    Group& operator=(const Group&) = delete;
-    UndoJournal& journal_;
+    Ending(const Ending&) = delete;
+    Ending& operator=(const Ending&) = delete;
   };
-  const Group group(journal_);
+  const Ending ending(journal_);
   std::string fault = RewriteInGroup(pieces, new_length, true);
   std::string end = journal_.EndGroup();
   return fault.empty() ? end : fault;
