@@ -248,6 +248,27 @@ TEST_F(PlaylistsWindow, TracksDroppedOnAnArchiveGoToItsDiscAndComeBackToAChosenD
   EXPECT_THAT(Bench().tree.archives, ElementsAre("MP3-CD07")) << "no drive, nothing deleted";
 }
 
+TEST_F(PlaylistsWindow, OnAnArchiveOnlyRowsOfTheLibraryAreTaken) {
+  session_.connection.Execute("insert into cdarchives (CDArchive,UID) values ('Disc',14)");
+  updatetreeview(Bench());
+  bool asked = false;
+  QTimer refusal;
+  QObject::connect(&refusal, &QTimer::timeout, [&asked] {
+    QWidget* box = QApplication::activeModalWidget();
+    if (box == nullptr) return;
+    asked = true;
+    box->close();
+  });
+  refusal.start(2);
+  for (const TreeSelection& node : {TreeSelection{NodeKind::kArchive, "CDArchive|Disc", "Disc"},
+                                    TreeSelection{NodeKind::kPlaylist, "Mix|1", "Mix"}}) {
+    TreeView1_NodeClick(Bench(), node);
+    ASSERT_EQ(Bench().ListInView().SelectedCount(), 1U);
+    emit Find<TreePane>(window_, "picTree").RowsDropped(NodeKind::kArchive, "Other");
+    EXPECT_FALSE(asked) << node.name;
+  }
+}
+
 TEST(PickLists, NamesComeBackAsTheyAre) {
   const std::vector<std::string> names = {"a & b", "<b>It's</b>", std::string(300, 'x')};
   frmShowPlaylists playlists(names);

@@ -13,6 +13,7 @@
 #include "ui/start/order_bar.h"
 #include "ui/start/result_view.h"
 #include "ui/start/tree_pane.h"
+#include "views/tree.h"
 
 namespace tunemeadow {
 
@@ -27,6 +28,7 @@ void frmStart::ConnectPlaylists() {
     if (!session_.busy && row) MovePlaylistRow(bench_, *row, static_cast<std::size_t>(place));
     ShowOrderPlace();
   });
+  tree_pane_->SetArchivesTakeRows([this] { return ArchivesTakeRows(bench_); });
   connect(tree_pane_, &TreePane::RowsDropped, this, &frmStart::RowsDropped);
 }
 
@@ -46,7 +48,7 @@ void frmStart::RowsDropped(NodeKind kind, const std::string& name) {
   if (kind == NodeKind::kPlaylist || kind == NodeKind::kPlaylists) {
     bench_.PlaylistTargetName = name;
     tunemeadow::mnuPlaylistSave_Click(bench_);
-  } else if (!bench_.playlist_in_view) {  // the archiving takes the rows of ListView1
+  } else if (ArchivesTakeRows(bench_)) {
     tunemeadow::mnuExtrasDisk2CD_Click(bench_, name);
   }
 }

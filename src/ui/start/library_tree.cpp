@@ -18,10 +18,6 @@
 namespace tunemeadow {
 namespace {
 
-bool TakesRows(NodeKind kind) {
-  return kind == NodeKind::kPlaylist || kind == NodeKind::kPlaylists || kind == NodeKind::kArchive;
-}
-
 constexpr int kRowsMeasured = 100;  ///< of those in sight and after them, for the column's width
 constexpr int kRowMargin = 2;       ///< above and below the text, device independent pixels
 
@@ -103,6 +99,11 @@ void LibraryTree::contextMenuEvent(QContextMenuEvent* event) {
   const QPoint where = by_key ? viewport()->mapToGlobal(row.isValid() ? row.center() : QPoint(0, 0))
                               : event->globalPos();
   emit MenuWanted(index, where);
+}
+
+bool LibraryTree::TakesRows(NodeKind kind) const {
+  if (kind == NodeKind::kArchive) return archives_take_rows_ && archives_take_rows_();
+  return kind == NodeKind::kPlaylist || kind == NodeKind::kPlaylists;
 }
 
 /// The node that takes the rows of a list which are held over it; invalid for anything else.

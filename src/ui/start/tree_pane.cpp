@@ -132,6 +132,10 @@ void TreePane::ShowSelected() {
   }
 }
 
+void TreePane::SetArchivesTakeRows(std::function<bool()> rule) {
+  tree_->SetArchivesTakeRows(std::move(rule));
+}
+
 void TreePane::ShowKind() {
   const QSignalBlocker quiet(selector_);
   selector_->setCurrentIndex(static_cast<int>(data_.kind));

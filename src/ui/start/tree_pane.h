@@ -5,8 +5,10 @@
 #include <QIcon>
 #include <QTreeView>
 #include <QWidget>
+#include <functional>
 #include <map>
 #include <string>
+#include <utility>
 
 #include "views/tree_data.h"
 
@@ -26,6 +28,10 @@ class LibraryTree : public QTreeView {
 
   /// Expands these without laying the tree out for each of them; nothing is emitted.
   void ExpandQuietly(const std::vector<QModelIndex>& indexes);
+
+  /// Asked while rows are held over an archive: whether they may be dropped there. Without it, none
+  /// may.
+  void SetArchivesTakeRows(std::function<bool()> rule) { archives_take_rows_ = std::move(rule); }
 
   void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
@@ -47,9 +53,11 @@ class LibraryTree : public QTreeView {
                const QModelIndex& index) const override;
 
  private:
+  [[nodiscard]] bool TakesRows(NodeKind kind) const;
   [[nodiscard]] QModelIndex TargetOf(const QDropEvent& event) const;
   void MarkTarget(const QModelIndex& index);
 
+  std::function<bool()> archives_take_rows_;
   QPersistentModelIndex target_;  ///< node under the rows that are dragged
 };
 
@@ -65,6 +73,9 @@ class TreePane : public QWidget {
 
   /// The selected node, brought into sight, its parents expanded.
   void ShowSelected();
+
+  /// The rule of LibraryTree for rows over an archive.
+  void SetArchivesTakeRows(std::function<bool()> rule);
 
   /// The kind of the tree in cboTreeSelector, without a signal.
   void ShowKind();
