@@ -176,6 +176,13 @@ std::vector<Drive> DrivesForDiscs(const std::string& system_root) {
   return drives;
 }
 
+std::string StoredDrive(std::string_view folder) {
+  while (folder.size() > 1 && (folder.ends_with('/') || folder.ends_with('\\'))) {
+    folder.remove_suffix(1);
+  }
+  return std::string(folder);
+}
+
 std::string FirstOpticalMount(const std::string& system_root) {
   for (const Drive& drive : MountedDrives(system_root)) {
     if (drive.type == DriveType::kOptical) return drive.root;

@@ -37,6 +37,10 @@ struct Drive {
 /// fixed ones, and that of FirstOpticalMount where no disc is in it.
 [[nodiscard]] std::vector<Drive> DrivesForDiscs(const std::string& system_root = "/");
 
+/// A drive, or a folder chosen as one, as lblConfigCDROM holds it: without a separator at its end,
+/// for the locations on its discs bring their own. "/" itself stays.
+[[nodiscard]] std::string StoredDrive(std::string_view folder);
+
 /// Root of the first mounted disc; else the folder where the first optical drive's discs are
 /// usually mounted (as fstab tells, or /media/cdrom0, or /media/cdrom, if that folder exists); else
 /// empty.

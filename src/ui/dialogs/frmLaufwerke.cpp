@@ -8,12 +8,6 @@
 namespace tunemeadow {
 namespace {
 
-/// A drive as it is stored. Locations on its discs bring a separator of their own.
-std::string StoredDrive(std::string folder) {
-  while (folder.size() > 1 && (folder.ends_with('/') || folder.ends_with('\\'))) folder.pop_back();
-  return folder;
-}
-
 QIcon IconOfDrive(DriveType type) {
   return QIcon::fromTheme(type == DriveType::kOptical ? "archives" : "drive-harddisk");
 }

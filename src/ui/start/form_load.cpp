@@ -128,7 +128,7 @@ void frmStart::ApplyGeometry() {
 
 void frmStart::FindCdDrive() {
   if (session_.preferences.lblConfigCDROM.empty()) {
-    session_.preferences.lblConfigCDROM = FirstOpticalMount();
+    session_.preferences.lblConfigCDROM = StoredDrive(FirstOpticalMount());
   }
 }
 
