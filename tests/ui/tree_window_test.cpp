@@ -17,6 +17,7 @@
 
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
+#include "ui/dialogs/frmPreferences.h"
 #include "ui/dialogs/frmTreeviewFilter.h"
 #include "ui/start/frmStart.h"
 #include "ui/start/result_view.h"
@@ -139,6 +140,16 @@ TEST_F(TreeWindow, AClickedTrackSelectsItsFolderAndTheButtonFindsItAgain) {
   ASSERT_TRUE(seek.isEnabled());
   seek.click();
   EXPECT_EQ(Current(), "Rock");
+}
+
+TEST_F(TreeWindow, AnotherTagOfArchivesRegroupsTheLocations) {
+  const auto locations = [this] {
+    return View().model()->rowCount(NodeOf(View(), "Database [4 Files]"));
+  };
+  EXPECT_EQ(locations(), 1);
+  session_.preferences.txtCDTag = "Disc";
+  emit Find<frmPreferences>(*window_, "frmPreferences").PreferencesChanged();
+  EXPECT_EQ(locations(), 2) << "/m, and what is archived no more";
 }
 
 TEST_F(TreeWindow, WhatDoesNotComeFromAListIsNotTaken) {

@@ -205,6 +205,8 @@ void frmStart::ApplyPreferences() {
   } else {
     detail_panels_->EnableComment(bench_.details.comment_enabled);
   }
+  // Which tracks are archived, and so no locations of the tree, hangs on the tag.
+  if (bench_.tree.nodes_tag != session_.preferences.txtCDTag) updatetreeview(bench_);
 }
 
 void frmStart::Form_Unload() {
