@@ -101,8 +101,8 @@ void cmdItemBlaetter_Click(Workbench& bench, int index);
 /// pane is not shown (chkPicShow), the editor has none afterwards.
 void ShowPic(Workbench& bench, const std::string& path);
 
-/// Takes the location of the loaded record from the catalogue, after a command has changed locations
-/// there: a save must not write the old one back. What was typed stays.
+/// Takes the location of the loaded record from the catalogue, after a command has changed
+/// locations there: a save must not write the old one back. What was typed stays.
 void RefreshLocation(Workbench& bench);
 
 /// Shows the picture of the loaded record anew, or none: the pane was shown or hidden.

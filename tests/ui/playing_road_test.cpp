@@ -7,7 +7,9 @@
 #include <QAction>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QTreeView>
 #include <filesystem>
+#include <functional>
 
 #include "library/import.h"
 #include "playback/play.h"
@@ -45,6 +47,20 @@ class PlayingRoad : public testing::Test {
   }
 
   static QAction& Entry(frmStart& window, const char* name) { return Find<QAction>(window, name); }
+  /// The texts of all nodes of the tree, as a person reads them downwards.
+  static std::vector<std::string> Nodes(frmStart& window) {
+    std::vector<std::string> texts;
+    const QAbstractItemModel& model = *Find<QTreeView>(window, "TreeView1").model();
+    const std::function<void(const QModelIndex&)> walk = [&](const QModelIndex& parent) {
+      for (int row = 0; row < model.rowCount(parent); ++row) {
+        const QModelIndex node = model.index(row, 0, parent);
+        texts.push_back(node.data().toString().toStdString());
+        walk(node);
+      }
+    };
+    walk({});
+    return texts;
+  }
   static void Select(Workbench& bench, std::size_t first, std::size_t last) {
     bench.ListInView().ClearSelection();
     bench.ListInView().SetSelected(first, last, true);
@@ -88,8 +104,9 @@ class PlayingRoad : public testing::Test {
       std::make_shared<PlayTools>(PlayTools{world_, world_, world_});
 };
 
-TEST_F(PlayingRoad, ArchiveAndOrderAreThereAfterANewStart) {
+TEST_F(PlayingRoad, TreeArchiveAndOrderAreThereAfterANewStart) {
   std::vector<std::string> on_disc;
+  std::vector<std::string> nodes;
   {
     Session session(program_.Path(), "tunemeadow");
     frmStart window(session, tools_);
@@ -127,6 +144,9 @@ TEST_F(PlayingRoad, ArchiveAndOrderAreThereAfterANewStart) {
     Select(bench, 0, 2);
     WriteFile(window, "mnuExporttoPlaylist", program_.Path("road.m3u"));
     WriteFile(window, "mnuExporttoplsPlaylist", program_.Path("road.pls"));
+    TreeView1_NodeClick(bench, {.kind = NodeKind::kDatabase, .key = "Database"});
+    nodes = Nodes(window);
+    EXPECT_THAT(nodes, testing::Contains("Road [3 Files]"));
     window.close();
   }
   EXPECT_EQ(program_.Read("road.m3u"),
@@ -139,6 +159,7 @@ TEST_F(PlayingRoad, ArchiveAndOrderAreThereAfterANewStart) {
   frmStart window(session, tools_);
   ASSERT_TRUE(window.Form_Load());
   Workbench& bench = window.Bench();
+  EXPECT_EQ(Nodes(window), nodes);
   EXPECT_THAT(bench.tree.playlists, ElementsAre("Road"));
   EXPECT_THAT(bench.tree.archives, ElementsAre("MP3-CD01"));
   TreeView1_NodeClick(bench, {.kind = NodeKind::kPlaylist, .key = "Road|1", .name = "Road"});

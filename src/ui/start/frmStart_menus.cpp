@@ -195,6 +195,7 @@ void frmStart::PrepareListMenu() {
     const auto* submenu = findChild<QMenu*>(name);
     auto* action = submenu != nullptr ? submenu->menuAction() : findChild<QAction*>(name);
     action->setEnabled(entry.enabled);
+    if (entry.name == "mnuDelete") action->setVisible(entry.visible);  // in the menu bar as well
     if (const QVariant usual = action->property(kCaptionProperty); usual.isValid()) {
       action->setText(entry.caption.empty() ? usual.toString() : ToQt(entry.caption));
     }
