@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <utility>
 
 #include "core/descriptor.h"
 
@@ -37,7 +38,8 @@ std::optional<std::string> EndOfLinks(std::string path) {
     const ssize_t length = readlink(path.c_str(), target.data(), target.size());
     if (length <= 0) return path;
     target.resize(static_cast<std::size_t>(length));
-    path = target.front() == '/' ? target : std::string(FolderOnDisk(path)) + target;
+    if (target.front() != '/') target.insert(0, FolderOnDisk(path));
+    path = std::move(target);
   }
   return std::nullopt;
 }

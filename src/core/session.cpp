@@ -5,7 +5,7 @@
 
 namespace tunemeadow {
 
-Session::Session(std::string folder, const std::string& executable)
+Session::Session(const std::string& folder, const std::string& executable)
     : program_folder(WithTrailingSeparator(folder)),
       ini(JoinPath(program_folder, executable + ".INI")),
       journal(program_folder),

@@ -17,7 +17,7 @@ namespace tunemeadow {
 struct Session {
   /// `folder` with or without a trailing separator; `executable` is the program's base name, which
   /// the settings file is named after.
-  Session(std::string folder, const std::string& executable);
+  Session(const std::string& folder, const std::string& executable);
 
   std::string program_folder;  ///< with a trailing separator; holds settings, catalogue, backup
   cINI ini;

@@ -35,7 +35,7 @@ QFrame* NamedFrame(const char* name) {
 }
 
 QToolButton* ArrowButton(QWidget* parent, int index, const QString& name, const QString& icon,
-                         QKeySequence shortcut) {
+                         const QKeySequence& shortcut) {
   auto* button = new QToolButton(parent);
   button->setObjectName(QString("cmdItemBlaetter_%1").arg(index));
   button->setIcon(QIcon::fromTheme(icon));
