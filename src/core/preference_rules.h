@@ -29,7 +29,7 @@ inline constexpr std::array<EncoderEntry, 8> kEncoders{{
     {"lame.exe", "-S -b %Bitrate% -m s %Inputfile% %Outputfile%",
      "--decode -S -b 128 -m s %Inputfile% %Outputfile%"},
     {"mp3enc31.exe (MPEG Layer-3 Encoder V3.1 by Fraunhofer IIS-A)",
-     // No placeholder for the bit rate, and a blank at the end: this program is called so.
+     // Without a bit rate, and with a blank at the end: this program is called so.
      "-br 128000 -if %Inputfile% -of %Outputfile% ", "%Inputfile% %Outputfile% -wav"},
     {"l3dec.exe (ISO-MPEG Audio Layer 3 software only Decoder)", "",
      "%Inputfile% %Outputfile% -wav"},
