@@ -11,9 +11,9 @@
 #include <string_view>
 
 #include "core/cell_table.h"
-#include "core/database.h"
-#include "core/like_pattern.h"
-#include "core/statement.h"
+#include "store/database.h"
+#include "store/like_pattern.h"
+#include "store/statement.h"
 
 namespace tunemeadow {
 namespace {

@@ -20,8 +20,8 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/start/result_view.h"
-#include "ui/support/theme.h"
+#include "ui/kit/theme.h"
+#include "ui/panes/result_view.h"
 
 namespace {
 

@@ -13,9 +13,9 @@
 #include <string>
 #include <vector>
 
-#include "core/session.h"
 #include "dev/console_interaction.h"
 #include "playback/playlists.h"
+#include "run/session.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {

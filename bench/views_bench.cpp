@@ -12,8 +12,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/interaction.h"
-#include "core/session.h"
+#include "run/interaction.h"
+#include "run/session.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {

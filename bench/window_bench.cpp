@@ -21,13 +21,13 @@
 #include <string>
 #include <string_view>
 
-#include "core/program_folder.h"
-#include "core/session.h"
 #include "editing/mass_save.h"
 #include "library/import.h"
-#include "ui/start/frmStart.h"
-#include "ui/start/result_view.h"
-#include "ui/support/theme.h"
+#include "run/program_folder.h"
+#include "run/session.h"
+#include "ui/kit/theme.h"
+#include "ui/panes/result_view.h"
+#include "ui/shell/frmStart.h"
 #include "views/tree.h"
 
 namespace {

@@ -16,7 +16,7 @@ if(TM_SANITIZE)
   target_link_options(tm_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-# tm_add_library(NAME SOURCES file... DEPENDS target...): static library tm::NAME of src/NAME.
+# tm_add_library(NAME SOURCES file... DEPENDS target...): static library tm::NAME of the folder.
 # Every header among the sources is compiled alone by the target all_verify_interface_header_sets.
 function(tm_add_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS")

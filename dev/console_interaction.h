@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "core/interaction.h"
+#include "run/interaction.h"
 
 namespace tunemeadow {
 

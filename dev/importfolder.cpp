@@ -10,9 +10,9 @@
 
 #include "core/numbers.h"
 #include "core/paths.h"
-#include "core/session.h"
 #include "dev/console_interaction.h"
 #include "library/import.h"
+#include "run/session.h"
 #include "views/workbench.h"
 
 namespace {

@@ -18,8 +18,8 @@
 #include "audio/ogg_comments.h"
 #include "core/code_page.h"
 #include "core/paths.h"
-#include "library/import_file.h"
-#include "library/import_row.h"
+#include "tracks/import_file.h"
+#include "tracks/import_row.h"
 
 namespace {
 

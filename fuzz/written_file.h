@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "audio/tag_writing.h"
-#include "core/undo_journal.h"
+#include "files/undo_journal.h"
 #include "fuzz/fuzz_target.h"
 
 namespace tunemeadow::fuzz {

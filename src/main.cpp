@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QApplication>
 
-#include "core/instance_lock.h"
-#include "core/program_folder.h"
-#include "core/session.h"
-#include "ui/dialogs/frmSplash.h"
-#include "ui/start/frmStart.h"
-#include "ui/support/theme.h"
+#include "files/instance_lock.h"
+#include "run/program_folder.h"
+#include "run/session.h"
+#include "ui/kit/theme.h"
+#include "ui/shell/frmStart.h"
+#include "ui/windows/library/frmSplash.h"
 
 int main(int argc, char** argv) {
   using namespace tunemeadow;

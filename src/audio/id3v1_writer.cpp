@@ -7,9 +7,10 @@
 #include <optional>
 
 #include "audio/genres.h"
-#include "core/journaled_file.h"
 #include "core/numbers.h"
 #include "core/paths.h"
+#include "files/file_facts.h"
+#include "files/journaled_file.h"
 
 namespace tunemeadow {
 namespace {

@@ -10,9 +10,10 @@
 #include "audio/file_bytes.h"
 #include "audio/id3v2_plan.h"
 #include "audio/id3v2_text.h"
-#include "core/durable_file.h"
-#include "core/journaled_file.h"
 #include "core/paths.h"
+#include "files/durable_file.h"
+#include "files/file_facts.h"
+#include "files/journaled_file.h"
 
 namespace tunemeadow {
 namespace {

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "audio/lyrics3_block.h"
-#include "core/journaled_file.h"
+#include "files/journaled_file.h"
 
 namespace tunemeadow {
 namespace {

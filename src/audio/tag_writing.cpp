@@ -8,7 +8,7 @@
 #include "audio/id3v2_text.h"
 #include "audio/lyrics3.h"
 #include "audio/mdl_ID3.h"
-#include "core/journaled_file.h"
+#include "files/journaled_file.h"
 
 namespace tunemeadow {
 namespace {

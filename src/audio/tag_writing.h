@@ -11,7 +11,7 @@
 
 #include "audio/file_bytes.h"
 #include "audio/mp3_info.h"
-#include "core/undo_journal.h"
+#include "files/undo_journal.h"
 
 namespace tunemeadow {
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/dates.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <charconv>
 
@@ -103,11 +101,6 @@ std::string DateTimeText(std::time_t moment) {
 }
 
 std::string Now() { return DateTimeText(std::time(nullptr)); }
-
-std::string FileTimeText(const std::string& path) {
-  struct stat status {};
-  return stat(path.c_str(), &status) == 0 ? DateTimeText(status.st_mtime) : std::string();
-}
 
 std::optional<std::time_t> ParseDateTime(std::string_view text) {
   std::tm moment{};

@@ -16,9 +16,6 @@ namespace tunemeadow {
 /// Text of the present moment.
 [[nodiscard]] std::string Now();
 
-/// Text of the last-write time of the file; "" where it cannot be read.
-[[nodiscard]] std::string FileTimeText(const std::string& path);
-
 /// The moment that a text names: "YYYY-MM-DD hh:mm[:ss]" or "DD.MM.YYYY hh:mm[:ss]", the time of
 /// day left out or not, blanks around it. nullopt where it is anything else, also a day that the
 /// month does not have.

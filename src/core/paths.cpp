@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/paths.h"
 
-#include <sys/stat.h>
-
 #include "core/text.h"
 
 namespace tunemeadow {
@@ -58,16 +56,6 @@ bool HasOneOfExtensions(std::string_view path, std::string_view extensions) noex
     if (end == std::string_view::npos) return false;
     extensions.remove_prefix(end + 1);
   }
-}
-
-bool MyFileExists(const std::string& path) noexcept {
-  struct stat status {};
-  return !path.empty() && stat(path.c_str(), &status) == 0;
-}
-
-bool IsDirectory(const std::string& path) noexcept {
-  struct stat status {};
-  return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 }  // namespace tunemeadow

@@ -37,10 +37,4 @@ namespace tunemeadow {
 /// Whether HasExtension holds for one entry of a ";"-separated list.
 [[nodiscard]] bool HasOneOfExtensions(std::string_view path, std::string_view extensions) noexcept;
 
-/// Plain existence test.
-[[nodiscard]] bool MyFileExists(const std::string& path) noexcept;
-
-/// Whether the path names a directory (links followed).
-[[nodiscard]] bool IsDirectory(const std::string& path) noexcept;
-
 }  // namespace tunemeadow

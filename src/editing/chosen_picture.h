@@ -6,7 +6,7 @@
 #include <string>
 
 #include "audio/tag_writing.h"
-#include "core/interaction.h"
+#include "run/interaction.h"
 
 namespace tunemeadow {
 

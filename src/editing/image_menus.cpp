@@ -7,13 +7,13 @@
 
 #include "audio/id3v2_reader.h"
 #include "audio/id3v2_writer.h"
-#include "core/batch.h"
 #include "core/paths.h"
 #include "editing/chosen_picture.h"
 #include "editing/row_update.h"
 #include "editing/save_group.h"
 #include "editing/tag_menus.h"
 #include "editing/tag_values.h"
+#include "run/batch.h"
 
 namespace tunemeadow {
 namespace {

@@ -6,8 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "core/batch.h"
-#include "core/database.h"
 #include "core/dates.h"
 #include "core/paths.h"
 #include "core/text.h"
@@ -18,6 +16,8 @@
 #include "editing/saved_row.h"
 #include "editing/tag_steps.h"
 #include "editing/track_rows.h"
+#include "run/batch.h"
+#include "store/database.h"
 
 namespace tunemeadow {
 namespace {

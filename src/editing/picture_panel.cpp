@@ -6,11 +6,11 @@
 #include <string_view>
 
 #include "audio/id3v2_writer.h"
-#include "core/durable_file.h"
 #include "core/paths.h"
 #include "editing/chosen_picture.h"
 #include "editing/row_update.h"
 #include "editing/tag_values.h"
+#include "files/durable_file.h"
 
 namespace tunemeadow {
 namespace {

@@ -4,11 +4,12 @@
 #include <algorithm>
 #include <array>
 
-#include "core/database.h"
 #include "core/dates.h"
 #include "core/numbers.h"
 #include "core/paths.h"
 #include "core/text.h"
+#include "files/file_facts.h"
+#include "store/database.h"
 
 namespace tunemeadow {
 namespace {

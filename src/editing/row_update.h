@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "audio/tag_writing.h"
-#include "core/track_record.h"
 #include "editing/track_rows.h"
+#include "tracks/track_record.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {

@@ -8,8 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "core/cd_archive_path.h"
-#include "core/database.h"
 #include "core/dates.h"
 #include "core/paths.h"
 #include "core/text.h"
@@ -20,6 +18,9 @@
 #include "editing/save_statement.h"
 #include "editing/saved_row.h"
 #include "editing/tag_steps.h"
+#include "files/file_facts.h"
+#include "store/database.h"
+#include "tracks/cd_archive_path.h"
 
 namespace tunemeadow {
 namespace {

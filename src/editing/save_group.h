@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "audio/file_bytes.h"
-#include "core/batch.h"
-#include "core/undo_journal.h"
+#include "files/undo_journal.h"
+#include "run/batch.h"
 
 namespace tunemeadow {
 

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/interaction.h"
-#include "core/preferences.h"
+#include "run/interaction.h"
+#include "run/preferences.h"
 
 namespace tunemeadow {
 

@@ -2,8 +2,8 @@
 #include "editing/save_statement.h"
 
 #include "audio/genres.h"
-#include "core/statement.h"
 #include "editing/save_rules.h"
+#include "store/statement.h"
 
 namespace tunemeadow {
 namespace {

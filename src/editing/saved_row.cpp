@@ -3,6 +3,7 @@
 
 #include "core/dates.h"
 #include "core/numbers.h"
+#include "files/file_facts.h"
 
 namespace tunemeadow {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/session.h"
+#include "run/session.h"
 
 namespace tunemeadow {
 

@@ -13,9 +13,9 @@
 #include "audio/id3v1_writer.h"
 #include "audio/id3v2_writer.h"
 #include "audio/lyrics3_writer.h"
-#include "core/batch.h"
 #include "editing/row_update.h"
 #include "editing/save_group.h"
+#include "run/batch.h"
 
 namespace tunemeadow {
 namespace {

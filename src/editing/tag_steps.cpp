@@ -4,9 +4,9 @@
 #include "audio/id3v1_writer.h"
 #include "audio/id3v2_writer.h"
 #include "audio/lyrics3_writer.h"
-#include "core/cd_archive_path.h"
 #include "core/code_page.h"
 #include "core/paths.h"
+#include "tracks/cd_archive_path.h"
 
 namespace tunemeadow {
 namespace {

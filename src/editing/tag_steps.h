@@ -9,9 +9,9 @@
 #include "audio/mdl_ID3.h"
 #include "audio/mp3_info.h"
 #include "audio/tag_writing.h"
-#include "core/interaction.h"
-#include "core/preferences.h"
 #include "editing/tag_values.h"
+#include "run/interaction.h"
+#include "run/preferences.h"
 
 namespace tunemeadow {
 

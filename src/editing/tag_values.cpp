@@ -7,7 +7,7 @@
 #include "audio/genres.h"
 #include "core/code_page.h"
 #include "editing/save_rules.h"
-#include "library/import_file.h"
+#include "tracks/import_file.h"
 
 namespace tunemeadow {
 namespace {

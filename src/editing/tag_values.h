@@ -10,7 +10,7 @@
 #include "audio/id3v1_writer.h"
 #include "audio/mp3_info.h"
 #include "audio/tag_writing.h"
-#include "core/preferences.h"
+#include "run/preferences.h"
 #include "views/detail_editor.h"
 #include "views/result_list.h"
 

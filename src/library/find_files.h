@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "core/interaction.h"
-#include "core/session.h"
+#include "run/interaction.h"
+#include "run/session.h"
 
 namespace tunemeadow {
 

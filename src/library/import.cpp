@@ -11,13 +11,14 @@
 #include <utility>
 
 #include "audio/mp3reader.h"
-#include "core/batch.h"
-#include "core/database.h"
 #include "core/paths.h"
 #include "core/text.h"
+#include "files/file_facts.h"
 #include "library/find_files.h"
-#include "library/import_file.h"
-#include "library/import_row.h"
+#include "run/batch.h"
+#include "store/database.h"
+#include "tracks/import_file.h"
+#include "tracks/import_row.h"
 #include "views/quick_search.h"
 #include "views/search_items.h"
 

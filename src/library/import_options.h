@@ -6,8 +6,8 @@
 #include <array>
 #include <string_view>
 
-#include "core/interaction.h"
-#include "core/session.h"
+#include "run/interaction.h"
+#include "run/session.h"
 
 namespace tunemeadow {
 

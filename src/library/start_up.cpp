@@ -3,6 +3,7 @@
 
 #include "core/paths.h"
 #include "core/text.h"
+#include "files/file_facts.h"
 
 namespace tunemeadow {
 namespace {

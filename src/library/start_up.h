@@ -4,9 +4,9 @@
 
 #include <string>
 
-#include "core/interaction.h"
-#include "core/session.h"
 #include "platform/process.h"
+#include "run/interaction.h"
+#include "run/session.h"
 
 namespace tunemeadow {
 

@@ -6,9 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "core/durable_file.h"
 #include "core/paths.h"
 #include "core/text.h"
+#include "files/durable_file.h"
+#include "files/file_facts.h"
 #include "platform/desktop_entry.h"
 #include "platform/program_path.h"
 

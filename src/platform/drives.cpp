@@ -4,9 +4,10 @@
 #include <algorithm>
 #include <array>
 
-#include "core/durable_file.h"
 #include "core/paths.h"
 #include "core/text.h"
+#include "files/durable_file.h"
+#include "files/file_facts.h"
 
 namespace tunemeadow {
 namespace {

@@ -16,6 +16,7 @@
 
 #include "core/paths.h"
 #include "core/text.h"
+#include "files/file_facts.h"
 #include "platform/running_programs.h"
 #include "platform/shell_open.h"
 

@@ -6,6 +6,7 @@
 #include <QUrl>
 
 #include "core/paths.h"
+#include "files/file_facts.h"
 
 namespace tunemeadow {
 

@@ -7,10 +7,10 @@
 
 #include "core/numbers.h"
 #include "core/paths.h"
-#include "core/statement.h"
 #include "core/text.h"
 #include "platform/drives.h"
 #include "playback/catalogue_writing.h"
+#include "store/statement.h"
 #include "views/tree.h"
 
 namespace tunemeadow {

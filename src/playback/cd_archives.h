@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // CD archives: tracks that now live on burnt discs. Their locations begin with a name, "MP3-CD01",
 // where others have their drive; the table `cdarchives` groups them by that name. How such a
-// location becomes a path again is told in core/cd_archive_path.h.
+// location becomes a path again is told in tracks/cd_archive_path.h.
 //
 // Each statement stands alone; the first one that the store refuses is told in a box and ends the
 // command, and what was written before it stays.

@@ -2,6 +2,7 @@
 #include "playback/missing_file.h"
 
 #include "core/paths.h"
+#include "files/file_facts.h"
 
 namespace tunemeadow {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "core/interaction.h"
+#include "run/interaction.h"
 
 namespace tunemeadow {
 

@@ -6,13 +6,13 @@
 #include <optional>
 #include <string_view>
 
-#include "core/busy_pointer.h"
-#include "core/database.h"
 #include "core/dates.h"
 #include "core/paths.h"
 #include "core/text.h"
 #include "playback/missing_file.h"
 #include "playback/temp_list.h"
+#include "run/busy_pointer.h"
+#include "store/database.h"
 #include "views/track_path.h"
 
 namespace tunemeadow {

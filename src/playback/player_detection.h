@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/interaction.h"
-#include "core/session.h"
 #include "platform/player_finder.h"
+#include "run/interaction.h"
+#include "run/session.h"
 
 namespace tunemeadow {
 

@@ -6,11 +6,12 @@
 #include <string_view>
 #include <vector>
 
-#include "core/cd_archive_path.h"
-#include "core/durable_file.h"
 #include "core/paths.h"
 #include "core/text.h"
+#include "files/durable_file.h"
+#include "files/file_facts.h"
 #include "playback/missing_file.h"
+#include "tracks/cd_archive_path.h"
 
 namespace tunemeadow {
 namespace {

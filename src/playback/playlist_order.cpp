@@ -6,12 +6,12 @@
 #include <unordered_set>
 #include <vector>
 
-#include "core/batch.h"
 #include "core/numbers.h"
-#include "core/statement.h"
 #include "core/text.h"
 #include "playback/catalogue_writing.h"
 #include "playback/playlists.h"
+#include "run/batch.h"
+#include "store/statement.h"
 #include "views/tree.h"
 
 namespace tunemeadow {

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "core/numbers.h"
-#include "core/statement.h"
 #include "core/text.h"
 #include "playback/catalogue_writing.h"
+#include "store/statement.h"
 
 namespace tunemeadow {
 namespace {

@@ -7,8 +7,8 @@
 
 #include <cstdlib>
 
-#include "core/descriptor.h"
 #include "core/paths.h"
+#include "files/descriptor.h"
 
 namespace tunemeadow {
 namespace {

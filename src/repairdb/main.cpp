@@ -6,9 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "core/compact_copy.h"
 #include "core/paths.h"
 #include "core/text.h"
+#include "files/file_facts.h"
+#include "store/compact_copy.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/ini.h"
+#include "run/ini.h"
 #include "views/list_columns.h"
 
 namespace tunemeadow {

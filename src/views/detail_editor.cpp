@@ -8,10 +8,11 @@
 #include <utility>
 #include <vector>
 
-#include "core/busy_pointer.h"
 #include "core/code_page.h"
 #include "core/paths.h"
 #include "core/text.h"
+#include "files/file_facts.h"
+#include "run/busy_pointer.h"
 #include "views/tree.h"
 #include "views/workbench.h"
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "core/track_record.h"
+#include "tracks/track_record.h"
 
 namespace tunemeadow {
 

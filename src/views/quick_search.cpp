@@ -6,8 +6,8 @@
 #include <string_view>
 #include <utility>
 
-#include "core/database.h"
 #include "core/numbers.h"
+#include "store/database.h"
 #include "views/paint_while_working.h"
 #include "views/workbench.h"
 

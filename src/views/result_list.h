@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "core/cell_table.h"
-#include "core/track_record.h"
+#include "tracks/track_record.h"
 #include "views/list_columns.h"
 
 namespace tunemeadow {

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "audio/genres.h"
-#include "core/database.h"
 #include "core/text.h"
+#include "store/database.h"
 #include "views/paint_while_working.h"
 #include "views/workbench.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/statement.h"
 #include "core/text.h"
+#include "store/statement.h"
 #include "views/quick_search.h"
 
 namespace tunemeadow {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/track_path.h"
 
-#include "core/cd_archive_path.h"
 #include "core/paths.h"
+#include "tracks/cd_archive_path.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {

@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "audio/genres.h"
-#include "core/database_care.h"
 #include "core/numbers.h"
-#include "core/statement.h"
 #include "core/text.h"
+#include "run/catalogue.h"
+#include "store/statement.h"
 #include "views/paint_while_working.h"
 #include "views/workbench.h"
 

@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/database.h"
-#include "core/interaction.h"
+#include "run/interaction.h"
+#include "store/database.h"
 #include "views/path_tree.h"
 #include "views/tree_data.h"
 

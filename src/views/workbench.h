@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "audio/mp3_info.h"
-#include "core/interaction.h"
-#include "core/session.h"
+#include "run/interaction.h"
+#include "run/session.h"
 #include "views/detail_editor.h"
 #include "views/quick_search.h"
 #include "views/result_list.h"

@@ -1,37 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/dates.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <ctime>
 #include <optional>
 #include <string>
 
 #include "support/scoped_environment.h"
-#include "support/temp_folder.h"
 
 namespace tunemeadow {
 namespace {
-
-/// A time zone for the time of a scope, by its rule, so that no zone files are needed.
-class ScopedZone {
- public:
-  explicit ScopedZone(const char* rule) {
-    variable_.emplace("TZ", rule);
-    tzset();
-  }
-  ~ScopedZone() {
-    variable_.reset();
-    tzset();
-  }
-  ScopedZone(const ScopedZone&) = delete;
-  ScopedZone& operator=(const ScopedZone&) = delete;
-
- private:
-  std::optional<ScopedEnvironment> variable_;
-};
 
 constexpr const char* kBerlin = "CET-1CEST,M3.5.0,M10.5.0/3";
 constexpr const char* kNewYork = "EST5EDT,M3.2.0,M11.1.0";
@@ -105,16 +84,6 @@ TEST(ParseDateTime, ATimeThatTheClocksLeaveOutIsStillSomeMomentNearIt) {
   const auto moment = ParseDateTime("2004-03-28 02:30:00");
   ASSERT_TRUE(moment);
   EXPECT_LE(std::abs(*moment - 1080435600), 1800);
-}
-
-TEST(FileTimeText, IsTheLastWriteInWholeSeconds) {
-  const ScopedZone zone(kBerlin);
-  const TempFolder folder;
-  const std::string path = folder.Write("x", "");
-  const timespec times[2] = {{1, 0}, {1083819489, 999999999}};
-  ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
-  EXPECT_EQ(FileTimeText(path), "2004-05-06 06:58:09");
-  EXPECT_EQ(FileTimeText(folder.Path("missing")), "");
 }
 
 TEST(Now, IsThePresentMoment) {

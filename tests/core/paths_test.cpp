@@ -2,9 +2,6 @@
 #include "core/paths.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include "support/temp_folder.h"
 
 namespace tunemeadow {
 namespace {
@@ -47,18 +44,6 @@ TEST(HasExtension, OnlyExtensionsOfThreeLettersEverMatch) {
   EXPECT_TRUE(HasOneOfExtensions("a.ogg", "mp3;OGG;wav"));
   EXPECT_FALSE(HasOneOfExtensions("a.ogg", "mp3; ogg;"));
   EXPECT_FALSE(HasOneOfExtensions("a.ogg", ""));
-}
-
-TEST(Paths, ExistenceIsAskedOfTheDisk) {
-  const TempFolder folder;
-  const std::string file = folder.Write("\xFF.mp3", "");
-  EXPECT_TRUE(MyFileExists(file));
-  EXPECT_FALSE(IsDirectory(file));
-  EXPECT_TRUE(IsDirectory(folder.Path()));
-  EXPECT_FALSE(MyFileExists(folder.Path("missing")));
-  EXPECT_FALSE(MyFileExists(""));
-  ASSERT_EQ(symlink("nowhere", folder.Path("link").c_str()), 0);
-  EXPECT_FALSE(MyFileExists(folder.Path("link")));
 }
 
 }  // namespace

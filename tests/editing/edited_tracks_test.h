@@ -14,9 +14,9 @@
 
 #include "audio/id3v2_reader.h"
 #include "audio/mdl_ID3.h"
-#include "core/statement.h"
 #include "core/text.h"
 #include "editing/save.h"
+#include "store/statement.h"
 #include "support/mp3_builder.h"
 #include "views/catalogue_test.h"
 

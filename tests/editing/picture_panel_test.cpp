@@ -10,6 +10,7 @@
 #include "core/paths.h"
 #include "editing/audiogalaxy.h"
 #include "editing/tag_files_test.h"
+#include "files/file_facts.h"
 
 namespace tunemeadow {
 namespace {

@@ -10,7 +10,7 @@
 
 #include "audio/id3v1_writer.h"
 #include "audio/tag_writing.h"
-#include "core/session.h"
+#include "run/session.h"
 #include "support/mp3_builder.h"
 #include "support/scripted_interaction.h"
 #include "support/temp_folder.h"

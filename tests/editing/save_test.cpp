@@ -6,6 +6,7 @@
 #include "audio/lyrics3.h"
 #include "core/dates.h"
 #include "editing/edited_tracks_test.h"
+#include "files/file_facts.h"
 
 namespace tunemeadow {
 namespace {

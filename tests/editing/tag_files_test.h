@@ -10,6 +10,7 @@
 
 #include "core/dates.h"
 #include "editing/edited_tracks_test.h"
+#include "files/file_facts.h"
 
 namespace tunemeadow {
 

@@ -9,7 +9,7 @@
 
 #include <string_view>
 
-#include "core/descriptor.h"
+#include "files/descriptor.h"
 
 namespace tunemeadow::kill {
 namespace {

@@ -18,7 +18,7 @@
 #include <map>
 #include <random>
 
-#include "core/durable_file.h"
+#include "files/durable_file.h"
 #include "kill/full_disk.h"
 #include "kill/inquest.h"
 #include "kill/interpose.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "core/undo_journal.h"
+#include "files/undo_journal.h"
 
 namespace tunemeadow::kill {
 

@@ -14,9 +14,9 @@
 
 #include "audio/file_bytes.h"
 #include "audio/tag_writing.h"
-#include "core/descriptor.h"
-#include "core/durable_file.h"
-#include "core/undo_journal.h"
+#include "files/descriptor.h"
+#include "files/durable_file.h"
+#include "files/undo_journal.h"
 
 namespace tunemeadow::kill {
 namespace {

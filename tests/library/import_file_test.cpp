@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Whole files, from their bytes to the row in the store.
-#include "library/import_file.h"
+#include "tracks/import_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,21 +1,30 @@
 # SPDX-License-Identifier: GPL-3.0-or-later
 # cmake -DROOT=FOLDER -P layers.cmake: fails on an include below FOLDER/src that goes up or sideways
-# between the floors, and on Qt outside ui/, main.cpp and platform's adapters (*_qt.*).
+# between the floors, those of the windows among them, and on Qt outside ui/, main.cpp and platform's
+# adapters (*_qt.*).
 
 cmake_minimum_required(VERSION 3.25)
 
 set(below_core "")
-set(below_audio core)
-set(below_platform core)
-set(below_views core audio platform)
-set(below_editing core audio platform views library)  # it fills a record as the import does
-foreach(command IN ITEMS library playback reports tools)
-  set(below_${command} core audio platform views)
+set(below_files core)
+set(below_store core files)
+set(below_run core files store)
+set(below_audio core files store run)
+set(below_platform ${below_audio})
+set(below_tracks ${below_audio} audio platform)
+set(below_views ${below_tracks} tracks)
+set(below_editing ${below_views} views)
+set(below_fileops ${below_editing} editing)
+foreach(command IN ITEMS library playback reports sound net)
+  set(below_${command} ${below_fileops} fileops)
 endforeach()
-set(below_ui core audio platform views library editing playback reports tools)
-set(below_repairdb core)           # a program of its own
-set(below_main ${below_ui} ui)     # files that stand in src/ itself
-set(folders core audio platform views library editing playback reports tools ui)
+set(below_ui/kit ${below_fileops} fileops library playback reports sound net)
+set(below_ui/windows ${below_ui/kit} ui/kit)
+set(below_ui/panes ${below_ui/windows} ui/windows)
+set(below_ui/shell ${below_ui/panes} ui/panes)
+set(below_repairdb core files store)  # a program of its own
+set(below_main ${below_ui/shell} ui/shell)  # files that stand in src/ itself
+set(folders ${below_main})
 
 function(report file line why)
   message(SEND_ERROR "src/${file}: ${line}\n  ${why}")
@@ -24,7 +33,9 @@ endfunction()
 file(GLOB_RECURSE files RELATIVE ${ROOT}/src ${ROOT}/src/*.cpp ${ROOT}/src/*.h)
 list(SORT files)
 foreach(file IN LISTS files)
-  if(file MATCHES "^([^/]+)/")
+  if(file MATCHES "^(ui/[^/]+)/")
+    set(folder ${CMAKE_MATCH_1})
+  elseif(file MATCHES "^([^/]+)/")
     set(folder ${CMAKE_MATCH_1})
   else()
     set(folder main)
@@ -34,14 +45,19 @@ foreach(file IN LISTS files)
     continue()
   endif()
   set(may_use_qt FALSE)
-  if(folder STREQUAL "ui" OR file STREQUAL "main.cpp" OR file MATCHES "^platform/.*_qt[.]")
+  if(folder MATCHES "^ui/" OR file STREQUAL "main.cpp" OR file MATCHES "^platform/.*_qt[.]")
     set(may_use_qt TRUE)
   endif()
 
   file(STRINGS ${ROOT}/src/${file} includes REGEX "^[ \t]*#[ \t]*include")
   foreach(line IN LISTS includes)
-    if(line MATCHES "\"([a-z0-9_]+)/" AND CMAKE_MATCH_1 IN_LIST folders)
+    set(target "")
+    if(line MATCHES "\"(ui/[a-z0-9_]+)/")
       set(target ${CMAKE_MATCH_1})
+    elseif(line MATCHES "\"([a-z0-9_]+)/")
+      set(target ${CMAKE_MATCH_1})
+    endif()
+    if(target IN_LIST folders)
       if(NOT target STREQUAL folder AND NOT target IN_LIST below_${folder})
         report(${file} "${line}" "${target}/ does not lie below ${folder}/")
       endif()

@@ -14,7 +14,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "core/durable_file.h"
+#include "files/durable_file.h"
 #include "platform/mpris_player_qt.h"
 #include "support/scoped_environment.h"
 #include "support/temp_folder.h"

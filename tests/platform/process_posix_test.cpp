@@ -11,7 +11,7 @@
 #include <string>
 #include <thread>
 
-#include "core/durable_file.h"
+#include "files/durable_file.h"
 #include "support/scoped_environment.h"
 #include "support/temp_folder.h"
 

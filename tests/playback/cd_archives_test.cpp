@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "core/cd_archive_path.h"
 #include "playback/lists_test.h"
+#include "tracks/cd_archive_path.h"
 #include "views/tree.h"
 
 namespace tunemeadow {

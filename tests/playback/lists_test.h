@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "core/statement.h"
+#include "store/statement.h"
 #include "views/catalogue_test.h"
 
 namespace tunemeadow {

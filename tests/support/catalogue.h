@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/database.h"
+#include "store/database.h"
 #include "support/temp_folder.h"
 
 namespace tunemeadow {

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "core/cell_table.h"
-#include "core/track_record.h"
+#include "tracks/track_record.h"
 
 namespace tunemeadow {
 

@@ -3,6 +3,7 @@
 
 #include <stdlib.h>
 
+#include <ctime>
 #include <optional>
 #include <string>
 #include <utility>
@@ -31,6 +32,24 @@ class ScopedEnvironment {
 
   std::string name_;
   std::optional<std::string> old_;
+};
+
+/// A time zone for the time of a scope, by its rule, so that no zone files are needed.
+class ScopedZone {
+ public:
+  explicit ScopedZone(const char* rule) {
+    variable_.emplace("TZ", rule);
+    tzset();
+  }
+  ~ScopedZone() {
+    variable_.reset();
+    tzset();
+  }
+  ScopedZone(const ScopedZone&) = delete;
+  ScopedZone& operator=(const ScopedZone&) = delete;
+
+ private:
+  std::optional<ScopedEnvironment> variable_;
 };
 
 }  // namespace tunemeadow

@@ -17,7 +17,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/interaction.h"
+#include "run/interaction.h"
 
 namespace tunemeadow {
 

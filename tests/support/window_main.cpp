@@ -4,7 +4,7 @@
 
 #include <QApplication>
 
-#include "ui/support/theme.h"
+#include "ui/kit/theme.h"
 
 int main(int argc, char** argv) {
   // Set here and not by the test runner: the cases are listed while the program is built.

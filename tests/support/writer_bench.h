@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "audio/tag_writing.h"
-#include "core/undo_journal.h"
+#include "files/undo_journal.h"
 #include "support/mp3_builder.h"
 #include "support/temp_folder.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The detail panels as a person meets them: load, type, tick, leave a field.
-#include "ui/start/detail_panels.h"
+#include "ui/panes/detail_panels.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@
 
 #include "support/scripted_interaction.h"
 #include "support/window_driver.h"
-#include "ui/dialogs/frmEditor.h"
+#include "ui/windows/editing/frmEditor.h"
 
 namespace tunemeadow {
 namespace {

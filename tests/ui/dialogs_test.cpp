@@ -17,13 +17,13 @@
 #include "support/scripted_interaction.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
-#include "ui/dialogs/frmConfigureColumns.h"
-#include "ui/dialogs/frmEditor.h"
-#include "ui/dialogs/frmImport.h"
-#include "ui/dialogs/frmLoading.h"
-#include "ui/dialogs/frmPreferences.h"
-#include "ui/dialogs/frmSplash.h"
-#include "ui/dialogs/frmStartInfos.h"
+#include "ui/windows/editing/frmEditor.h"
+#include "ui/windows/library/frmConfigureColumns.h"
+#include "ui/windows/library/frmImport.h"
+#include "ui/windows/library/frmLoading.h"
+#include "ui/windows/library/frmPreferences.h"
+#include "ui/windows/library/frmSplash.h"
+#include "ui/windows/library/frmStartInfos.h"
 
 namespace tunemeadow {
 namespace {

@@ -11,14 +11,14 @@
 #include <filesystem>
 #include <map>
 
-#include "core/journaled_file.h"
+#include "files/journaled_file.h"
 #include "library/import.h"
 #include "support/mp3_builder.h"
 #include "support/scoped_environment.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
-#include "ui/start/frmStart.h"
-#include "ui/start/result_view.h"
+#include "ui/panes/result_view.h"
+#include "ui/shell/frmStart.h"
 
 namespace tunemeadow {
 namespace {

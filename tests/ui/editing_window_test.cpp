@@ -18,8 +18,8 @@
 #include "support/scoped_environment.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
-#include "ui/start/frmStart.h"
-#include "ui/start/result_view.h"
+#include "ui/panes/result_view.h"
+#include "ui/shell/frmStart.h"
 #include "views/popup_menu.h"
 
 namespace tunemeadow {

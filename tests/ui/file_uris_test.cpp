@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/support/file_uris.h"
+#include "ui/kit/file_uris.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

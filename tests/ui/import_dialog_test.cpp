@@ -10,8 +10,8 @@
 #include "support/scripted_interaction.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
-#include "ui/dialogs/frmImport.h"
-#include "ui/support/path_field.h"
+#include "ui/kit/path_field.h"
+#include "ui/windows/library/frmImport.h"
 
 namespace tunemeadow {
 namespace {

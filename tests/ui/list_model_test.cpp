@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/start/list_model.h"
+#include "ui/panes/list_model.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/dialogs/open_image.h"
+#include "ui/windows/editing/open_image.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,8 +11,8 @@
 
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
-#include "ui/start/picture_view.h"
-#include "ui/support/window_interaction.h"
+#include "ui/kit/picture_view.h"
+#include "ui/shell/window_interaction.h"
 
 namespace tunemeadow {
 namespace {

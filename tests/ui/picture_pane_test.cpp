@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/start/picture_pane.h"
+#include "ui/panes/picture_pane.h"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +12,9 @@
 #include <QPushButton>
 
 #include "support/window_driver.h"
-#include "ui/start/frmPicture.h"
-#include "ui/start/picture_decoder.h"
-#include "ui/start/picture_view.h"
+#include "ui/kit/picture_decoder.h"
+#include "ui/kit/picture_view.h"
+#include "ui/windows/editing/frmPicture.h"
 #include "views/detail_editor.h"
 
 namespace tunemeadow {

@@ -15,8 +15,8 @@
 #include "support/scripted_world.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
-#include "ui/start/frmStart.h"
-#include "ui/start/result_view.h"
+#include "ui/panes/result_view.h"
+#include "ui/shell/frmStart.h"
 
 namespace tunemeadow {
 namespace {

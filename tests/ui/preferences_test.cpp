@@ -8,15 +8,15 @@
 #include <QLineEdit>
 #include <QTabWidget>
 
-#include "core/preference_rules.h"
+#include "run/preference_rules.h"
 #include "support/recording_shell.h"
 #include "support/scripted_interaction.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
-#include "ui/dialogs/frmLaufwerke.h"
-#include "ui/dialogs/frmPreferences.h"
-#include "ui/support/path_field.h"
-#include "ui/support/qt_text.h"
+#include "ui/kit/path_field.h"
+#include "ui/kit/qt_text.h"
+#include "ui/windows/library/frmPreferences.h"
+#include "ui/windows/playback/frmLaufwerke.h"
 
 namespace tunemeadow {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/start/result_view.h"
+#include "ui/panes/result_view.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -6,18 +6,18 @@
 #include <QLineEdit>
 #include <filesystem>
 
-#include "core/program_folder.h"
+#include "run/program_folder.h"
 #include "support/mp3_builder.h"
 #include "support/scoped_environment.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
-#include "ui/dialogs/frmImport.h"
-#include "ui/dialogs/frmPreferences.h"
-#include "ui/dialogs/frmStartInfos.h"
-#include "ui/start/frmStart.h"
-#include "ui/start/result_view.h"
-#include "ui/start/tree_pane.h"
-#include "ui/support/path_field.h"
+#include "ui/kit/path_field.h"
+#include "ui/panes/result_view.h"
+#include "ui/panes/tree_pane.h"
+#include "ui/shell/frmStart.h"
+#include "ui/windows/library/frmImport.h"
+#include "ui/windows/library/frmPreferences.h"
+#include "ui/windows/library/frmStartInfos.h"
 
 namespace tunemeadow {
 namespace {

@@ -17,11 +17,11 @@
 
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
-#include "ui/dialogs/frmPreferences.h"
-#include "ui/dialogs/frmTreeviewFilter.h"
-#include "ui/start/frmStart.h"
-#include "ui/start/result_view.h"
-#include "ui/start/tree_pane.h"
+#include "ui/panes/result_view.h"
+#include "ui/panes/tree_pane.h"
+#include "ui/shell/frmStart.h"
+#include "ui/windows/library/frmPreferences.h"
+#include "ui/windows/library/frmTreeviewFilter.h"
 
 namespace tunemeadow {
 namespace {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/support/window_interaction.h"
+#include "ui/shell/window_interaction.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -13,10 +13,10 @@
 #include <QVBoxLayout>
 #include <filesystem>
 
-#include "core/batch.h"
+#include "run/batch.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
-#include "ui/dialogs/frmLoading.h"
+#include "ui/windows/library/frmLoading.h"
 
 namespace tunemeadow {
 namespace {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/paths.h"
+#include "files/file_facts.h"
 #include "support/mp3_builder.h"
 #include "support/scripted_interaction.h"
 #include "support/temp_folder.h"

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The backup of the catalogue.
+#pragma once
+
+#include <string>
+
+namespace tunemeadow {
+
+/// Copies the catalogue to `mp3s.bak` of the program's folder, log included. The old backup stays
+/// until the new one is whole, checked and synced. False where that failed; nobody is told, and the
+/// old backup is as it was: a damaged catalogue never takes the place of a sound backup.
+bool MakeBackup(const std::string& database_path, const std::string& program_folder);
+
+}  // namespace tunemeadow

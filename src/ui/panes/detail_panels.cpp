@@ -1,0 +1,243 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The building of the panels, and how they show a record.
+#include "ui/panes/detail_panels.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QScopedValueRollback>
+#include <QToolButton>
+
+#include "audio/genres.h"
+#include "editing/save_rules.h"
+#include "ui/kit/plain_text.h"
+#include "ui/kit/qt_text.h"
+#include "ui_picDetails.h"
+#include "ui_picDetails2.h"
+#include "ui_picDetails3.h"
+
+namespace tunemeadow {
+namespace {
+
+constexpr qsizetype kLongText = 30;  // characters from which a line needs a tool tip
+
+template <typename Form>
+void AddDetailPanel(QStackedWidget& stack, Form& form, const char* name) {
+  auto* panel = new QWidget(&stack);
+  form.setupUi(panel);
+  panel->setObjectName(QLatin1String(name));
+  stack.addWidget(panel);
+}
+
+/// Height of so many lines of text.
+int HeightOf(const QPlainTextEdit& field, int lines) {
+  return field.fontMetrics().lineSpacing() * lines + 2 * field.frameWidth() +
+         static_cast<int>(field.document()->documentMargin() * 2);
+}
+
+void ShowLineText(QLineEdit& line, const QString& shown) {
+  if (line.text() == shown) return;
+  line.setText(shown);
+  line.setCursorPosition(0);
+}
+
+void ShowLongText(QPlainTextEdit& field, QString shown) {
+  shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+  if (TextOfField(field) != shown) field.setPlainText(shown);
+}
+
+void ShowComboText(QComboBox& combo, const QString& shown) {
+  if (combo.currentText() == shown) return;
+  // On its own entry, or on none: the arrow keys go on from there.
+  combo.setCurrentIndex(combo.findText(shown, Qt::MatchExactly | Qt::MatchCaseSensitive));
+  combo.setEditText(shown);
+}
+
+/// A text may hold anything; a tool tip takes some of it for formatting.
+QString TipOfText(const QString& text) {
+  return QLatin1String("<qt>") + text.toHtmlEscaped() + QLatin1String("</qt>");
+}
+
+}  // namespace
+
+DetailPanels::DetailPanels(DetailEditor& editor, Interaction& interaction, QWidget* parent)
+    : QStackedWidget(parent),
+      editor_(editor),
+      interaction_(interaction),
+      first_(std::make_unique<Ui::picDetails>()),
+      second_(std::make_unique<Ui::picDetails2>()),
+      third_(std::make_unique<Ui::picDetails3>()) {
+  AddDetailPanel(*this, *first_, "picDetails");
+  AddDetailPanel(*this, *second_, "picDetails2");
+  AddDetailPanel(*this, *third_, "picDetails3");
+  for (QPlainTextEdit* field : findChildren<QPlainTextEdit*>()) {
+    // What a text field would like is a quarter of the window: that room is the list's.
+    field->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    field->setMinimumHeight(HeightOf(*field, 2));
+  }
+  QPalette greyed;
+  greyed.setColor(QPalette::Disabled, QPalette::WindowText, QColor(0x80, 0x80, 0x80));
+  setPalette(greyed);
+  SetUpGenres();
+  BindFirst();
+  BindSecondAndThird();
+  BindBoxes();
+  ConnectFields();
+  first_->lblFilesize->setReadOnly(true);
+  first_->txtLocationSave->setReadOnly(true);
+  Show();
+}
+
+DetailPanels::~DetailPanels() = default;
+
+void DetailPanels::Bind(std::string& text, QWidget* control, Use use) {
+  fields_.push_back({.text = &text, .control = control, .use = use, .tip = control->toolTip()});
+}
+
+void DetailPanels::BindFirst() {
+  Bind(editor_.txtTitelSave, first_->txtTitelSave, Use::kOneTrack);
+  Bind(editor_.txtInterpretSave, first_->txtInterpretSave);
+  Bind(editor_.txtAlbumSave, first_->txtAlbumSave);
+  Bind(editor_.cboGenre1, first_->cboGenre1);
+  Bind(editor_.txtYearSave, first_->txtYearSave);
+  Bind(editor_.txtTracknumber, first_->txtTracknumber, Use::kOneTrack);
+  Bind(editor_.txtBPMSave, first_->txtBPMSave, Use::kOneTrack);
+  Bind(editor_.txtQualitaetSave, first_->txtQualitaetSave, Use::kOneTrack);
+  Bind(editor_.txtPlaytime, first_->txtPlaytime, Use::kOneTrack);
+  Bind(editor_.lblFilesize, first_->lblFilesize);
+  Bind(editor_.txtLocationSave, first_->txtLocationSave);
+  Bind(editor_.txtCommentSave, first_->txtCommentSave, Use::kComment);
+  BindBigger(first_->cmdBigger_txtCommentSave, first_->txtCommentSave);
+  checked_[0] = {.line = first_->txtTracknumber, .check = &CheckTracknumber};
+  checked_[1] = {.line = first_->txtYearSave, .check = &CheckYear};
+}
+
+void DetailPanels::BindSecondAndThird() {
+  Bind(editor_.txtSituationSave, second_->txtSituationSave);
+  Bind(editor_.txtPreferenceSave, second_->txtPreferenceSave);
+  Bind(editor_.txtTempoSave, second_->txtTempoSave);
+  Bind(editor_.txtMoodSave, second_->txtMoodSave);
+  Bind(editor_.txtBiosSave, second_->txtBiosSave, Use::kOneTrack);
+  Bind(editor_.txtLyricsSave, second_->txtLyricsSave, Use::kOneTrack);
+  BindBigger(second_->cmdBigger_txtBiosSave, second_->txtBiosSave);
+  BindBigger(second_->cmdBigger_txtLyricsSave, second_->txtLyricsSave);
+  const std::array<QLineEdit*, kExtraFields> extra = {third_->txtSave3_0, third_->txtSave3_1,
+                                                      third_->txtSave3_2, third_->txtSave3_3,
+                                                      third_->txtSave3_4};
+  for (std::size_t i = 0; i < kExtraFields; ++i) Bind(editor_.txtSave3[i], extra[i]);
+}
+
+void DetailPanels::BindBoxes() {
+  MassSelectors& chosen = editor_.selectors;
+  boxes_ = {{first_->chkAlbum, &chosen.chkAlbum},
+            {first_->chkGenre, &chosen.chkGenre},
+            {first_->chkInterpret, &chosen.chkInterpret},
+            {first_->chkYear, &chosen.chkYear},
+            {second_->chkSituation, &chosen.chkSituation},
+            {second_->chkPreference, &chosen.chkPreference},
+            {second_->chkTempo, &chosen.chkTempo},
+            {second_->chkMood, &chosen.chkMood}};
+  const std::array<QCheckBox*, kExtraFields> extra = {third_->chkDetail3_0, third_->chkDetail3_1,
+                                                      third_->chkDetail3_2, third_->chkDetail3_3,
+                                                      third_->chkDetail3_4};
+  for (std::size_t i = 0; i < kExtraFields; ++i) {
+    boxes_.emplace_back(extra[i], &chosen.chkDetail3[i]);
+  }
+  for (const auto& [box, chosen_field] : boxes_) {
+    connect(box, &QCheckBox::toggled, this, [place = chosen_field](bool on) { *place = on; });
+  }
+}
+
+void DetailPanels::BindBigger(QWidget* button, QPlainTextEdit* field) {
+  biggers_.push_back(button);
+  connect(static_cast<QToolButton*>(button), &QToolButton::clicked, this,
+          [this, field] { OpenBigger(*field); });
+}
+
+void DetailPanels::Show() {
+  const QScopedValueRollback quiet(showing_, true);
+  for (Field& field : fields_) ShowText(field);
+  ShowBoxes();
+  EnableFields();
+  if (editor_.save_all || editor_.DetailsChanged) return;
+  for (CheckedField& field : checked_) field.changed = false;
+}
+
+void DetailPanels::ShowText(Field& field) {
+  const QString shown = ToQt(*field.text);
+  if (auto* line = qobject_cast<QLineEdit*>(field.control)) {
+    ShowLineText(*line, shown);
+    line->setToolTip(shown.size() > kLongText ? TipOfText(shown) : field.tip);
+  } else if (auto* lines = qobject_cast<QPlainTextEdit*>(field.control)) {
+    field.crlf = shown.contains(QLatin1String("\r\n"));
+    ShowLongText(*lines, shown);
+  } else if (auto* combo = qobject_cast<QComboBox*>(field.control)) {
+    ShowComboText(*combo, shown);
+  }
+}
+
+void DetailPanels::ShowBoxes() {
+  for (const auto& [box, chosen] : boxes_) {
+    box->setChecked(*chosen);
+    box->setVisible(editor_.save_all);
+  }
+}
+
+void DetailPanels::EnableFields() {
+  const bool one = editor_.enabled && !editor_.save_all;
+  const bool any = editor_.enabled || editor_.save_all;
+  for (const Field& field : fields_) {
+    if (field.use != Use::kComment)
+      field.control->setEnabled(field.use == Use::kAlways ? any : one);
+  }
+  if (any) EnableComment(one && editor_.comment_enabled);
+  for (QWidget* button : biggers_) button->setEnabled(any);
+  for (QLabel* label : findChildren<QLabel*>()) {
+    if (label->buddy() != nullptr) label->setEnabled(label->buddy()->isEnabled());
+  }
+}
+
+void DetailPanels::SetGenres(const std::vector<std::string>& further_genres) {
+  const QScopedValueRollback quiet(showing_, true);
+  QComboBox& combo = *first_->cboGenre1;
+  const QString kept = combo.currentText();
+  combo.clear();
+  combo.addItem(QString());
+  for (int number = 0; number < kGenreCount; ++number) {
+    combo.addItem(ToQt(Genres[static_cast<std::size_t>(number)]));
+  }
+  for (const std::string& genre : further_genres) combo.addItem(ToQt(genre));
+  ShowComboText(combo, kept);
+}
+
+void DetailPanels::EnableComment(bool enabled) {
+  QPlainTextEdit& field = *first_->txtCommentSave;
+  field.setEnabled(enabled);
+  first_->lblCommentSave->setEnabled(enabled);
+  QPalette look = palette();
+  look.setColor(QPalette::Base, look.color(enabled ? QPalette::Base : QPalette::Button));
+  if (!editor_.save_all) {
+    // Whoever may not change a comment can still read it.
+    look.setColor(QPalette::Disabled, QPalette::Text, look.color(QPalette::Active, QPalette::Text));
+  }
+  field.setPalette(look);
+}
+
+LookupChoice DetailPanels::Lookup() const {
+  return {.chkCDDBSong = third_->chkCDDBSong->isChecked(),
+          .chkCDDBArtist = third_->chkCDDBArtist->isChecked(),
+          .chkCDDBAlbum = third_->chkCDDBAlbum->isChecked(),
+          .chkCDDBLocation = third_->chkCDDBLocation->isChecked()};
+}
+
+void DetailPanels::FocusFirst() {
+  // With several tracks the title takes no input.
+  QWidget* title = first_->txtTitelSave;
+  if (!title->isEnabled()) title = first_->txtInterpretSave;
+  const std::array<QWidget*, 3> first = {title, second_->txtSituationSave, third_->txtSave3_0};
+  first[static_cast<std::size_t>(currentIndex())]->setFocus();
+}
+
+}  // namespace tunemeadow

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/panes/search_panels.h"
+
+#include <QLineEdit>
+#include <QSignalBlocker>
+
+#include "ui/kit/qt_text.h"
+#include "ui/panes/search_combo.h"
+#include "ui_picSearch.h"
+#include "ui_picSearch2.h"
+#include "ui_picSearch3.h"
+#include "views/search_items.h"
+#include "views/workbench.h"
+
+namespace tunemeadow {
+
+/// One field of the record and the control that shows it: a combo or a line.
+struct SearchPanels::TextControl {
+  std::string SearchFields::*field;
+  SearchCombo* combo;
+  QLineEdit* line;
+
+  [[nodiscard]] QLineEdit* Line() const { return combo != nullptr ? combo->lineEdit() : line; }
+};
+
+namespace {
+
+template <typename Form>
+QWidget* AddPanel(QStackedWidget& stack, Form& form, const char* name) {
+  auto* panel = new QWidget(&stack);
+  form.setupUi(panel);
+  panel->setObjectName(QLatin1String(name));
+  stack.addWidget(panel);
+  return panel;
+}
+
+/// The names behind an empty first entry, which means any; the chosen one stays chosen.
+void SetNameList(QComboBox& combo, const std::vector<std::string>& names) {
+  const QSignalBlocker quiet(&combo);
+  const QString chosen = combo.currentText();
+  combo.clear();
+  combo.addItem(QString());
+  for (const std::string& name : names) combo.addItem(ToQt(name));
+  combo.setCurrentIndex(chosen.isEmpty() ? -1 : combo.findText(chosen, Qt::MatchExactly));
+}
+
+void ChooseName(QComboBox& combo, const std::string& name) {
+  const QSignalBlocker quiet(&combo);
+  combo.setCurrentIndex(name.empty() ? -1 : combo.findText(ToQt(name), Qt::MatchExactly));
+}
+
+}  // namespace
+
+SearchPanels::SearchPanels(QWidget* parent)
+    : QStackedWidget(parent),
+      first_(std::make_unique<Ui::picSearch>()),
+      second_(std::make_unique<Ui::picSearch2>()),
+      third_(std::make_unique<Ui::picSearch3>()) {
+  AddPanel(*this, *first_, "picSearch");
+  AddPanel(*this, *second_, "picSearch2");
+  AddPanel(*this, *third_, "picSearch3");
+  for (QComboBox* names : {first_->cboPlaylists, first_->cboCDArchive}) {
+    names->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    names->setMinimumContentsLength(6);
+  }
+  extra_ = {third_->txtSearch3_0, third_->txtSearch3_1, third_->txtSearch3_2, third_->txtSearch3_3,
+            third_->txtSearch3_4};
+  BindPanels();
+  BindEnter();
+}
+
+SearchPanels::~SearchPanels() = default;
+
+void SearchPanels::BindPanels() {
+  using F = SearchFields;
+  controls_ = {{&F::cboSongname, first_->cboSongname, nullptr},
+               {&F::cboArtistSearch, first_->cboArtistSearch, nullptr},
+               {&F::cboAlbum, first_->cboAlbum, nullptr},
+               {&F::cboGenre, first_->cboGenre, nullptr},
+               {&F::cboYearSearch, first_->cboYearSearch, nullptr},
+               {&F::txtComment, nullptr, first_->txtComment},
+               {&F::txtQualitaet, nullptr, first_->txtQualitaet},
+               {&F::txtFileSearch, nullptr, first_->txtFileSearch},
+               {&F::txtLocation, nullptr, first_->txtLocation},
+               {&F::cboSituation, second_->cboSituation, nullptr},
+               {&F::cboPreference, second_->cboPreference, nullptr},
+               {&F::cboMood, second_->cboMood, nullptr},
+               {&F::cboTempo, second_->cboTempo, nullptr},
+               {&F::txtLyrics, nullptr, second_->txtLyrics},
+               {&F::txtBios, nullptr, second_->txtBios}};
+}
+
+void SearchPanels::BindEnter() {
+  const auto on_enter = [this](QLineEdit* line) {
+    line->setClearButtonEnabled(true);
+    connect(line, &QLineEdit::returnPressed, this, &SearchPanels::SearchRequested);
+  };
+  for (const TextControl& control : controls_) {
+    if (control.combo != nullptr) {
+      connect(control.combo, &SearchCombo::SearchRequested, this, &SearchPanels::SearchRequested);
+    } else {
+      on_enter(control.line);
+    }
+  }
+  for (QLineEdit* line : extra_) on_enter(line);
+}
+
+SearchFields SearchPanels::Read() const {
+  SearchFields fields;
+  for (const TextControl& control : controls_) {
+    fields.*control.field = FromQt(control.Line()->text());
+  }
+  for (std::size_t i = 0; i < extra_.size(); ++i) fields.txtSearch3[i] = FromQt(extra_[i]->text());
+  fields.cboPlaylists = FromQt(first_->cboPlaylists->currentText());
+  fields.cboCDArchive = FromQt(first_->cboCDArchive->currentText());
+  return fields;
+}
+
+void SearchPanels::Show(const SearchFields& fields) {
+  for (const TextControl& control : controls_) {
+    const QString text = ToQt(fields.*control.field);
+    if (control.Line()->text() != text) control.Line()->setText(text);
+  }
+  for (std::size_t i = 0; i < extra_.size(); ++i) extra_[i]->setText(ToQt(fields.txtSearch3[i]));
+  ChooseName(*first_->cboPlaylists, fields.cboPlaylists);
+  ChooseName(*first_->cboCDArchive, fields.cboCDArchive);
+}
+
+void SearchPanels::SetItems(const SearchItems& items) {
+  for (const SearchItemList& list : items.lists) {
+    if (auto* combo = findChild<SearchCombo*>(ToQt(list.combo))) combo->SetValues(list.values);
+  }
+}
+
+void SearchPanels::SetNames(const TreeData& tree) {
+  SetNameList(*first_->cboPlaylists, tree.playlists);
+  SetNameList(*first_->cboCDArchive, tree.archives);
+}
+
+void SearchPanels::ShowNameCombos(bool shown) {
+  for (QWidget* control : std::initializer_list<QWidget*>{
+           first_->lblPlayliste, first_->cboPlaylists, first_->lblCDArchiv, first_->cboCDArchive}) {
+    control->setVisible(shown);
+  }
+}
+
+void SearchPanels::FocusFirst() {
+  first_->cboSongname->setFocus();
+  first_->cboSongname->lineEdit()->selectAll();
+}
+
+}  // namespace tunemeadow

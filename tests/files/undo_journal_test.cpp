@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "files/undo_journal.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "files/journaled_file.h"
+#include "support/temp_folder.h"
+
+namespace tunemeadow {
+namespace {
+
+using Outcome = UndoJournal::RolledBack::Outcome;
+
+std::string Letters(std::size_t count, char first = 'a') {
+  std::string text;
+  for (std::size_t i = 0; i < count; ++i) text += static_cast<char>(first + i % 20);
+  return text;
+}
+
+/// A program's folder, a file of music beside it, and what a kill leaves: a journal object that
+/// never ends its group, while another one starts anew in the same folder.
+struct UndoJournalTest : testing::Test {
+  TempFolder folder;
+  std::string old_bytes = Letters(100'000);
+  std::string path = folder.Write("music/a.mp3", old_bytes);
+  UndoJournal journal{folder.Path()};
+
+  [[nodiscard]] std::string Rewrite(const std::vector<FilePiece>& pieces, std::int64_t length) {
+    JournaledFile file(journal);
+    const std::string fault = file.Open(path);
+    return fault.empty() ? file.Rewrite(pieces, length) : fault;
+  }
+
+  [[nodiscard]] std::string Bytes() const { return folder.Read("music/a.mp3"); }
+
+  [[nodiscard]] std::vector<UndoJournal::RolledBack> StartAnew() const {
+    return UndoJournal(folder.Path()).RollBack();
+  }
+
+  /// After the power was cut.
+  [[nodiscard]] std::vector<UndoJournal::RolledBack> StartTheMachineAnew() const {
+    return UndoJournal(folder.Path(), "another run").RollBack();
+  }
+};
+
+TEST_F(UndoJournalTest, AfterARewriteTheFileIsNewAndNothingIsLeftToUndo) {
+  const std::string head = "HEAD";
+  ASSERT_EQ(Rewrite({{0, head}, {100'000, "TAIL"}}, 100'004), "");
+  EXPECT_EQ(Bytes(), "HEAD" + old_bytes.substr(4) + "TAIL");
+  EXPECT_EQ(std::filesystem::file_size(folder.Path("undo.journal")), 0U);
+  EXPECT_TRUE(StartAnew().empty());
+  EXPECT_EQ(Bytes(), "HEAD" + old_bytes.substr(4) + "TAIL");
+}
+
+TEST_F(UndoJournalTest, WhatIsNotEndedIsUndoneWhateverItDidToTheFile) {
+  const std::string whole = Letters(150'000, 'A');
+  const std::vector<std::pair<std::vector<FilePiece>, std::int64_t>> rewrites = {
+      {{{0, "HEAD"}}, 100'000},
+      {{{99'990, "over the end of the file"}}, 100'014},
+      {{{0, whole}}, 150'000},
+      {{}, 5},
+      {{{0, std::string_view(whole).substr(0, 70)}}, 70},
+  };
+  struct stat before {};
+  ASSERT_EQ(stat(path.c_str(), &before), 0);
+  for (const auto& [pieces, length] : rewrites) {
+    UndoJournal killed(folder.Path());
+    killed.BeginGroup();
+    JournaledFile file(killed);
+    ASSERT_EQ(file.Open(path), "");
+    ASSERT_EQ(file.Rewrite(pieces, length), "");
+    // A second rewrite in the same group goes further than the first.
+    ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{2, "xyz"}}, length - 1), "");
+    ASSERT_NE(Bytes(), old_bytes);
+
+    const auto files = StartAnew();
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_EQ(files[0].outcome, Outcome::kUndone);
+    EXPECT_EQ(files[0].path, path);
+    EXPECT_EQ(Bytes(), old_bytes);
+    struct stat after {};
+    ASSERT_EQ(stat(path.c_str(), &after), 0);
+    EXPECT_EQ(after.st_mtim.tv_nsec, before.st_mtim.tv_nsec) << "the old time is back as well";
+    EXPECT_TRUE(StartAnew().empty()) << "it is undone once";
+  }
+}
+
+TEST_F(UndoJournalTest, InAGroupOneSyncServesManyFilesAndADoneFileStaysNew) {
+  const std::string second = folder.Write("music/b.mp3", old_bytes);
+  UndoJournal killed(folder.Path());
+  killed.BeginGroup();
+  const std::vector<ByteRange> head = {{0, 1000}};
+  killed.Prepare(path, head, 128);
+  killed.Prepare(second, head, 128);
+  killed.Prepare(folder.Path("music"), head, 128);
+  killed.Prepare(folder.Path("missing.mp3"), head, 128);
+  ASSERT_TRUE(killed.SyncPrepared());
+  const std::int64_t prepared = killed.GroupBytes();
+  for (const std::string& each : {path, second}) {
+    JournaledFile file(killed);
+    ASSERT_EQ(file.Open(each), "");
+    ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{500, "new"}, {100'000, Letters(128)}}, 100'128),
+              "");
+  }
+  EXPECT_LT(killed.GroupBytes(), prepared + 1000) << "what was prepared is not journaled again";
+  killed.Done(path);
+  const std::string done = Bytes();
+
+  const auto files = StartAnew();
+  ASSERT_EQ(files.size(), 1U);
+  EXPECT_EQ(files[0].path, second);
+  EXPECT_EQ(folder.Read("music/b.mp3"), old_bytes);
+  EXPECT_EQ(Bytes(), done);
+}
+
+TEST_F(UndoJournalTest, ADoneFileWhoseBytesNeverReachedTheDiskIsUndone) {
+  UndoJournal killed(folder.Path());
+  killed.BeginGroup();
+  JournaledFile file(killed);
+  ASSERT_EQ(file.Open(path), "");
+  ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
+  killed.Done(path);
+  folder.Write("music/a.mp3", "HE" + old_bytes.substr(2));  // what a power cut made of it
+
+  ASSERT_EQ(StartTheMachineAnew().size(), 1U);
+  EXPECT_EQ(Bytes(), old_bytes);
+}
+
+TEST_F(UndoJournalTest, WhatAnotherProgramWritesAfterAKillStaysUnlessTheFileWasInTheMiddle) {
+  const std::string second = folder.Write("music/b.mp3", old_bytes);
+  UndoJournal killed(folder.Path());
+  killed.BeginGroup();
+  const std::vector<ByteRange> head = {{0, 1000}};
+  killed.Prepare(path, head, 0);
+  killed.Prepare(second, head, 0);
+  ASSERT_TRUE(killed.SyncPrepared());
+  JournaledFile file(killed);
+  ASSERT_EQ(file.Open(path), "");
+  ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
+  killed.Done(path);
+  const std::string foreign = "ANOTHER" + old_bytes.substr(7);
+  folder.Write("music/a.mp3", foreign);  // done
+  folder.Write("music/b.mp3", foreign);  // not begun
+  EXPECT_TRUE(StartAnew().empty());
+  EXPECT_EQ(Bytes(), foreign);
+  EXPECT_EQ(folder.Read("music/b.mp3"), foreign);
+}
+
+TEST_F(UndoJournalTest, ATornEndOfTheJournalUndoesNothingAndHidesNothing) {
+  UndoJournal killed(folder.Path());
+  killed.BeginGroup();
+  JournaledFile file(killed);
+  ASSERT_EQ(file.Open(path), "");
+  ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
+  const std::string first = folder.Read("undo.journal");
+  ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{5000, "MORE"}}, 100'000), "");
+  const std::string both = folder.Read("undo.journal");
+  // The second record never got whole to the disk, so its write never began.
+  folder.Write("music/a.mp3", "HEAD" + old_bytes.substr(4));
+  for (const std::size_t size :
+       {first.size(), first.size() + 1, first.size() + 24, both.size() - 1}) {
+    folder.Write("music/a.mp3", "HEAD" + old_bytes.substr(4));
+    folder.Write("undo.journal", both.substr(0, size));
+    ASSERT_EQ(StartAnew().size(), 1U) << size;
+    EXPECT_EQ(Bytes(), old_bytes) << size;
+  }
+  std::string flipped = both;
+  flipped[200] ^= 1;
+  folder.Write("undo.journal", flipped);
+  EXPECT_TRUE(StartAnew().empty()) << "a record that is not what was written is not believed";
+}
+
+TEST_F(UndoJournalTest, AFileThatSomebodyElseHasChangedOrRemovedIsLeftAndTheJournalKept) {
+  for (const bool removed : {false, true}) {
+    folder.Write("music/a.mp3", old_bytes);
+    UndoJournal killed(folder.Path());
+    killed.BeginGroup();
+    JournaledFile file(killed);
+    ASSERT_EQ(file.Open(path), "");
+    ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
+    if (removed) {
+      std::filesystem::remove(path);
+    } else {
+      folder.Write("music/a.mp3", "another song");
+    }
+    const auto files = StartAnew();
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_EQ(files[0].outcome, removed ? Outcome::kUnreachable : Outcome::kChanged);
+    if (!removed) {
+      EXPECT_EQ(Bytes(), "another song");
+    }
+    EXPECT_TRUE(StartAnew().empty()) << "it is told once";
+  }
+  EXPECT_TRUE(std::filesystem::exists(folder.Path("undo-kept-1.journal")));
+  EXPECT_TRUE(std::filesystem::exists(folder.Path("undo-1.journal"))) << "the file may come back";
+}
+
+TEST_F(UndoJournalTest, AFileOnAnAbsentVolumeIsUndoneWhenItIsBackAndNotWrittenBefore) {
+  // A process of its own: an object that goes out of scope ends its group.
+  const pid_t child = fork();
+  if (child == 0) {
+    journal.BeginGroup();
+    _exit(Rewrite({{0, "HEAD"}}, 100'000).empty() ? 0 : 1);
+  }
+  int status = -1;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_EQ(status, 0);
+  std::filesystem::rename(folder.Path("music"), folder.Path("absent"));
+  const auto files = journal.RollBack();
+  ASSERT_EQ(files.size(), 1U);
+  EXPECT_EQ(files[0].outcome, Outcome::kUnreachable);
+
+  EXPECT_NE(Rewrite({{1, "x"}}, 100'000), "");
+  EXPECT_TRUE(journal.RollBack().empty()) << "still absent, which was told";
+  std::filesystem::rename(folder.Path("absent"), folder.Path("music"));
+  // The next save of this file finds it back, and undoes what was cut short before it begins.
+  ASSERT_EQ(Rewrite({{10, "x"}}, 100'000), "");
+  EXPECT_EQ(Bytes(), old_bytes.substr(0, 10) + "x" + old_bytes.substr(11));
+  EXPECT_EQ(journal.TakeRolledBack().size(), 1U);
+  EXPECT_TRUE(StartAnew().empty());
+}
+
+TEST_F(UndoJournalTest, AFileThatIsReplacedBetweenPreparingAndWritingIsNotWritten) {
+  const std::vector<ByteRange> head = {{0, 1000}};
+  journal.BeginGroup();
+  journal.Prepare(path, head, 0);
+  ASSERT_TRUE(journal.SyncPrepared());
+  std::filesystem::remove(path);
+  folder.Write("music/a.mp3", std::string(100'000, 'z'));
+  EXPECT_NE(Rewrite({{0, "HEAD"}}, 100'000), "");
+  EXPECT_EQ(journal.EndGroup(), "");
+  EXPECT_EQ(Bytes(), std::string(100'000, 'z'));
+}
+
+TEST_F(UndoJournalTest, AFileOfTwoNamesIsJournaledOnce) {
+  std::filesystem::create_directory_symlink(folder.Path("music"), folder.Path("linked"));
+  const std::string other = folder.Path("linked/a.mp3");
+  for (const bool prepared : {false, true}) {
+    UndoJournal killed(folder.Path());
+    killed.BeginGroup();
+    const std::vector<ByteRange> head = {{0, 1000}};
+    if (prepared) {
+      killed.Prepare(path, head, 0);
+      killed.Prepare(other, head, 0);
+      ASSERT_TRUE(killed.SyncPrepared());
+    }
+    for (const std::string& name : {path, other}) {
+      JournaledFile file(killed);
+      ASSERT_EQ(file.Open(name), "");
+      const std::string head_of_name = name.substr(name.size() - 12);
+      ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, head_of_name}, {2000, "x"}}, 90'000), "");
+    }
+    EXPECT_EQ(StartAnew().size(), 1U);
+    EXPECT_EQ(Bytes(), old_bytes);
+  }
+}
+
+TEST_F(UndoJournalTest, OnlyAFileThatIsThereIsOpened) {
+  JournaledFile file(journal);
+  EXPECT_NE(file.Open(folder.Path("missing.mp3")), "");
+  EXPECT_FALSE(std::filesystem::exists(folder.Path("missing.mp3")));
+  EXPECT_NE(file.Open(folder.Path("music")), "");
+  ASSERT_EQ(file.Open(path), "");
+  EXPECT_EQ(file.Length(), 100'000);
+  EXPECT_EQ(file.Read(99'998, 2), old_bytes.substr(99'998));
+  EXPECT_EQ(file.Read(99'999, 2), std::nullopt);
+  EXPECT_EQ(file.Read(-1, 2), std::nullopt);
+}
+
+TEST(RollBackSentence, NamesTheFileAndWhatBecameOfIt) {
+  EXPECT_EQ(RollBackSentence({}), "");
+  const std::vector<UndoJournal::RolledBack> files = {{"/m/a.mp3", Outcome::kUndone},
+                                                      {"/m/b.mp3", Outcome::kUndone},
+                                                      {"/m/c.mp3", Outcome::kUnreachable}};
+  EXPECT_EQ(RollBackSentence(files),
+            "/m/b.mp3 and 1 other: their saves were cut short; the files are as they were before. "
+            "/m/c.mp3: a save was cut short and cannot be undone now; it is tried again.");
+}
+
+}  // namespace
+}  // namespace tunemeadow

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The tool itself, as the program starts it, and the copy that it makes.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "store/compact_copy.h"
+#include "store/database.h"
+#include "support/catalogue.h"
+
+namespace tunemeadow {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Exit code of RepairDB.exe with these arguments.
+int RunRepairTool(const std::vector<std::string>& arguments) {
+  const pid_t child = fork();
+  if (child == 0) {
+    std::string tool = TM_BINARY_DIR "/bin/RepairDB.exe";
+    std::vector<std::string> kept = arguments;
+    std::vector<char*> argv = {tool.data()};
+    for (std::string& argument : kept) argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    if (freopen("/dev/null", "w", stderr) == nullptr) _exit(126);
+    execv(tool.c_str(), argv.data());
+    _exit(127);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(RepairTool, TakesBlanksAsTheyStandAndAsPercentTwenty) {
+  const TempFolder folder;
+  fs::create_directory(folder.Path("a b"));
+  fs::create_directory(folder.Path("a%20b"));
+  const std::string plain = ProvideCatalogue(folder, "a b/my mp3s.mdb");
+  EXPECT_EQ(RunRepairTool({"-i", plain, "-o", folder.Path("a%20b/compact.mdb")}), 0);
+  EXPECT_TRUE(fs::exists(folder.Path("a%20b/compact.mdb")));
+  fs::remove_all(folder.Path("a%20b"));
+  EXPECT_EQ(RunRepairTool(
+                {"-o", folder.Path("a%20b/compact.mdb"), "-i", folder.Path("a%20b/my%20mp3s.mdb")}),
+            0);
+  EXPECT_TRUE(fs::exists(folder.Path("a b/compact.mdb")));
+  for (const std::vector<std::string>& wrong :
+       {std::vector<std::string>{}, {"-i", plain}, {"-x", plain, "-o", plain}}) {
+    EXPECT_EQ(RunRepairTool(wrong), 2);
+  }
+}
+
+TEST(MakeCompactCopy, AFailureLeavesTheOldCopyAndNothingElse) {
+  const TempFolder folder;
+  const std::string catalogue = ProvideCatalogue(folder);
+  const std::string output = folder.Write("compact.mdb", "old");
+  const auto expect_failure = [&](const std::string& source) {
+    EXPECT_NE(MakeCompactCopy(source, output), "");
+    EXPECT_EQ(folder.Read("compact.mdb"), "old");
+    EXPECT_FALSE(fs::exists(output + ".part"));
+  };
+  expect_failure(folder.Path("missing.mdb"));
+  expect_failure(folder.Write("junk.mdb", "junk"));
+  EXPECT_FALSE(fs::exists(folder.Path("missing.mdb")));
+  EXPECT_NE(MakeCompactCopy(catalogue, folder.Path("no folder/compact.mdb")), "");
+  EXPECT_NE(MakeCompactCopy(catalogue, catalogue), "");
+  folder.Write("compact.mdb.part", "of a run that was killed");
+  EXPECT_EQ(MakeCompactCopy(catalogue, output), "");
+  EXPECT_FALSE(fs::exists(output + ".part"));
+}
+
+TEST(MakeCompactCopy, HoldsWhatTheRunningProgramWroteBefore) {
+  TestCatalogue catalogue;
+  catalogue.connection.Execute("update mp3sTabelle set Songname='just now' where uid=1");
+  const std::string output = catalogue.folder.Path("compact.mdb");
+  ASSERT_EQ(MakeCompactCopy(catalogue.path, output), "");
+  Connection copy;
+  copy.Open(output);
+  EXPECT_EQ(copy.Execute("select Songname from mp3sTabelle").Fields("Songname"), "just now");
+}
+
+TEST(MakeCompactCopy, ACatalogueThatIsWrittenToMeanwhileNeverYieldsACopyThatUndoesIt) {
+  TempFolder folder;
+  const std::string path = ProvideCatalogue(folder);
+  const std::string output = folder.Path("compact.mdb");
+  int refused = 0;
+  for (int round = 0; round < 20; ++round) {
+    const std::string title = "round " + std::to_string(round);
+    std::string failure;
+    {
+      Connection connection;
+      connection.Open(path);
+      std::thread tool([&] { failure = MakeCompactCopy(path, output); });
+      std::this_thread::sleep_for(std::chrono::milliseconds(round * 2));
+      connection.Execute("update mp3sTabelle set Songname='" + title + "' where uid=1");
+      tool.join();
+    }
+    refused += failure.empty() ? 0 : 1;
+    TakeOverCompactCopy(path, folder.Path());
+    EXPECT_FALSE(fs::exists(output)) << round;
+    Connection connection;
+    connection.Open(path);
+    EXPECT_EQ(connection.Execute("select Songname from mp3sTabelle").Fields("Songname"), title);
+  }
+  EXPECT_LT(refused, 20);
+}
+
+}  // namespace
+}  // namespace tunemeadow
