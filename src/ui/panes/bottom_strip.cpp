@@ -27,23 +27,24 @@ BottomStrip::BottomStrip(QWidget* parent)
     : QWidget(parent),
       tree_button_(new QToolButton(this)),
       play_button_(new QToolButton(this)),
-      play_selection_button_(new QPushButton(tr("Play selection"), this)),
-      preview_box_(new QCheckBox(tr("Try Preview"), this)),
-      selection_box_(new QCheckBox(tr("Track Selection"), this)),
-      picture_box_(new QCheckBox(tr("Show p&icture"), this)),
-      time_(TotalLabel(this, "lblTotalTime", tr("Total playtime of the list"))),
-      size_(TotalLabel(this, "lblTotalSize", tr("Total size of the list"))) {
+      play_selection_button_(new QPushButton(QStringLiteral("Play selection"), this)),
+      preview_box_(new QCheckBox(QStringLiteral("Try Preview"), this)),
+      selection_box_(new QCheckBox(QStringLiteral("Track Selection"), this)),
+      picture_box_(new QCheckBox(QStringLiteral("Show p&icture"), this)),
+      time_(TotalLabel(this, "lblTotalTime", QStringLiteral("Total playtime of the list"))),
+      size_(TotalLabel(this, "lblTotalSize", QStringLiteral("Total size of the list"))) {
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
   tree_button_->setObjectName("cmdHideShowTreeview");
-  tree_button_->setAccessibleName(tr("Hide or show the tree"));
+  tree_button_->setAccessibleName("Hide or show the tree");
   tree_button_->setFocusPolicy(Qt::StrongFocus);
   tree_button_->setShortcut(Qt::Key_F9);
   BuildPlayButtons();
   selection_box_->setObjectName("chkTrackSelection");
-  selection_box_->setToolTip(tr("A click on a track selects its place in the tree"));
+  selection_box_->setToolTip("A click on a track selects its place in the tree");
   picture_box_->setObjectName("chkPicShow");
-  picture_box_->setToolTip(tr("Shows the picture of the clicked track beside its details"));
+  picture_box_->setToolTip(
+      QStringLiteral("Shows the picture of the clicked track beside its details"));
   row->addWidget(tree_button_);
   row->addWidget(play_button_);
   row->addWidget(play_selection_button_);
@@ -63,14 +64,15 @@ BottomStrip::BottomStrip(QWidget* parent)
 void BottomStrip::BuildPlayButtons() {
   play_button_->setObjectName("cmdSpielen");
   play_button_->setIcon(QIcon::fromTheme("play"));
-  play_button_->setAccessibleName(tr("Play"));
-  play_button_->setToolTip(tr("Plays the selected tracks (Ctrl+P)"));
+  play_button_->setAccessibleName("Play");
+  play_button_->setToolTip("Plays the selected tracks (Ctrl+P)");
   play_button_->setFocusPolicy(Qt::StrongFocus);
   play_selection_button_->setObjectName("cmdPlaySelection");
-  play_selection_button_->setToolTip(tr("Plays the selected tracks and goes back to the list"));
+  play_selection_button_->setToolTip(
+      QStringLiteral("Plays the selected tracks and goes back to the list"));
   play_selection_button_->setAutoDefault(false);
   preview_box_->setObjectName("chkPlayPreview");
-  preview_box_->setToolTip(tr("Plays the preview of a track that has one"));
+  preview_box_->setToolTip("Plays the preview of a track that has one");
   connect(play_button_, &QToolButton::clicked, this, &BottomStrip::PlayRequested);
   connect(play_selection_button_, &QPushButton::clicked, this,
           &BottomStrip::PlaySelectionRequested);
@@ -84,7 +86,7 @@ void BottomStrip::ShowTotals(const QString& time, const QString& size) {
 
 void BottomStrip::ShowTreeVisible(bool visible) {
   tree_button_->setText(visible ? "<" : ">");
-  tree_button_->setToolTip(visible ? tr("Hides the tree (F9)") : tr("Shows the tree (F9)"));
+  tree_button_->setToolTip(visible ? "Hides the tree (F9)" : "Shows the tree (F9)");
 }
 
 void BottomStrip::SetTrackSelection(bool on) {

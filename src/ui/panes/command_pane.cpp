@@ -16,13 +16,15 @@ CommandPane::CommandPane(QWidget* parent) : QFrame(parent) {
   setObjectName("Frame5");
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(0, 0, 0, 0);
-  const std::array captions = {tr("Panel &1"), tr("Panel &2"), tr("Panel &3")};
+  const std::array captions = {QStringLiteral("Panel &1"), QStringLiteral("Panel &2"),
+                               QStringLiteral("Panel &3")};
   for (int i = 0; i < 3; ++i) {
     auto* button = new QToolButton(this);
     button->setObjectName(QString("cmdSwitch_%1").arg(i));
     button->setText(captions[static_cast<std::size_t>(i)]);
-    button->setAccessibleName(tr("Panel %1").arg(i + 1));
-    button->setToolTip(tr("Shows panel %1 of the search and of the details").arg(i + 1));
+    button->setAccessibleName(QStringLiteral("Panel %1").arg(i + 1));
+    button->setToolTip(
+        QStringLiteral("Shows panel %1 of the search and of the details").arg(i + 1));
     button->setCheckable(true);
     button->setAutoExclusive(true);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -32,11 +34,12 @@ CommandPane::CommandPane(QWidget* parent) : QFrame(parent) {
     switches_[static_cast<std::size_t>(i)] = button;
   }
   switches_[0]->setChecked(true);
-  auto* search = AddButton("cmdSuchen", tr("Search &now"), "search",
-                           tr("Finds the tracks that fit every filled field (Enter)"));
-  auto* reset =
-      AddButton("cmdReset", tr("&Clear fields"), "reset", tr("Empties every search field"));
-  auto* history = AddButton("ButtonEx1", tr("Histor&y"), "history", tr("Your last 5 searches"));
+  auto* search = AddButton("cmdSuchen", QStringLiteral("Search &now"), "search",
+                           QStringLiteral("Finds the tracks that fit every filled field (Enter)"));
+  auto* reset = AddButton("cmdReset", QStringLiteral("&Clear fields"), "reset",
+                          QStringLiteral("Empties every search field"));
+  auto* history = AddButton("ButtonEx1", QStringLiteral("Histor&y"), "history",
+                            QStringLiteral("Your last 5 searches"));
   grid->addWidget(search, 1, 0, 1, 3);
   auto* pair = new QHBoxLayout;
   pair->addWidget(reset, 1);
@@ -62,7 +65,7 @@ QPushButton* CommandPane::AddButton(const char* name, const QString& caption, co
 
 void CommandPane::BuildHistory() {
   for (std::size_t i = 0; i < history_.size(); ++i) {
-    auto* action = new QAction(tr("Empty Search"), this);
+    auto* action = new QAction(QStringLiteral("Empty Search"), this);
     action->setObjectName(QString("mnuSuche_%1").arg(i + 1));
     action->setEnabled(false);
     const int index = static_cast<int>(i) + 1;

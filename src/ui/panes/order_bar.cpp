@@ -7,8 +7,8 @@ namespace tunemeadow {
 
 OrderBar::OrderBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent) {
   setObjectName("vsOrder");
-  setAccessibleName(tr("Place of the selected track"));
-  setToolTip(tr("Moves the selected track up or down in the playlist"));
+  setAccessibleName("Place of the selected track");
+  setToolTip("Moves the selected track up or down in the playlist");
   setFocusPolicy(Qt::StrongFocus);
   setSingleStep(1);
   setPageStep(1);

@@ -54,8 +54,9 @@ void PicturePane::EnableButtons(const DetailEditor& editor) {
 
 void PicturePane::ShowCaption(const DetailEditor& editor) {
   ui_->cmdAddpic->setText(ToQt(AddPictureCaption(editor)));
-  const QString action = editor.picture.data.empty() ? tr("Adds a JPEG picture to the file")
-                                                     : tr("Deletes the picture from the file");
+  const QString action = editor.picture.data.empty()
+                             ? QStringLiteral("Adds a JPEG picture to the file")
+                             : QStringLiteral("Deletes the picture from the file");
   ui_->cmdAddpic->setToolTip(action);
   ui_->cmdAddpic->setAccessibleName(action);
 }
@@ -63,11 +64,11 @@ void PicturePane::ShowCaption(const DetailEditor& editor) {
 void PicturePane::Show(const DetailEditor& editor) {
   const QImage picture = DecodePicture(editor.picture.data, kPaneRoom * devicePixelRatioF());
   bytes_ = picture.isNull() ? std::string() : editor.picture.data;
-  text_ = picture.isNull() ? tr("no picture") : ToQt(PictureText(editor)).simplified();
+  text_ = picture.isNull() ? QStringLiteral("no picture") : ToQt(PictureText(editor)).simplified();
   ui_->cboPicType->setCurrentText(
       ToQt(picture.isNull() ? kPictureKinds.back() : PictureKindName(editor.picture.kind)));
   ui_->Image1->SetPicture(picture);
-  ui_->Image1->setToolTip(picture.isNull() ? QString() : tr("Click to enlarge"));
+  ui_->Image1->setToolTip(picture.isNull() ? QString() : QStringLiteral("Click to enlarge"));
   ShowTexts();
   ShowCaption(editor);
   EnableButtons(editor);

@@ -31,10 +31,11 @@ ResultView::ResultView(ResultList& list, const QString& name, QWidget* parent)
     : QTreeView(parent), list_(list), stored_layout_(StandardColumnLayout()) {
   const bool playlist = name == QLatin1String("ListView3");
   setObjectName(name);
-  setAccessibleName(playlist ? tr("Tracks of the playlist") : tr("Tracks"));
-  SetHint(playlist ? tr("No tracks in this playlist.")
-                   : tr("No tracks here. Import files with File, Import files..., or drop them "
-                        "here."));
+  setAccessibleName(playlist ? "Tracks of the playlist" : "Tracks");
+  SetHint(playlist ? QStringLiteral("No tracks in this playlist.")
+                   : QStringLiteral(
+                         "No tracks here. Import files with File, Import files..., or drop them "
+                         "here."));
   model_ = new ListModel(list, playlist ? ListKind::kPlaylist : ListKind::kTracks, this);
   setModel(model_);
   QItemSelectionModel* const standard_selection = selectionModel();

@@ -52,7 +52,7 @@ TreePane::TreePane(TreeData& tree, QWidget* parent)
   column->addWidget(tree_);
   BuildSelector();
   tree_->setObjectName("TreeView1");
-  tree_->setAccessibleName(tr("Library tree"));
+  tree_->setAccessibleName("Library tree");
   tree_->setMinimumWidth(kMinimumWidth);
   tree_->setModel(model_);
   ConnectTree();
@@ -60,8 +60,8 @@ TreePane::TreePane(TreeData& tree, QWidget* parent)
 
 void TreePane::BuildSelector() {
   selector_->setObjectName("cboTreeSelector");
-  selector_->setAccessibleName(tr("What the library is grouped by"));
-  selector_->setToolTip(tr("Groups the library in the tree by this"));
+  selector_->setAccessibleName("What the library is grouped by");
+  selector_->setToolTip("Groups the library in the tree by this");
   selector_->setMinimumContentsLength(1);
   for (std::size_t kind = 0; kind < kTreeKinds.size(); ++kind) {
     selector_->addItem(QIcon::fromTheme(kGroupIcons[kind]), ToQt(kTreeKinds[kind]));

@@ -77,7 +77,7 @@ void frmStart::BuildStatusBar() {
   status_label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   progress_bar_ = new QProgressBar(this);
   progress_bar_->setObjectName("ProgressBar1");
-  progress_bar_->setAccessibleName(tr("Progress"));
+  progress_bar_->setAccessibleName("Progress");
   progress_bar_->setMaximumWidth(220);
   progress_bar_->hide();
   status_label_->setIndent(style()->pixelMetric(QStyle::PM_LayoutLeftMargin) / 2);
@@ -147,18 +147,18 @@ QWidget* frmStart::BuildDetailRow() {
 
 void frmStart::BuildDetailButtons(QWidget* frame) {
   auto* row = new QHBoxLayout;
-  previous_button_ =
-      ArrowButton(frame, 1, tr("Previous track"), "previous", QKeySequence(Qt::CTRL | Qt::Key_Up));
-  next_button_ =
-      ArrowButton(frame, 0, tr("Next track"), "next", QKeySequence(Qt::CTRL | Qt::Key_Down));
+  previous_button_ = ArrowButton(frame, 1, QStringLiteral("Previous track"), "previous",
+                                 QKeySequence(Qt::CTRL | Qt::Key_Up));
+  next_button_ = ArrowButton(frame, 0, QStringLiteral("Next track"), "next",
+                             QKeySequence(Qt::CTRL | Qt::Key_Down));
   row->addWidget(previous_button_);
   row->addWidget(next_button_);
   seek_button_ = new QToolButton(frame);
   seek_button_->setObjectName("cmdSeekto");
   seek_button_->setIcon(QIcon::fromTheme("location"));
-  seek_button_->setAccessibleName(tr("Show in the tree"));
+  seek_button_->setAccessibleName("Show in the tree");
   seek_button_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_T));
-  seek_button_->setToolTip(tr("Selects the track's place in the tree (%1)")
+  seek_button_->setToolTip(QStringLiteral("Selects the track's place in the tree (%1)")
                                .arg(seek_button_->shortcut().toString(QKeySequence::NativeText)));
   seek_button_->setFocusPolicy(Qt::StrongFocus);
   seek_button_->setEnabled(false);
@@ -171,12 +171,13 @@ void frmStart::BuildDetailButtons(QWidget* frame) {
 void frmStart::BuildSaveButtons(QHBoxLayout& row) {
   auto* help = new QPushButton(QStringLiteral("?"), detail_frame_);
   help->setObjectName("cmdHelpSave");
-  help->setAccessibleName(tr("Help on saving"));
-  help->setToolTip(tr("Opens the help on saving"));
+  help->setAccessibleName("Help on saving");
+  help->setToolTip("Opens the help on saving");
   help->setAutoDefault(false);
   help->setFixedWidth(help->sizeHint().height() + help->fontMetrics().averageCharWidth());
   connect(help, &QPushButton::clicked, this, [this] { OpenHelpPage(session_, "saving.html"); });
-  save_button_ = new QPushButton(QIcon::fromTheme("save"), tr("&Save all"), detail_frame_);
+  save_button_ =
+      new QPushButton(QIcon::fromTheme("save"), QStringLiteral("&Save all"), detail_frame_);
   save_button_->setObjectName("cmdSpeichern");
   save_button_->setDefault(true);
   save_button_->setMinimumWidth(save_button_->sizeHint().width());

@@ -116,7 +116,8 @@ void FillMenu(frmStart& window, QMenu& menu, std::span<const MenuEntry> entries)
       menu.addSeparator();
       continue;
     }
-    auto* action = new QAction(QIcon::fromTheme(entry.icon), frmStart::tr(entry.caption), &window);
+    auto* action =
+        new QAction(QIcon::fromTheme(entry.icon), QString::fromUtf8(entry.caption), &window);
     action->setObjectName(QString::fromUtf8(entry.name));
     action->setProperty(kCaptionProperty, action->text());
     action->setShortcut(QKeySequence(QLatin1String(entry.shortcut)));
@@ -137,18 +138,18 @@ QMenu* AddMenu(frmStart& window, const char* name, const QString& caption,
 }  // namespace
 
 void frmStart::BuildMenus() {
-  AddMenu(*this, "mnuFile", tr("&File"), kFileMenu);
+  AddMenu(*this, "mnuFile", QStringLiteral("&File"), kFileMenu);
   BuildExportMenu();
   BuildEditMenu();
-  BuildHistoryMenu(*AddMenu(*this, "mnuSearch", tr("Sea&rch"), kSearchMenu));
-  AddMenu(*this, "mnuView", tr("&View"), kViewMenu);
-  for (QMenu* menu : {AddMenu(*this, "mnuPlayback", tr("&Play"), kPlayMenu),
-                      AddMenu(*this, "mnuPlaylists", tr("Play&lists"), kPlaylistsMenu),
-                      AddMenu(*this, "mnuTools", tr("&Tools"), kToolsMenu)}) {
+  BuildHistoryMenu(*AddMenu(*this, "mnuSearch", QStringLiteral("Sea&rch"), kSearchMenu));
+  AddMenu(*this, "mnuView", QStringLiteral("&View"), kViewMenu);
+  for (QMenu* menu : {AddMenu(*this, "mnuPlayback", QStringLiteral("&Play"), kPlayMenu),
+                      AddMenu(*this, "mnuPlaylists", QStringLiteral("Play&lists"), kPlaylistsMenu),
+                      AddMenu(*this, "mnuTools", QStringLiteral("&Tools"), kToolsMenu)}) {
     connect(menu, &QMenu::aboutToShow, this, &frmStart::PrepareListMenu);
   }
-  AddMenu(*this, "mnuWeb", tr("&Web"), kWebMenu);
-  AddMenu(*this, "mnuHelp", tr("&Help"), kHelpMenu);
+  AddMenu(*this, "mnuWeb", QStringLiteral("&Web"), kWebMenu);
+  AddMenu(*this, "mnuHelp", QStringLiteral("&Help"), kHelpMenu);
   list_menu_ = new QMenu(this);
   list_menu_->setObjectName("mnuItem1");
   tree_menu_ = new QMenu(this);
@@ -158,7 +159,7 @@ void frmStart::BuildMenus() {
 }
 
 void frmStart::BuildExportMenu() {
-  auto* menu = new QMenu(tr("&Export"), this);
+  auto* menu = new QMenu(QStringLiteral("&Export"), this);
   menu->setObjectName("mnuExport");
   FillMenu(*this, *menu, kExportMenu);
   connect(menu, &QMenu::aboutToShow, this, &frmStart::PrepareListMenu);
@@ -175,8 +176,8 @@ void frmStart::BuildTreeMenus() {
 }
 
 void frmStart::BuildEditMenu() {
-  QMenu* menu = AddMenu(*this, "mnuEdit", tr("&Edit"), {});
-  QMenu* removers = menu->addMenu(QIcon::fromTheme("remove"), tr("Remove &tags"));
+  QMenu* menu = AddMenu(*this, "mnuEdit", QStringLiteral("&Edit"), {});
+  QMenu* removers = menu->addMenu(QIcon::fromTheme("remove"), QStringLiteral("Remove &tags"));
   removers->setObjectName("mnuRemoveTags");
   FillMenu(*this, *removers, kRemoveTagsMenu);
   FillMenu(*this, *menu, kEditMenu);

@@ -71,13 +71,13 @@ void frmStart::DetailsChanged() {
 
 void frmStart::ShowSaveButton() {
   const DetailEditor& details = bench_.details;
-  save_button_->setText(details.save_all ? tr("&Save all") : tr("&Save"));
-  save_button_->setAccessibleName(details.save_all ? tr("Save all") : tr("Save"));
+  save_button_->setText(details.save_all ? "&Save all" : "&Save");
+  save_button_->setAccessibleName(details.save_all ? "Save all" : "Save");
   const QString keys = QKeySequence(QKeySequence::Save).toString(QKeySequence::NativeText);
-  save_button_->setToolTip((details.save_all
-                                ? tr("Writes the ticked fields into every selected track (%1)")
-                                : tr("Writes the fields into the file and the catalogue (%1)"))
-                               .arg(keys));
+  save_button_->setToolTip(
+      (details.save_all ? QStringLiteral("Writes the ticked fields into every selected track (%1)")
+                        : QStringLiteral("Writes the fields into the file and the catalogue (%1)"))
+          .arg(keys));
   // The rows of ListView1, which "&Save all" is for, are not in view with a playlist.
   save_button_->setEnabled(details.save_all ? !bench_.playlist_in_view : details.enabled);
 }

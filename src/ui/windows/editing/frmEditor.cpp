@@ -21,7 +21,7 @@ int frmEditor::Run(const QString& title, const QString& text, bool read_only) {
   ui_->txtEditor->setPlainText(text);
   ui_->txtEditor->setReadOnly(read_only);
   ui_->cmdOK->setVisible(!read_only);
-  ui_->cmdCancel->setText(read_only ? tr("&Close") : tr("&Cancel"));
+  ui_->cmdCancel->setText(read_only ? "&Close" : "&Cancel");
   ui_->cmdCancel->setDefault(read_only);
   ui_->txtEditor->setFocus();
   PlaceOverParent(*this);

@@ -46,7 +46,7 @@ ImagePanel::ImagePanel(QWidget* parent) : QFrame(parent) {
   rows->setContentsMargins(0, 0, 0, 0);
   picture_ = new PictureView(this);
   picture_->setObjectName("imgPreview");
-  picture_->setAccessibleName(tr("Chosen picture"));
+  picture_->setAccessibleName("Chosen picture");
   picture_->setFocusPolicy(Qt::NoFocus);
   picture_->setAttribute(Qt::WA_TransparentForMouseEvents);  // there is nothing to press
   rows->addWidget(picture_, 1);
@@ -63,9 +63,9 @@ void ImagePanel::ShowFile(const QString& path) {
   const QImage picture = DecodePicture(content, QSize(width(), width()) * devicePixelRatioF());
   picture_->SetPicture(picture);
   if (picture.isNull()) {
-    width_->setText(QStringLiteral("Image Width : N/A"));
-    height_->setText(QStringLiteral("Image Height : N/A"));
-    length_->setText(QStringLiteral("Filesize : N/A"));
+    width_->setText("Image Width : N/A");
+    height_->setText("Image Height : N/A");
+    length_->setText("Filesize : N/A");
     return;
   }
   const QSize size = PictureSize(content);

@@ -40,7 +40,7 @@ void frmdoUmbenennen::Begin(const QString& title, std::int64_t maximum, const QW
   setWindowTitle(title);
   ui_->txtMeldungen->clear();
   ui_->ProgressBar1->setRange(0, static_cast<int>(std::clamp<std::int64_t>(maximum, 1, kMost)));
-  ui_->cmdClose->setText(tr("&Cancel"));
+  ui_->cmdClose->setText("&Cancel");
   SetStep(0, QString(), QString());
   const bool over_window = above != nullptr && above->isVisible();
   const QRect area =
@@ -71,7 +71,7 @@ void frmdoUmbenennen::AddLine(const QString& line) { ui_->txtMeldungen->appendPl
 
 void frmdoUmbenennen::End() {
   running_ = false;
-  ui_->cmdClose->setText(tr("&Close"));
+  ui_->cmdClose->setText("&Close");
   ui_->cmdClose->setEnabled(true);
   ui_->cmdClose->setFocus();
 }

@@ -21,7 +21,7 @@ frmLoading::frmLoading(Session& session)
   ui_->setupUi(this);
   ui_->lblInfo->setMinimumWidth(kLineWidth * fontMetrics().averageCharWidth());
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &frmLoading::reject);
-  timer_.setObjectName(QStringLiteral("Timer1"));
+  timer_.setObjectName("Timer1");
   timer_.setInterval(kTimerInterval);
   connect(&timer_, &QTimer::timeout, this, &frmLoading::Timer1_Timer);
 }

@@ -37,16 +37,18 @@ frmStartInfos::~frmStartInfos() = default;
 void frmStartInfos::ShowDetected() {
   const Preferences& preferences = session_.preferences;
   ui_->TreeView1->clear();
-  AddDetected(*ui_->TreeView1, tr("Primary MP3 Player"), "play",
+  AddDetected(*ui_->TreeView1, QStringLiteral("Primary MP3 Player"), "play",
               PathForEye(preferences.lblConfigWinamp));
-  AddDetected(
-      *ui_->TreeView1, tr("CDROM"), "archives",
-      preferences.lblConfigCDROM.empty() ? tr("none") : PathForEye(preferences.lblConfigCDROM));
+  AddDetected(*ui_->TreeView1, QStringLiteral("CDROM"), "archives",
+              preferences.lblConfigCDROM.empty() ? QStringLiteral("none")
+                                                 : PathForEye(preferences.lblConfigCDROM));
   ui_->lblAutoComment->setVisible(preferences.chkAutoComment);
   ui_->lblAutoComment->setText(
-      tr("Auto-Comment is on: whenever you save a track, its comment is replaced by \"%1\", in the "
-         "file and in the catalogue. What stood there before is lost. If you want to keep the "
-         "comments of your files, switch Auto-Comment off in the preferences.")
+      QStringLiteral(
+          "Auto-Comment is on: whenever you save a track, its comment is replaced by \"%1\", in "
+          "the "
+          "file and in the catalogue. What stood there before is lost. If you want to keep the "
+          "comments of your files, switch Auto-Comment off in the preferences.")
           .arg(ToQt(preferences.txtautocomment)));
 }
 

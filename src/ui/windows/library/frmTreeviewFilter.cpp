@@ -131,7 +131,7 @@ void frmTreeviewFilter::ShowNodes(const std::string& current) {
 }
 
 void frmTreeviewFilter::ShowLoading(bool loading) {
-  ui_->cmdClose->setText(loading ? tr("&Cancel") : tr("&Close"));
+  ui_->cmdClose->setText(loading ? "&Cancel" : "&Close");
   if (loading) ui_->ProgressBar1->setValue(0);
   ui_->ProgressBar1->setVisible(loading);
 }
