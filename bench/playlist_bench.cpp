@@ -16,6 +16,7 @@
 #include "dev/console_interaction.h"
 #include "playback/playlists.h"
 #include "run/session.h"
+#include "support/scripted_world.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
@@ -68,7 +69,8 @@ int Run(const char* path, std::size_t rows) {
   Session session("/tmp", "playlist_bench");
   session.connection.Open(path);
   ConsoleInteraction interaction;
-  Workbench bench(session, interaction);
+  ScriptedWorld world;
+  Workbench bench(session, interaction, world);
   bench.ListView1.Fill(
       session.connection
           .Execute("SELECT uid FROM mp3sTabelle order by uid limit " + std::to_string(rows))

@@ -14,6 +14,7 @@
 
 #include "run/interaction.h"
 #include "run/session.h"
+#include "support/scripted_world.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
@@ -58,7 +59,8 @@ class Silence : public Interaction {
 struct OpenBench {
   Session session{"/", "views_bench"};
   Silence silence;
-  Workbench bench{session, silence};
+  ScriptedWorld world;
+  Workbench bench{session, silence, world};
   bool open = false;
 
   OpenBench() {

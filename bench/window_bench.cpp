@@ -23,6 +23,7 @@
 
 #include "editing/mass_save.h"
 #include "library/import.h"
+#include "platform/system_world_qt.h"
 #include "run/program_folder.h"
 #include "run/session.h"
 #include "ui/kit/theme.h"
@@ -183,7 +184,8 @@ int main(int argc, char** argv) {
   const std::string_view mode = argc > 1 ? argv[1] : "";
   Session session(ProgramFolder(), "tunemeadow");
   BoxAnswerer answerer;
-  frmStart window(session);
+  SystemWorld system;
+  frmStart window(session, system.world);
   if (!window.Form_Load()) return 1;
   Settle(window);
   if (mode == "import" && argc > 2) {

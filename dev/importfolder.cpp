@@ -13,6 +13,7 @@
 #include "dev/console_interaction.h"
 #include "library/import.h"
 #include "run/session.h"
+#include "support/scripted_world.h"
 #include "views/workbench.h"
 
 namespace {
@@ -36,7 +37,8 @@ int ImportFolder(const std::string& folder, const std::string& catalogue) {
   // Nothing is written beside the catalogue: the settings stay as they are built in.
   Session session(std::filesystem::absolute(catalogue).parent_path().string(), "importfolder");
   ConsoleInteraction interaction;
-  Workbench bench(session, interaction);
+  ScriptedWorld world;
+  Workbench bench(session, interaction, world);
   session.connection.Open(catalogue);
   session.preferences.lblScan = WithTrailingSeparator(folder);
   const ImportEnd end = Command1_Click(bench);

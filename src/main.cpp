@@ -2,6 +2,7 @@
 #include <QApplication>
 
 #include "files/instance_lock.h"
+#include "platform/system_world_qt.h"
 #include "run/program_folder.h"
 #include "run/session.h"
 #include "ui/kit/theme.h"
@@ -27,7 +28,8 @@ int main(int argc, char** argv) {
   frmSplash splash;
   splash.show();
   Session session(ProgramFolder(), ExecutableBaseName());
-  frmStart window(session);
+  SystemWorld system;
+  frmStart window(session, system.world);
   QObject::connect(&window, &frmStart::Unloaded, &application, &QApplication::quit,
                    Qt::QueuedConnection);
   splash.close();

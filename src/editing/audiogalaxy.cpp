@@ -6,11 +6,11 @@
 
 namespace tunemeadow {
 
-void CopyAudiogalaxyCode(Workbench& bench, const std::function<void(const std::string&)>& copy) {
+void CopyAudiogalaxyCode(Workbench& bench) {
   const std::string title = "Audiogalaxy scrambler";
   const auto name = bench.interaction.AskText("Enter Name", title, "");
   if (!name || name->empty()) return;
-  copy(makeaudiogalaxytag(Upper(*name)));
+  bench.world.clipboard.SetText(makeaudiogalaxytag(Upper(*name)));
   bench.interaction.ShowMessage({.text = "Your Code is copied to the clipboard.",
                                  .title = title,
                                  .icon = Icon::kInformation});

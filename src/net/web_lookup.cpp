@@ -20,8 +20,8 @@ struct LookupSites {
 };
 constexpr LookupSites kSites;
 
-void OpenQuery(ShellOpener& shell, std::string_view host, std::string_view path_and_query) {
-  (void)shell.Open(std::string(host).append(path_and_query));
+void OpenQuery(Workbench& bench, std::string_view host, std::string_view path_and_query) {
+  (void)bench.world.shell.Open(std::string(host).append(path_and_query));
 }
 
 /// Where the disc database is to look: one field for each chosen value, all for a file name alone.
@@ -77,26 +77,26 @@ std::string LookupText(std::string_view text) {
   return query;
 }
 
-void mnuAmazoncom_Click(Workbench& bench, const LookupChoice& choice, ShellOpener& shell) {
+void mnuAmazoncom_Click(Workbench& bench, const LookupChoice& choice) {
   OpenQuery(
-      shell, kSites.music_shop,
+      bench, kSites.music_shop,
       "/exec/obidos/external-search?keyword=" + LookupText(LookupValues(bench.details, choice)) +
           "&mode=music&tag=" + std::string(kSites.partner_code) +
           "&pdm-search-go-btn.gif.x=10&pdm-search-go-btn.gif.y=10");
 }
 
-void mnucddbcom_Click(Workbench& bench, const LookupChoice& choice, ShellOpener& shell) {
-  OpenQuery(shell, kSites.disc_database,
+void mnucddbcom_Click(Workbench& bench, const LookupChoice& choice) {
+  OpenQuery(bench, kSites.disc_database,
             "/php/search1.php3?" + DiscFields(choice) +
                 "&q=" + LookupText(LookupValues(bench.details, choice)) + "&image=Search");
 }
 
-void mnuSearchCovers_Click(Workbench& bench, const LookupChoice& choice, ShellOpener& shell) {
-  OpenQuery(shell, kSites.covers,
+void mnuSearchCovers_Click(Workbench& bench, const LookupChoice& choice) {
+  OpenQuery(bench, kSites.covers,
             "/results.asp?searchtype=4&s=" + LookupText(LookupValues(bench.details, choice)));
 }
 
-void mnusonicnet_Click(Workbench& bench, const LookupChoice& choice, ShellOpener& shell) {
+void mnusonicnet_Click(Workbench& bench, const LookupChoice& choice) {
   if (!GuideFinds(choice)) {
     bench.interaction.ShowMessage({.text =
                                        "This site can search for the artist or the album only.\r\n"
@@ -104,14 +104,14 @@ void mnusonicnet_Click(Workbench& bench, const LookupChoice& choice, ShellOpener
     return;
   }
   if (choice.chkCDDBAlbum) {
-    OpenQuery(shell, kSites.music_guide,
+    OpenQuery(bench, kSites.music_guide,
               "/allmusic/albumsearch.jhtml?query=" + LookupText(bench.details.txtAlbumSave));
     return;
   }
   if (!choice.chkCDDBArtist) {
     bench.interaction.ShowMessage({.text = "Artist is automatically choosen."});
   }
-  OpenQuery(shell, kSites.music_guide,
+  OpenQuery(bench, kSites.music_guide,
             "/allmusic/artistsearch.jhtml?query=" + LookupText(bench.details.txtInterpretSave));
 }
 

@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/shell_open.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
@@ -28,12 +27,12 @@ struct LookupChoice {
 [[nodiscard]] std::string LookupText(std::string_view text);
 
 /// The four sites. A browser that cannot be started is not told.
-void mnuAmazoncom_Click(Workbench& bench, const LookupChoice& choice, ShellOpener& shell);
-void mnucddbcom_Click(Workbench& bench, const LookupChoice& choice, ShellOpener& shell);
-void mnuSearchCovers_Click(Workbench& bench, const LookupChoice& choice, ShellOpener& shell);
+void mnuAmazoncom_Click(Workbench& bench, const LookupChoice& choice);
+void mnucddbcom_Click(Workbench& bench, const LookupChoice& choice);
+void mnuSearchCovers_Click(Workbench& bench, const LookupChoice& choice);
 
 /// This one searches by artist or by album alone. Other choices are refused with a box; without any
 /// the artist is taken, and a box says so.
-void mnusonicnet_Click(Workbench& bench, const LookupChoice& choice, ShellOpener& shell);
+void mnusonicnet_Click(Workbench& bench, const LookupChoice& choice);
 
 }  // namespace tunemeadow

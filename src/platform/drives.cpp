@@ -167,10 +167,10 @@ std::vector<Drive> MountedDrives(const std::string& system_root) {
   return drives;
 }
 
-std::vector<Drive> DrivesForDiscs(const std::string& system_root) {
-  std::vector<Drive> drives = MountedDrives(system_root);
+std::vector<Drive> DrivesForDiscs(Drives& source) {
+  std::vector<Drive> drives = source.Mounted();
   std::erase_if(drives, [](const Drive& drive) { return drive.type == DriveType::kFixed; });
-  const std::string optical = FirstOpticalMount(system_root);
+  const std::string optical = source.FirstOptical();
   const bool listed = std::any_of(drives.begin(), drives.end(),
                                   [&](const Drive& drive) { return drive.root == optical; });
   if (!optical.empty() && !listed) drives.push_back({optical, DriveType::kOptical});

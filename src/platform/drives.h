@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tunemeadow {
@@ -33,10 +34,6 @@ struct Drive {
 /// that can be seen. `system_root`: where the machine's files begin, with its trailing "/".
 [[nodiscard]] std::vector<Drive> MountedDrives(const std::string& system_root = "/");
 
-/// The drives that may read burnt discs, for a person to choose from: all that are mounted but the
-/// fixed ones, and that of FirstOpticalMount where no disc is in it.
-[[nodiscard]] std::vector<Drive> DrivesForDiscs(const std::string& system_root = "/");
-
 /// A drive, or a folder chosen as one, as lblConfigCDROM holds it: without a separator at its end,
 /// for the locations on its discs bring their own. "/" itself stays.
 [[nodiscard]] std::string StoredDrive(std::string_view folder);
@@ -45,5 +42,28 @@ struct Drive {
 /// usually mounted (as fstab tells, or /media/cdrom0, or /media/cdrom, if that folder exists); else
 /// empty.
 [[nodiscard]] std::string FirstOpticalMount(const std::string& system_root = "/");
+
+/// The drives that a command may ask for.
+class Drives {
+ public:
+  virtual ~Drives() = default;
+  [[nodiscard]] virtual std::vector<Drive> Mounted() = 0;  ///< as MountedDrives
+  [[nodiscard]] virtual std::string FirstOptical() = 0;    ///< as FirstOpticalMount
+};
+
+/// The drives that may read burnt discs, for a person to choose from: all that are mounted but the
+/// fixed ones, and the first optical one where no disc is in it.
+[[nodiscard]] std::vector<Drive> DrivesForDiscs(Drives& drives);
+
+/// Those of this machine.
+class SystemDrives : public Drives {
+ public:
+  explicit SystemDrives(std::string system_root = "/") : system_root_(std::move(system_root)) {}
+  [[nodiscard]] std::vector<Drive> Mounted() override { return MountedDrives(system_root_); }
+  [[nodiscard]] std::string FirstOptical() override { return FirstOpticalMount(system_root_); }
+
+ private:
+  std::string system_root_;
+};
 
 }  // namespace tunemeadow

@@ -119,8 +119,9 @@ bool AddTrack(const QString& connection, const QString& name, const std::string&
 
 }  // namespace
 
-MprisPlayer::MprisPlayer()
-    : connection_(QStringLiteral("players-%1").arg(reinterpret_cast<quintptr>(this))) {}
+MprisPlayer::MprisPlayer(ProcessStarter& processes)
+    : connection_(QStringLiteral("players-%1").arg(reinterpret_cast<quintptr>(this))),
+      processes_(processes) {}
 
 MprisPlayer::~MprisPlayer() { QDBusConnection::disconnectFromBus(connection_); }
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/player_port.h"
-#include "platform/process_posix.h"
+#include "platform/process.h"
 
 namespace tunemeadow {
 
@@ -19,7 +19,8 @@ namespace tunemeadow {
 /// A session without a bus costs nothing and nothing is printed. Needs a running QCoreApplication.
 class MprisPlayer : public PlayerPort {
  public:
-  MprisPlayer();
+  /// `processes` starts the player's own program; it must outlive this.
+  explicit MprisPlayer(ProcessStarter& processes);
   ~MprisPlayer() override;
   MprisPlayer(const MprisPlayer&) = delete;
   MprisPlayer& operator=(const MprisPlayer&) = delete;
@@ -31,7 +32,7 @@ class MprisPlayer : public PlayerPort {
   bool SendBySwitch(const std::string& player, const std::string& path);
 
   QString connection_;  ///< name of its connection to the bus
-  PosixProcessStarter processes_;
+  ProcessStarter& processes_;
   std::map<std::string, bool> edits_;  ///< by name on the bus: takes files into its track list
   bool hangs_ = false;  ///< the player's own program did not come back: do not wait for it again
 };

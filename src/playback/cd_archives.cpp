@@ -53,9 +53,9 @@ std::string ProposedDisc(Workbench& bench) {
   return tag + NextDiscNumber(locations, tag);
 }
 
-std::vector<std::string> MountRoots(const std::string& system_root) {
+std::vector<std::string> MountRoots(Drives& drives) {
   std::vector<std::string> roots;
-  for (Drive& drive : MountedDrives(system_root)) roots.push_back(std::move(drive.root));
+  for (Drive& drive : drives.Mounted()) roots.push_back(std::move(drive.root));
   return roots;
 }
 
@@ -152,8 +152,7 @@ std::string NextDiscNumber(std::span<const std::string> locations, std::string_v
   return next;
 }
 
-void mnuExtrasDisk2CD_Click(Workbench& bench, const std::string& offered,
-                            const std::string& system_root) {
+void mnuExtrasDisk2CD_Click(Workbench& bench, const std::string& offered) {
   const std::vector<std::string> uids =
       ArchivableUids(bench.ListView1, bench.session.preferences.txtCDTag);
   if (uids.empty()) {
@@ -167,7 +166,8 @@ void mnuExtrasDisk2CD_Click(Workbench& bench, const std::string& offered,
         offered.empty() ? ProposedDisc(bench) : offered);
     if (!disc || disc->empty()) return;
     CatalogueWriting writing(bench);
-    ArchiveTracks(writing, bench.session.connection, *disc, Joined(uids), MountRoots(system_root));
+    ArchiveTracks(writing, bench.session.connection, *disc, Joined(uids),
+                  MountRoots(bench.world.drives));
   } catch (const DatabaseError& error) {
     failure = error;
   }

@@ -32,9 +32,7 @@ namespace tunemeadow {
 
 /// Moves the selected rows of ListView1 that are not archived yet to the disc whose name the person
 /// gives; `offered` is the name that stands in the box, or empty for the tag and the next number.
-/// The mounted drives are those of `system_root` (platform/drives.h).
-void mnuExtrasDisk2CD_Click(Workbench& bench, const std::string& offered = {},
-                            const std::string& system_root = "/");
+void mnuExtrasDisk2CD_Click(Workbench& bench, const std::string& offered = {});
 
 /// Opens frmLaufwerke, which stores a drive in lblConfigCDROM or leaves it.
 using DriveChooser = std::function<void()>;

@@ -104,8 +104,7 @@ class PlayList {
 
 class PlayCommand {
  public:
-  PlayCommand(Workbench& bench, PlayTools& tools)
-      : bench_(bench), tools_(tools), kind_(KindOf(bench.session)), list_(kind_) {}
+  PlayCommand(Workbench& bench) : bench_(bench), kind_(KindOf(bench.session)), list_(kind_) {}
 
   void Run() {
     const BusyPointer busy(bench_.interaction);
@@ -118,7 +117,7 @@ class PlayCommand {
       HandOver(path);
       bench_.interaction.KeepPainting();
     }
-    list_.Start(preferences_.lblConfigWinamp, tools_.processes);
+    list_.Start(preferences_.lblConfigWinamp, bench_.world.processes);
   }
 
  private:
@@ -126,16 +125,15 @@ class PlayCommand {
     const bool for_player =
         kind_ != KindOfPlayer::kNone && HasOneOfExtensions(path, preferences_.txtpatternmp3files);
     if (!for_player) {
-      tools_.shell.Open(path);
+      bench_.world.shell.Open(path);
       return;
     }
     list_.Add(path);
     if (kind_ != KindOfPlayer::kUnknown) return;
-    tools_.processes.Start(preferences_.lblConfigWinamp, {path});
+    bench_.world.processes.Start(preferences_.lblConfigWinamp, {path});
   }
 
   Workbench& bench_;
-  PlayTools& tools_;
   const Preferences& preferences_ = bench_.session.preferences;
   KindOfPlayer kind_;
   PlayList list_;
@@ -143,27 +141,27 @@ class PlayCommand {
 
 /// False: the command ends. `loadable` becomes false where the player cannot be loaded: it is not
 /// tried again for the rows behind.
-bool AppendRow(Workbench& bench, PlayTools& tools, std::size_t row, bool& loadable) {
+bool AppendRow(Workbench& bench, std::size_t row, bool& loadable) {
   const std::string path = PathOfRow(bench, row);
   const FileState state = LookForFile(bench.interaction, path);
   if (state == FileState::kAborted) return false;
   if (state == FileState::kIgnored) return true;
   const std::string& player = bench.session.preferences.lblConfigWinamp;
   if (FindNoCase(player, "STUDIO.EXE") != std::string_view::npos) {
-    tools.processes.Start(player, {path, "/ADD"});
+    bench.world.processes.Start(player, {path, "/ADD"});
   } else if (loadable) {
-    loadable = WinampAddFile(bench, tools, path);
+    loadable = WinampAddFile(bench, path);
   }
   StampAsPlayed(bench, row);
   bench.interaction.Yield();
   return !bench.session.CancelRequested;
 }
 
-void AppendSelection(Workbench& bench, PlayTools& tools) {
+void AppendSelection(Workbench& bench) {
   const BusyPointer busy(bench.interaction);
   bool loadable = true;
   for (const std::size_t row : bench.ListInView().SelectedRows()) {
-    if (!AppendRow(bench, tools, row, loadable)) return;
+    if (!AppendRow(bench, row, loadable)) return;
   }
 }
 
@@ -180,34 +178,35 @@ void RunQuietly(Session& session, Work work) noexcept {
 
 }  // namespace
 
-void cmdSpielen_Click(Workbench& bench, PlayTools& tools) noexcept {
-  RunQuietly(bench.session, [&] { PlayCommand(bench, tools).Run(); });
+void cmdSpielen_Click(Workbench& bench) noexcept {
+  RunQuietly(bench.session, [&] { PlayCommand(bench).Run(); });
 }
 
-void mnuAddToWinampsplaylist_Click(Workbench& bench, PlayTools& tools) noexcept {
-  RunQuietly(bench.session, [&] { AppendSelection(bench, tools); });
+void mnuAddToWinampsplaylist_Click(Workbench& bench) noexcept {
+  RunQuietly(bench.session, [&] { AppendSelection(bench); });
 }
 
-bool WinampEnsureRunning(Workbench& bench, PlayTools& tools) {
+bool WinampEnsureRunning(Workbench& bench) {
   const std::string& player = bench.session.preferences.lblConfigWinamp;
-  tools.WinampWindow = tools.players.Find(player);
-  if (!tools.WinampWindow.empty()) return true;
-  const int tries = tools.processes.Start(player, {}) ? kFindTries : 0;
-  for (int i = 0; i < tries && tools.WinampWindow.empty(); ++i) {
-    tools.WinampWindow = tools.players.Find(player);
+  bench.WinampWindow = bench.world.players.Find(player);
+  if (!bench.WinampWindow.empty()) return true;
+  const int tries = bench.world.processes.Start(player, {}) ? kFindTries : 0;
+  for (int i = 0; i < tries && bench.WinampWindow.empty(); ++i) {
+    bench.WinampWindow = bench.world.players.Find(player);
     bench.interaction.Yield();
     if (bench.session.CancelRequested) break;
   }
-  if (!tools.WinampWindow.empty()) return true;
+  if (!bench.WinampWindow.empty()) return true;
   if (!bench.session.CancelRequested) {
     bench.interaction.ShowMessage({.text = "Unable to load WinAmp"});
   }
   return false;
 }
 
-bool WinampAddFile(Workbench& bench, PlayTools& tools, const std::string& path) {
-  if (!WinampEnsureRunning(bench, tools)) return false;
-  (void)tools.players.Send(tools.WinampWindow, bench.session.preferences.lblConfigWinamp, path);
+bool WinampAddFile(Workbench& bench, const std::string& path) {
+  if (!WinampEnsureRunning(bench)) return false;
+  (void)bench.world.players.Send(bench.WinampWindow, bench.session.preferences.lblConfigWinamp,
+                                 path);
   return true;
 }
 

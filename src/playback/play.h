@@ -9,40 +9,29 @@
 
 #include <string>
 
-#include "platform/player_port.h"
-#include "platform/process.h"
-#include "platform/shell_open.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
-
-/// The ways out of the program. All must outlive it.
-struct PlayTools {
-  ProcessStarter& processes;
-  ShellOpener& shell;
-  PlayerPort& players;
-  std::string WinampWindow = {};  ///< the running player found last; empty: unknown
-};
 
 /// Plays the selected rows. Each is looked for, stamped as played now in the catalogue and in its
 /// cell, and goes its way: by the extension list to the player, else to the program that the
 /// desktop associates with it. The kinds "Winamp" and "Sonique" get one list of all their files,
 /// which they are started with once; the kind "Unknown" is started once per file, without a list.
 /// Abort on a missing file ends the command: no list is started, what was started before goes on.
-void cmdSpielen_Click(Workbench& bench, PlayTools& tools) noexcept;
+void cmdSpielen_Click(Workbench& bench) noexcept;
 
 /// Appends the selected rows to the list of the running player, which is started where none runs,
 /// and stamps them. Where it cannot be loaded the command ends with the row at hand. Previews are
 /// not considered.
-void mnuAddToWinampsplaylist_Click(Workbench& bench, PlayTools& tools) noexcept;
+void mnuAddToWinampsplaylist_Click(Workbench& bench) noexcept;
 
 /// Finds the running player, or starts lblConfigWinamp and looks for it 1001 times, yielding
-/// between the tries; its name is in tools.WinampWindow then. False, after a box, where there is
+/// between the tries; its name is in bench.WinampWindow then. False, after a box, where there is
 /// none; without a box where the person has asked for the end of the program meanwhile.
-[[nodiscard]] bool WinampEnsureRunning(Workbench& bench, PlayTools& tools);
+[[nodiscard]] bool WinampEnsureRunning(Workbench& bench);
 
 /// Sends one path to the player, which WinampEnsureRunning has found. False where that has failed;
 /// whether the player takes the path is not asked.
-bool WinampAddFile(Workbench& bench, PlayTools& tools, const std::string& path);
+bool WinampAddFile(Workbench& bench, const std::string& path);
 
 }  // namespace tunemeadow

@@ -7,27 +7,27 @@
 namespace tunemeadow {
 namespace {
 
-void PlayEveryRow(Workbench& bench, PlayTools& tools) {
+void PlayEveryRow(Workbench& bench) {
   ResultList& list = bench.ListInView();
   if (list.RowCount() == 0) return;
   list.SetSelected(0, list.RowCount() - 1, true);
   bench.Watcher().SelectionSet();
-  cmdSpielen_Click(bench, tools);
+  cmdSpielen_Click(bench);
 }
 
 }  // namespace
 
-void mnuPlaylistPlayAll_Click(Workbench& bench, PlayTools& tools) {
+void mnuPlaylistPlayAll_Click(Workbench& bench) {
   const TreeSelection node = bench.tree.selected;
   const bool chosen = node.kind == NodeKind::kPlaylist;
   const bool open =
       bench.playlist_in_view && (!chosen || EqualsNoCase(bench.current_playlist, node.name));
   if (!open && !chosen) return;
   if (!open) TreeView1_NodeClick(bench, node);
-  PlayEveryRow(bench, tools);
+  PlayEveryRow(bench);
 }
 
-void mnuItem3GesamtesArchivabspielen_Click(Workbench& bench, PlayTools& tools) {
+void mnuItem3GesamtesArchivabspielen_Click(Workbench& bench) {
   const TreeSelection node = bench.tree.selected;
   if (node.kind != NodeKind::kArchive && node.kind != NodeKind::kArchiveFolder) {
     bench.interaction.ShowMessage({.text = "No CDArchive is  selected."});
@@ -35,7 +35,7 @@ void mnuItem3GesamtesArchivabspielen_Click(Workbench& bench, PlayTools& tools) {
   }
   TreeView1_NodeClick(
       bench, {.kind = NodeKind::kArchive, .key = "CDArchive|" + node.name, .name = node.name});
-  PlayEveryRow(bench, tools);
+  PlayEveryRow(bench);
 }
 
 }  // namespace tunemeadow

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What a command is handed: the run, the way to ask and report, the lists, the details. Owned by
-// frmStart; a test builds one in three lines.
+// What a command is handed: the run, the way to ask and report, the world outside, the lists, the
+// details. Owned by frmStart; a test builds one in three lines.
 #pragma once
 
 #include <cstdint>
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "audio/mp3_info.h"
+#include "platform/world.h"
 #include "run/interaction.h"
 #include "run/session.h"
 #include "views/detail_editor.h"
@@ -46,11 +47,12 @@ class WorkbenchWatcher {
 };
 
 struct Workbench {
-  Workbench(Session& session_in, Interaction& interaction_in)
-      : session(session_in), interaction(interaction_in) {}
+  Workbench(Session& session_in, Interaction& interaction_in, World& world_in)
+      : session(session_in), interaction(interaction_in), world(world_in) {}
 
   Session& session;
   Interaction& interaction;
+  World& world;
   WorkbenchWatcher* watcher = nullptr;  ///< may be null
   [[nodiscard]] WorkbenchWatcher& Watcher() noexcept {
     return watcher != nullptr ? *watcher : silent_;
@@ -85,6 +87,7 @@ struct Workbench {
   bool show_picture = true;     ///< chkPicShow
   bool track_selection = true;  ///< chkTrackSelection
   bool try_preview = false;     ///< chkPlayPreview
+  std::string WinampWindow;     ///< the running player found last; empty: unknown
 
   Mp3Info info;  ///< the current file's record
 

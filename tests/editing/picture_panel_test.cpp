@@ -123,15 +123,15 @@ TEST_F(PicturePanel, TheCopyInTheProgramsFolderGoesAtTheEnd) {
 TEST_F(PicturePanel, TheCodeOfANameIsMadeOfItsCapitals) {
   interaction_.WillAnswerText("abc xyz.mp3");
   interaction_.WillAnswer(Answer::kOk);
-  const auto copy = [&](const std::string& code) {
-    EXPECT_EQ(code, "123222");
-    EXPECT_TRUE(interaction_.boxes.empty()) << "what the box says is true by then";
+  interaction_.on_box = [&](const MessageBox&) {
+    EXPECT_EQ(std::exchange(world_.clipboard_text, {}), "123222") << "what the box says is true";
   };
-  CopyAudiogalaxyCode(bench_, copy);
+  CopyAudiogalaxyCode(bench_);
   for (const auto& answer : {std::optional<std::string>(), std::optional<std::string>("")}) {
     interaction_.WillAnswerText(answer);
-    CopyAudiogalaxyCode(bench_, [](const std::string&) { FAIL(); });
+    CopyAudiogalaxyCode(bench_);
   }
+  EXPECT_EQ(world_.clipboard_text, "");
   EXPECT_EQ(interaction_.prompts.front(), "Enter Name");
   EXPECT_EQ(Boxes(), Texts{"Audiogalaxy scrambler: Your Code is copied to the clipboard."});
 }

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "support/recording_shell.h"
 #include "support/scripted_interaction.h"
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 
 namespace tunemeadow {
@@ -12,7 +12,7 @@ namespace {
 
 class WebLookup : public testing::Test {
  protected:
-  using Lookup = void (*)(Workbench&, const LookupChoice&, ShellOpener&);
+  using Lookup = void (*)(Workbench&, const LookupChoice&);
 
   WebLookup() {
     bench_.details.txtTitelSave = "50% more";
@@ -23,19 +23,20 @@ class WebLookup : public testing::Test {
 
   /// Path and query of what was opened, behind the host; empty where nothing was.
   std::string Opened(Lookup lookup, const LookupChoice& choice) {
-    RecordingShell shell;
-    lookup(bench_, choice, shell);
-    if (shell.opened.empty()) return {};
-    const std::string url = shell.opened.front();
-    EXPECT_EQ(shell.opened.size(), 1U);
-    EXPECT_TRUE(url.starts_with("https://")) << url;
-    return url.substr(url.find('/', 8));
+    world_.log.clear();
+    lookup(bench_, choice);
+    if (world_.log.empty()) return {};
+    const std::string opened = world_.log.front();
+    EXPECT_EQ(world_.log.size(), 1U);
+    EXPECT_TRUE(opened.starts_with("open https://")) << opened;
+    return opened.substr(opened.find('/', std::string("open https://").size()));
   }
 
   TempFolder folder_;
   Session session_{folder_.Path(), "tunemeadow"};
   ScriptedInteraction interaction_;
-  Workbench bench_{session_, interaction_};
+  ScriptedWorld world_;
+  Workbench bench_{session_, interaction_, world_};
 };
 
 constexpr LookupChoice kNone{}, kSong{.chkCDDBSong = true}, kArtist{.chkCDDBArtist = true},

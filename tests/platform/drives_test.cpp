@@ -35,7 +35,8 @@ TEST(MountedDrives, TellsTheTypesOfWhatAPersonMaySee) {
       "CD-ROM\n");
   EXPECT_EQ(FirstOpticalMount(root.Path("")), "/run/media/me/DVD/");
   std::string for_discs;
-  for (const Drive& drive : DrivesForDiscs(root.Path(""))) for_discs += drive.root + " ";
+  SystemDrives drives(root.Path(""));
+  for (const Drive& drive : DrivesForDiscs(drives)) for_discs += drive.root + " ";
   EXPECT_EQ(for_discs, "/home/ /tmp/ /media/My Stick\\x/ /card/ /net/ /ssh/ /run/media/me/DVD/ ");
 }
 
@@ -55,8 +56,9 @@ TEST(FirstOpticalMount, FallsBackToTheFolderWhereDiscsUsuallyGo) {
              "/dev/cdrom\t/mnt/my\\040disc iso9660 ro,noauto 0 0\n");
   std::filesystem::create_directories(root.Path("mnt/my disc"));
   EXPECT_EQ(FirstOpticalMount(system), "/mnt/my disc/");
-  ASSERT_EQ(DrivesForDiscs(system).size(), 1U) << "no disc is in it";
-  EXPECT_EQ(DrivesForDiscs(system)[0].root, "/mnt/my disc/");
+  SystemDrives drives(system);
+  ASSERT_EQ(DrivesForDiscs(drives).size(), 1U) << "no disc is in it";
+  EXPECT_EQ(DrivesForDiscs(drives)[0].root, "/mnt/my disc/");
   root.Write("proc/self/mounts", "/dev/loop3 /image iso9660 ro 0 0\n/dev/sr0 /late udf ro 0 0\n");
   EXPECT_EQ(FirstOpticalMount(system), "/image/");
   EXPECT_EQ(FirstOpticalMount(root.Path("no such machine/")), "");

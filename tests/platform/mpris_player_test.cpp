@@ -16,6 +16,7 @@
 
 #include "files/durable_file.h"
 #include "platform/mpris_player_qt.h"
+#include "platform/process_posix.h"
 #include "support/scoped_environment.h"
 #include "support/temp_folder.h"
 
@@ -83,7 +84,8 @@ TEST(MprisPlayer, WithoutABusAPlayerIsItsProcess) {
   const ScopedEnvironment no_bus("DBUS_SESSION_BUS_ADDRESS", nullptr);
   const ScopedEnvironment no_folder("XDG_RUNTIME_DIR", folder.Path().c_str());
   const std::string player = LoggingPlayer(folder, "tm-a-player");
-  MprisPlayer port;
+  PosixProcessStarter processes;
+  MprisPlayer port(processes);
   EXPECT_EQ(port.Find(player), "");
   EXPECT_EQ(port.Find(""), "");
   EXPECT_TRUE(port.Send("123", player, "/m/a \"1\" \xFF.mp3"));
@@ -102,7 +104,8 @@ TEST(MprisPlayer, APlayerThatDoesNotComeBackIsWaitedForOnce) {
       "tm-hangs",
       "#!/bin/sh\ncd \"$(dirname \"$0\")\"\nwhile [ -e 'go on' ]; do sleep 0.1; done\n");
   ASSERT_EQ(chmod(player.c_str(), 0755), 0);
-  MprisPlayer port;
+  PosixProcessStarter processes;
+  MprisPlayer port(processes);
   const auto before = std::chrono::steady_clock::now();
   for (int i = 0; i < 20; ++i) EXPECT_TRUE(port.Send("1", player, "/m/a.mp3"));
   EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(30))
@@ -122,7 +125,8 @@ TEST(MprisPlayer, AFileGoesBehindTheLastTrackOfAListThatTakesIt) {
   player.moveToThread(&thread);
   thread.start();
   ASSERT_TRUE(bus.registerVirtualObject("/org/mpris/MediaPlayer2", &player));
-  MprisPlayer port;
+  PosixProcessStarter processes;
+  MprisPlayer port(processes);
   EXPECT_EQ(port.Find(program), "");
   ASSERT_TRUE(bus.registerService("org.mpris.MediaPlayer2.some-player.instance7"));
   const std::string window = port.Find(program);
@@ -143,7 +147,7 @@ TEST(MprisPlayer, AFileGoesBehindTheLastTrackOfAListThatTakesIt) {
   EXPECT_EQ(folder.Read("log"), "[-e][/m/b.mp3]");
   player.answers = true;
   player.edits = false;
-  EXPECT_TRUE(MprisPlayer().Send(window, program, "/m/c.mp3"));
+  EXPECT_TRUE(MprisPlayer(processes).Send(window, program, "/m/c.mp3"));
   EXPECT_EQ(folder.Read("log"), "[-e][/m/b.mp3][-e][/m/c.mp3]");
   EXPECT_EQ(player.calls.size(), 2U);
   thread.quit();

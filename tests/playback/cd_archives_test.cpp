@@ -64,7 +64,7 @@ class CDArchives : public ListsTest {
 
   void Archive(const std::string& disc) {
     interaction_.WillAnswerText(disc);
-    mnuExtrasDisk2CD_Click(bench_, {}, folder_.Path() + "/");
+    mnuExtrasDisk2CD_Click(bench_);
   }
 
   void Delete(const std::string& name) {
@@ -75,7 +75,7 @@ class CDArchives : public ListsTest {
 };
 
 TEST_F(CDArchives, TheSelectedTracksMoveToTheDiscAndBackToTheDrive) {
-  folder_.Write("proc/self/mounts", "/dev/sda1 / ext4 rw 0 0\n/dev/sdb1 /media/usb vfat rw 0 0\n");
+  world_.mounted = {{"/", DriveType::kFixed}, {"/media/usb/", DriveType::kRemovable}};
   const std::string a = AddTrack("/Rock/O'Neil \"a\".mp3");
   const std::string b = AddTrack("/media/usb/Pop/b.mp3");
   AddTrack("/z/stays.mp3");

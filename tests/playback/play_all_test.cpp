@@ -13,22 +13,6 @@
 namespace tunemeadow {
 namespace {
 
-/// A player of the kind that is started once for each file; keeps the files.
-struct FilesPlayed : ProcessStarter, ShellOpener, PlayerPort {
-  std::vector<std::string> files;
-
-  bool Start(const std::string& /*program*/, const std::vector<std::string>& arguments) override {
-    files.push_back(arguments.back());
-    return true;
-  }
-  bool Open(const std::string& /*path*/) override { return false; }
-  std::string Find(const std::string& /*player*/) override { return {}; }
-  bool Send(const std::string& /*window*/, const std::string& /*player*/,
-            const std::string& /*path*/) override {
-    return false;
-  }
-};
-
 class PlayAll : public ListsTest {
  protected:
   PlayAll() {
@@ -42,12 +26,19 @@ class PlayAll : public ListsTest {
     }
   }
 
-  Texts TakePlayed() { return std::exchange(world_.files, {}); }
+  /// The files that the player was started with, one by one.
+  Texts TakePlayed() {
+    const std::string start = "start /opt/player [";
+    Texts files;
+    for (const std::string& line : std::exchange(world_.log, {})) {
+      EXPECT_TRUE(line.starts_with(start) && line.ends_with(']')) << line;
+      files.push_back(line.substr(start.size(), line.size() - start.size() - 1));
+    }
+    return files;
+  }
 
   TempFolder music_;
   Texts files_;
-  FilesPlayed world_;
-  PlayTools tools_{world_, world_, world_};
 };
 
 TEST_F(PlayAll, APlaylistIsOpenedAndPlayedInTheOrderShown) {
@@ -55,16 +46,16 @@ TEST_F(PlayAll, APlaylistIsOpenedAndPlayedInTheOrderShown) {
   bench_.ListView1.SetSelected(1, 2, true);
   bench_.PlaylistTargetName = "Mine";
   mnuPlaylistSave_Click(bench_);
-  mnuPlaylistPlayAll_Click(bench_, tools_);
+  mnuPlaylistPlayAll_Click(bench_);
   EXPECT_THAT(TakePlayed(), testing::IsEmpty()) << "no playlist is selected";
   ClickNode(NodeKind::kPlaylist, "Mine");
-  mnuPlaylistPlayAll_Click(bench_, tools_);
+  mnuPlaylistPlayAll_Click(bench_);
   EXPECT_TRUE(bench_.playlist_in_view);
   const Texts played = TakePlayed();
   EXPECT_EQ(played.size(), 2U);
   bench_.ListView3.MoveRow(0, 1);
   bench_.ListView3.ClearSelection();
-  mnuPlaylistPlayAll_Click(bench_, tools_);
+  mnuPlaylistPlayAll_Click(bench_);
   EXPECT_THAT(TakePlayed(), testing::ElementsAre(played[1], played[0]));
   EXPECT_EQ(bench_.ListView3.SelectedCount(), 2U);
 }
@@ -72,12 +63,12 @@ TEST_F(PlayAll, APlaylistIsOpenedAndPlayedInTheOrderShown) {
 TEST_F(PlayAll, AnArchiveIsPlayedWholeFromItsDrive) {
   Run("insert into cdarchives (CDArchive,UID) select 'MP3-CD01', uid from mp3sTabelle");
   interaction_.WillAnswer(Answer::kOk);
-  mnuItem3GesamtesArchivabspielen_Click(bench_, tools_);
+  mnuItem3GesamtesArchivabspielen_Click(bench_);
   EXPECT_THAT(interaction_.BoxTexts(),
               testing::ElementsAre("Tunemeadow: No CDArchive is  selected."));
   for (const NodeKind kind : {NodeKind::kArchive, NodeKind::kArchiveFolder}) {
     bench_.tree.selected = {.kind = kind, .key = "CDArchive|MP3-CD01\\x", .name = "MP3-CD01"};
-    mnuItem3GesamtesArchivabspielen_Click(bench_, tools_);
+    mnuItem3GesamtesArchivabspielen_Click(bench_);
     EXPECT_THAT(TakePlayed(), testing::UnorderedElementsAreArray(files_));
     EXPECT_EQ(bench_.current_view, "CDArchive");
   }

@@ -10,7 +10,6 @@
 #include "playback/temp_list.h"
 #include "support/list_rows.h"
 #include "support/scoped_environment.h"
-#include "support/scripted_world.h"
 #include "views/catalogue_test.h"
 
 namespace tunemeadow {
@@ -44,14 +43,14 @@ class Play : public CatalogueTest {
 
   void Press(std::initializer_list<Answer> answers = {}) {
     for (const Answer answer : answers) interaction_.WillAnswer(answer);
-    cmdSpielen_Click(bench_, tools_);
+    cmdSpielen_Click(bench_);
     interaction_.ExpectPutBack();
     EXPECT_FALSE(session_.busy);
   }
 
   void Append(std::initializer_list<Answer> answers = {}) {
     for (const Answer answer : answers) interaction_.WillAnswer(answer);
-    mnuAddToWinampsplaylist_Click(bench_, tools_);
+    mnuAddToWinampsplaylist_Click(bench_);
     interaction_.ExpectPutBack();
     EXPECT_FALSE(session_.busy);
   }
@@ -73,8 +72,6 @@ class Play : public CatalogueTest {
     return stamps;
   }
 
-  ScriptedWorld world_;
-  PlayTools tools_{world_, world_, world_};
   ScopedEnvironment temp_{"TMPDIR", folder_.Path("tmp").c_str()};
 };
 
@@ -215,7 +212,7 @@ TEST_F(Play, NoFailureIsToldAndNoneStopsTheOthers) {
   world_.throws = true;
   Press();
   session_.busy = true;
-  cmdSpielen_Click(bench_, tools_);
+  cmdSpielen_Click(bench_);
   EXPECT_TRUE(session_.busy);
   EXPECT_TRUE(interaction_.boxes.empty());
 }
@@ -225,7 +222,7 @@ TEST_F(Play, RowsAreAppendedToTheRunningPlayerOneByOne) {
   Append({Answer::kIgnore});
   EXPECT_EQ(world_.log, (Texts{"send window " + M("a.wav"), "send window " + M("c.mp3")}));
   EXPECT_EQ(Stamps(), "101");
-  EXPECT_EQ(tools_.WinampWindow, "window");
+  EXPECT_EQ(bench_.WinampWindow, "window");
   session_.preferences.lblConfigWinamp = "/opt/winamp/BPMStudio.exe";
   bench_.ListView1.SelectOnly(0);
   Append();

@@ -6,19 +6,11 @@
 #include <string>
 
 #include "support/scripted_interaction.h"
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 
 namespace tunemeadow {
 namespace {
-
-struct AnswerFinder : PlayerFinder {
-  std::string command;
-  int asked = 0;
-  std::string AssociatedCommand() override {
-    ++asked;
-    return command;
-  }
-};
 
 TEST(PlayerKindOf, GoesByThePathAndByTheNamesOfPlayersThatEnqueue) {
   EXPECT_EQ(PlayerKindOf(""), "");
@@ -46,23 +38,23 @@ TEST(DetectPlayer, TakesTheAssociatedProgramOnlyWhereNoneIsStored) {
     SCOPED_TRACE(c.command);
     Session session(folder.Path(), "test");
     session.preferences.lblConfigWinamp = c.stored;
-    AnswerFinder finder;
-    finder.command = c.command;
+    ScriptedWorld world;
+    world.associated = c.command;
     ScriptedInteraction interaction;
-    DetectPlayer(session, finder, interaction);
+    DetectPlayer(session, world, interaction);
     EXPECT_EQ(session.preferences.lblConfigWinamp, c.player);
     EXPECT_EQ(session.PlayerKind, c.kind);
-    EXPECT_EQ(finder.asked, *c.stored == '\0' ? 1 : 0);
+    EXPECT_EQ(world.associations_asked, *c.stored == '\0' ? 1 : 0);
   }
 }
 
 TEST(DetectPlayer, TellsThePersonOnceThatThereIsNone) {
   const TempFolder folder;
   Session session(folder.Path(), "test");
-  AnswerFinder finder;
-  finder.command = "\"\"";
+  ScriptedWorld world;
+  world.associated = "\"\"";
   ScriptedInteraction interaction({Answer::kOk});
-  DetectPlayer(session, finder, interaction);
+  DetectPlayer(session, world, interaction);
   ASSERT_EQ(interaction.boxes.size(), 1u);
   EXPECT_EQ(interaction.boxes[0].title, "Warning");
   EXPECT_EQ(interaction.boxes[0].text,
@@ -70,7 +62,7 @@ TEST(DetectPlayer, TellsThePersonOnceThatThereIsNone) {
             "Check out preferencees to change your player.");
   EXPECT_EQ(session.preferences.lblConfigWinamp, "No MP3-Player");
   EXPECT_EQ(session.PlayerKind, "");
-  DetectPlayer(session, finder, interaction);
+  DetectPlayer(session, world, interaction);
   EXPECT_EQ(interaction.boxes.size(), 1u);
 }
 

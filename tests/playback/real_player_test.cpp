@@ -10,7 +10,6 @@
 #include "playback/play.h"
 #include "playback/player_detection.h"
 #include "support/mp3_builder.h"
-#include "support/recording_shell.h"
 #include "support/scoped_environment.h"
 #include "views/catalogue_test.h"
 
@@ -67,25 +66,26 @@ class RealPlayer : public CatalogueTest {
   Texts paths_;
   ScopedEnvironment temp_{"TMPDIR", folder_.Path("tmp").c_str()};
   PosixProcessStarter processes_;
-  RecordingShell shell_;
-  MprisPlayer players_;
-  PlayTools tools_{processes_, shell_, players_};
+  MprisPlayer players_{processes_};
+  /// The player is real, the rest is not.
+  World player_world_{processes_, world_, players_, world_, world_, world_, world_};
+  Workbench bench_{session_, interaction_, player_world_};
 };
 
 TEST_F(RealPlayer, IsLoadedGivenFilesAndGivenAList) {
   ASSERT_EQ(session_.PlayerKind, "Winamp");
   Select(0, 1);
-  mnuAddToWinampsplaylist_Click(bench_, tools_);
+  mnuAddToWinampsplaylist_Click(bench_);
   EXPECT_EQ(ListOfPlayer(2), (Texts{paths_[0], paths_[1]})) << "loaded, then given both in order";
-  EXPECT_EQ(tools_.WinampWindow, "org.mpris.MediaPlayer2.audacious");
+  EXPECT_EQ(bench_.WinampWindow, "org.mpris.MediaPlayer2.audacious");
   Select(2, 3);
-  mnuAddToWinampsplaylist_Click(bench_, tools_);
+  mnuAddToWinampsplaylist_Click(bench_);
   EXPECT_EQ(ListOfPlayer(4), paths_) << "the running one takes more";
   Select(1, 3);
-  cmdSpielen_Click(bench_, tools_);
+  cmdSpielen_Click(bench_);
   EXPECT_EQ(ListOfPlayer(3), (Texts{paths_[1], paths_[2], paths_[3]})) << "a list takes its place";
   EXPECT_EQ(Rows("select count(*) from mp3sTabelle where lasttimeplayed<>''"), Texts{"4"});
-  EXPECT_TRUE(shell_.opened.empty());
+  EXPECT_TRUE(world_.log.empty());
 }
 
 }  // namespace

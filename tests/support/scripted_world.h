@@ -6,20 +6,42 @@
 #include <string>
 #include <vector>
 
-#include "platform/player_port.h"
-#include "platform/process.h"
-#include "platform/shell_open.h"
+#include "platform/world.h"
 
 namespace tunemeadow {
 
-/// The world outside, as one log of what was asked of it, in its order.
-struct ScriptedWorld : ProcessStarter, ShellOpener, PlayerPort {
+/// The world outside, as a test wants it: nothing of this machine is seen or touched. What it is
+/// asked for stands in one log, in its order. Unless told otherwise programs start, one player
+/// runs, none is associated, and nothing is mounted.
+struct ScriptedWorld : ProcessStarter,
+                       ShellOpener,
+                       PlayerPort,
+                       PlayerFinder,
+                       Drives,
+                       Clipboard,
+                       Trash,
+                       World {
+  ScriptedWorld() : World{*this, *this, *this, *this, *this, *this, *this} {}
+  ScriptedWorld(const ScriptedWorld&) = delete;
+  ScriptedWorld& operator=(const ScriptedWorld&) = delete;
+
   std::vector<std::string> log;
+
+  // The script.
   std::function<void()> before_start;
   bool starts = true;
   bool throws = false;
-  int finds_until_there = 0;
+  int finds_until_there = 0;  ///< so often is a player looked for in vain
+  std::string associated;     ///< the command for MP3 files
+  std::vector<Drive> mounted;
+  std::string optical;  ///< root of the first optical drive
+  TrashAnswer trash_answer{
+      .outcome = TrashOutcome::kMoved};  ///< to each file; the files stay where they are
+
+  // What came.
   int finds = 0;
+  int associations_asked = 0;
+  std::string clipboard_text;
 
   bool Start(const std::string& program, const std::vector<std::string>& arguments) override {
     if (before_start) before_start();
@@ -29,8 +51,12 @@ struct ScriptedWorld : ProcessStarter, ShellOpener, PlayerPort {
     log.push_back(line);
     return starts;
   }
-  bool Open(const std::string& path) override {
-    log.push_back("open " + path);
+  Ended StartAndWait(const std::string& program, const std::vector<std::string>& arguments,
+                     int /*milliseconds*/) override {
+    return Start(program, arguments) ? Ended::kEnded : Ended::kNotStarted;
+  }
+  bool Open(const std::string& path_or_url) override {
+    log.push_back("open " + path_or_url);
     return true;
   }
   std::string Find(const std::string& /*player*/) override {
@@ -41,6 +67,17 @@ struct ScriptedWorld : ProcessStarter, ShellOpener, PlayerPort {
     log.push_back("send " + window + " " + path);
     return false;
   }
+  std::string AssociatedCommand() override {
+    ++associations_asked;
+    return associated;
+  }
+  std::vector<Drive> Mounted() override { return mounted; }
+  std::string FirstOptical() override { return optical; }
+  TrashAnswer MoveToTrash(const std::string& path) override {
+    log.push_back("trash " + path);
+    return trash_answer;
+  }
+  void SetText(const std::string& text) override { clipboard_text = text; }
 };
 
 }  // namespace tunemeadow

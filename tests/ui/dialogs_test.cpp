@@ -13,8 +13,8 @@
 #include <QTreeWidget>
 #include <set>
 
-#include "support/recording_shell.h"
 #include "support/scripted_interaction.h"
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
 #include "ui/windows/editing/frmEditor.h"
@@ -33,7 +33,7 @@ class Dialogs : public testing::Test {
   TempFolder folder_;
   Session session_{folder_.Path(), "Tunemeadow"};
   ScriptedInteraction person_;
-  RecordingShell shell_;
+  ScriptedWorld world_;
 };
 
 /// The mnemonics that a person can press while the window looks as it does.
@@ -81,16 +81,16 @@ void ExpectReachable(QWidget& window) {
 }
 
 TEST_F(Dialogs, EveryControlHasAMnemonicOfItsOwnAndANameForAScreenReader) {
-  frmPreferences preferences(session_, person_);
+  frmPreferences preferences(session_, person_, world_);
   preferences.show();
   auto& tabs = Find<QTabWidget>(preferences, "TabStrip1");
   for (int page = 0; page < tabs.count(); ++page) {
     tabs.setCurrentIndex(page);
     ExpectReachable(preferences);
   }
-  frmImport import(session_, person_);
+  frmImport import(session_, person_, world_);
   frmStartInfos welcome(session_);
-  frmConfigureColumns columns(session_, StandardColumnLayout());
+  frmConfigureColumns columns(session_, world_, StandardColumnLayout());
   frmEditor editor;
   frmLoading loading(session_);
   for (QWidget* window :
@@ -101,7 +101,7 @@ TEST_F(Dialogs, EveryControlHasAMnemonicOfItsOwnAndANameForAScreenReader) {
 }
 
 TEST_F(Dialogs, TabGoesThroughThePagesAndThenToTheButtons) {
-  const frmPreferences window(session_, person_);
+  const frmPreferences window(session_, person_, world_);
   std::vector<std::string> order;
   const QWidget* last = &window;
   for (const QWidget* next = window.nextInFocusChain(); next != &window;
@@ -177,7 +177,7 @@ TEST_F(Dialogs, TheEditorOpensOverItsWindowAndGivesTheTextBackOnOkOnly) {
 TEST_F(Dialogs, ColumnsAreHiddenAndShownAlsoWhenTheListIsSorted) {
   ColumnLayout layout = StandardColumnLayout();
   layout[4].width = 0;  // Quality
-  frmConfigureColumns window(session_, layout, nullptr, &shell_);
+  frmConfigureColumns window(session_, world_, layout);
   auto& list = Find<QTreeWidget>(window, "ListView1");
   ASSERT_EQ(list.topLevelItemCount(), 30);
   EXPECT_EQ(list.topLevelItem(0)->text(0), "UID");
@@ -196,7 +196,7 @@ TEST_F(Dialogs, ColumnsAreHiddenAndShownAlsoWhenTheListIsSorted) {
   EXPECT_EQ(window.Layout(), layout);
   folder_.Write("help/configurecolumns.html");
   Press(window, "cmdHelp");
-  EXPECT_EQ(shell_.opened.size(), 1U);
+  EXPECT_EQ(world_.log.size(), 1U);
   Press(window, "cmdOK");
   EXPECT_EQ(window.result(), QDialog::Accepted);
   for (std::size_t column = 0; column < kListColumns; ++column) {
@@ -207,7 +207,7 @@ TEST_F(Dialogs, ColumnsAreHiddenAndShownAlsoWhenTheListIsSorted) {
 TEST_F(Dialogs, ColumnsThatAreAllHiddenCanBeCheckedAgain) {
   ColumnLayout layout = StandardColumnLayout();
   for (ColumnPlace& place : layout) place.width = 0;
-  frmConfigureColumns window(session_, layout);
+  frmConfigureColumns window(session_, world_, layout);
   EXPECT_EQ(Find<QAbstractButton>(window, "cmdCheck").text(), "Check &all");
   Press(window, "cmdCheck");
   Press(window, "cmdOK");

@@ -14,7 +14,7 @@
 #include "files/journaled_file.h"
 #include "library/import.h"
 #include "support/mp3_builder.h"
-#include "support/scoped_environment.h"
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
 #include "ui/panes/result_view.h"
@@ -87,7 +87,7 @@ class EditingRoad : public testing::Test {
     QTest::keyClicks(&line, text);
   }
 
-  ScopedEnvironment no_player_{"PATH", "/nonexistent"};
+  ScriptedWorld world_;
   TempFolder music_;
 };
 
@@ -97,7 +97,7 @@ TEST_F(EditingRoad, WhatWasSavedIsThereAfterANewStartAndInTheFilesThemselves) {
   Shown saved;
   {
     Session session(program.Path(), "tunemeadow");
-    frmStart window(session);
+    frmStart window(session, world_);
     ASSERT_TRUE(window.Form_Load());
     Import(window);
     Click(window, "Ash");
@@ -128,7 +128,7 @@ TEST_F(EditingRoad, WhatWasSavedIsThereAfterANewStartAndInTheFilesThemselves) {
   EXPECT_EQ(saved["Elm"], "Bea|Elm|3|calm||");
   {
     Session session(program.Path(), "tunemeadow");
-    frmStart window(session);
+    frmStart window(session, world_);
     ASSERT_TRUE(window.Form_Load());
     EXPECT_EQ(Rows(window), saved);
     window.close();
@@ -136,7 +136,7 @@ TEST_F(EditingRoad, WhatWasSavedIsThereAfterANewStartAndInTheFilesThemselves) {
   TempFolder empty;
   MakeProgramFolder(empty);
   Session session(empty.Path(), "tunemeadow");
-  frmStart window(session);
+  frmStart window(session, world_);
   ASSERT_TRUE(window.Form_Load());
   Import(window);
   Shown found = Rows(window);
@@ -166,7 +166,7 @@ TEST_F(EditingRoad, AStartUndoesASaveThatWasKilledAndSaysSo) {
   ASSERT_NE(music_.Read("Ash.mp3"), before);
 
   Session session(program.Path(), "tunemeadow");
-  frmStart window(session);
+  frmStart window(session, world_);
   ASSERT_TRUE(window.Form_Load());
   EXPECT_EQ(music_.Read("Ash.mp3"), before);
   EXPECT_EQ(Find<QLabel>(window, "StatusPanel1").text().toStdString(),

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
-#include <QClipboard>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -15,7 +14,7 @@
 #include "audio/id3v2_reader.h"
 #include "library/import.h"
 #include "support/mp3_builder.h"
-#include "support/scoped_environment.h"
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
 #include "ui/panes/result_view.h"
@@ -92,11 +91,11 @@ class EditingWindow : public testing::Test {
     return "no row " + std::string(title);
   }
 
-  ScopedEnvironment no_player_{"PATH", "/nonexistent"};
+  ScriptedWorld world_;
   TempFolder program_;
   TempFolder music_;
   Session session_{program_.Path(), "tunemeadow"};
-  frmStart window_{session_};
+  frmStart window_{session_, world_};
 };
 
 TEST_F(EditingWindow, SavingOneTrackWritesFileAndListAndLeavesTheFocusThere) {
@@ -216,7 +215,7 @@ TEST_F(EditingWindow, TheScramblerPutsItsCodeOnTheClipboard) {
   });
   BoxAnswers answers{kOkay};
   window_.findChild<QAction*>("mnuAudiogalaxy")->trigger();
-  EXPECT_EQ(QGuiApplication::clipboard()->text(), "122");
+  EXPECT_EQ(world_.clipboard_text, "122");
 }
 
 }  // namespace

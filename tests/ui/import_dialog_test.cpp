@@ -6,8 +6,8 @@
 #include <QLineEdit>
 
 #include "library/import_options.h"
-#include "support/recording_shell.h"
 #include "support/scripted_interaction.h"
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
 #include "ui/kit/path_field.h"
@@ -25,7 +25,7 @@ class ImportWindow : public testing::Test {
   TempFolder folder_;
   Session session_{folder_.Path(), "Tunemeadow"};
   ScriptedInteraction person_;
-  RecordingShell shell_;
+  ScriptedWorld world_;
 };
 
 TEST_F(ImportWindow, ShowsTheSettingsAndBringsThemToSessionAndFile) {
@@ -34,7 +34,7 @@ TEST_F(ImportWindow, ShowsTheSettingsAndBringsThemToSessionAndFile) {
   session_.preferences.chkWarn = false;
   person_.WillChoose(folder_.Path());
   person_.WillChoose("/previews/");
-  frmImport window(session_, person_, nullptr, &shell_);
+  frmImport window(session_, person_, world_);
   EXPECT_EQ(Find<QLineEdit>(window, "txtPattern").text(), "ogg");
   EXPECT_TRUE(Find<QAbstractButton>(window, "optID3V2Versions_0").isChecked());
   Press(window, "Command2");
@@ -67,13 +67,13 @@ TEST_F(ImportWindow, ShowsTheSettingsAndBringsThemToSessionAndFile) {
 TEST_F(ImportWindow, APreviewWithoutFolderKeepsItOpenAndCancelChangesNothing) {
   person_.WillAnswer(Answer::kOk);
   folder_.Write("help/import.html");
-  frmImport window(session_, person_, nullptr, &shell_);
+  frmImport window(session_, person_, world_);
   window.show();
   Find<QCheckBox>(window, "chkPreview").click();
   Press(window, "cmdOK");
   EXPECT_TRUE(window.isVisible());
   Press(window, "Command3");
-  EXPECT_THAT(shell_.opened, testing::ElementsAre(folder_.Path("help/import.html")));
+  EXPECT_THAT(world_.log, testing::ElementsAre("open " + folder_.Path("help/import.html")));
   QTest::keyClick(&window, Qt::Key_Escape);
   EXPECT_FALSE(window.isVisible());
   EXPECT_EQ(session_.preferences, Preferences{});

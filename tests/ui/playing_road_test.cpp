@@ -100,8 +100,6 @@ class PlayingRoad : public testing::Test {
 
   TempFolder program_, music_, disc_;
   ScriptedWorld world_;
-  std::shared_ptr<PlayTools> tools_ =
-      std::make_shared<PlayTools>(PlayTools{world_, world_, world_});
 };
 
 TEST_F(PlayingRoad, TreeArchiveAndOrderAreThereAfterANewStart) {
@@ -109,7 +107,7 @@ TEST_F(PlayingRoad, TreeArchiveAndOrderAreThereAfterANewStart) {
   std::vector<std::string> nodes;
   {
     Session session(program_.Path(), "tunemeadow");
-    frmStart window(session, tools_);
+    frmStart window(session, world_);
     ASSERT_TRUE(window.Form_Load());
     Workbench& bench = window.Bench();
     {
@@ -156,7 +154,7 @@ TEST_F(PlayingRoad, TreeArchiveAndOrderAreThereAfterANewStart) {
                                            "\r\nNumberOfEntries = 3\r\nVersion = 2\r\n");
 
   Session session(program_.Path(), "tunemeadow");
-  frmStart window(session, tools_);
+  frmStart window(session, world_);
   ASSERT_TRUE(window.Form_Load());
   Workbench& bench = window.Bench();
   EXPECT_EQ(Nodes(window), nodes);

@@ -41,7 +41,7 @@ class PlayingWindow : public testing::Test {
   }
 
   void Start() {
-    window_ = std::make_unique<frmStart>(session_, tools_);
+    window_ = std::make_unique<frmStart>(session_, world_);
     ASSERT_TRUE(window_->Form_Load());
     ASSERT_EQ(window_->Bench().ListView1.RowCount(), 2U);
     window_->activateWindow();
@@ -63,8 +63,6 @@ class PlayingWindow : public testing::Test {
   Connection connection_;
   Session session_{program_.Path(), "tunemeadow"};
   ScriptedWorld world_;
-  std::shared_ptr<PlayTools> tools_ =
-      std::make_shared<PlayTools>(PlayTools{world_, world_, world_});
   std::unique_ptr<frmStart> window_;
 };
 

@@ -10,8 +10,8 @@
 #include <QMenu>
 #include <filesystem>
 
-#include "support/scoped_environment.h"
 #include "support/scripted_interaction.h"
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
 #include "ui/panes/order_bar.h"
@@ -81,10 +81,10 @@ class PlaylistsWindow : public testing::Test {
     return uids;
   }
 
-  ScopedEnvironment no_player_{"PATH", "/nonexistent"};
+  ScriptedWorld world_;
   TempFolder program_;
   Session session_{program_.Path(), "tunemeadow"};
-  frmStart window_{session_};
+  frmStart window_{session_, world_};
 };
 
 TEST_F(PlaylistsWindow, TheOrderBarStandsBesideThePlaylistAndMovesItsRow) {

@@ -9,8 +9,8 @@
 #include <QTabWidget>
 
 #include "run/preference_rules.h"
-#include "support/recording_shell.h"
 #include "support/scripted_interaction.h"
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
 #include "ui/kit/path_field.h"
@@ -35,7 +35,7 @@ class PreferencesWindow : public testing::Test {
   }
 
   frmPreferences& Window() {
-    if (!window_) window_ = std::make_unique<frmPreferences>(session_, person_, nullptr, &shell_);
+    if (!window_) window_ = std::make_unique<frmPreferences>(session_, person_, world_);
     return *window_;
   }
 
@@ -46,7 +46,7 @@ class PreferencesWindow : public testing::Test {
   TempFolder folder_;
   Session session_{folder_.Path(), "Tunemeadow"};
   ScriptedInteraction person_;
-  RecordingShell shell_;
+  ScriptedWorld world_;
   std::unique_ptr<frmPreferences> window_;
 };
 
@@ -211,11 +211,11 @@ TEST_F(PreferencesWindow, TheChooserOfTheDatabaseAsksAgainUntilAPathFits) {
 
 TEST_F(PreferencesWindow, HelpIsALocalPageAndAMissingOneIsSilent) {
   Press(Window(), "cmdHelp");
-  EXPECT_TRUE(shell_.opened.empty());
+  EXPECT_TRUE(world_.log.empty());
   const std::string page = folder_.Write("help/preferences.html");
   Press(Window(), "cmdHelp");
   Press(Window(), "Label16");
-  EXPECT_THAT(shell_.opened, ElementsAre(page, HasSubstr("https://")));
+  EXPECT_THAT(world_.log, ElementsAre("open " + page, HasSubstr("https://")));
 }
 
 TEST_F(PreferencesWindow, WithoutARepairToolItsBoxIsOutOfReach) {

@@ -8,7 +8,7 @@
 
 #include "run/program_folder.h"
 #include "support/mp3_builder.h"
-#include "support/scoped_environment.h"
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
 #include "ui/kit/path_field.h"
@@ -74,7 +74,7 @@ class Road : public testing::Test {
                                                       "Import: 3 File(s) successfully imported."}));
   }
 
-  ScopedEnvironment no_player_{"PATH", "/nonexistent"};
+  ScriptedWorld world_;
   TempFolder program_;
   TempFolder music_;
 };
@@ -83,7 +83,7 @@ TEST_F(Road, FromTheFirstStartToTheSecond) {
   {
     Session session(ProgramPath(), "tunemeadow");
     session.preferences.chkRepair = false;
-    frmStart window(session);
+    frmStart window(session, world_);
     BoxAnswers no_player{kOk};
     FirstStart(window);
     EXPECT_EQ(no_player.seen.size(), 1u);
@@ -118,7 +118,7 @@ TEST_F(Road, FromTheFirstStartToTheSecond) {
     window.close();
   }
   Session session(ProgramPath(), "tunemeadow");
-  frmStart window(session);
+  frmStart window(session, world_);
   ASSERT_TRUE(window.Form_Load());
   EXPECT_FALSE(session.first_run);
   EXPECT_EQ(Rows(window), 4);
@@ -130,7 +130,7 @@ TEST_F(Road, FromTheFirstStartToTheSecond) {
 TEST_F(Road, ClosingDuringABatchOnlyCancelsIt) {
   Session session(ProgramPath(), "tunemeadow");
   session.ini.SaveStrings(kConfigSection, {{"firstrun", "1"}, {"lblConfigWinamp", "/bin/true"}});
-  frmStart window(session);
+  frmStart window(session, world_);
   ASSERT_TRUE(window.Form_Load());
   session.busy = true;
   EXPECT_FALSE(window.close());

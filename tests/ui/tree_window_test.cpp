@@ -15,6 +15,7 @@
 #include <QToolButton>
 #include <filesystem>
 
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 #include "support/window_driver.h"
 #include "ui/panes/result_view.h"
@@ -53,7 +54,7 @@ class TreeWindow : public testing::Test {
   ~TreeWindow() override { window_->close(); }
 
   void Start() {
-    window_ = std::make_unique<frmStart>(session_);
+    window_ = std::make_unique<frmStart>(session_, world_);
     EXPECT_TRUE(window_->Form_Load());
   }
   Workbench& Bench() { return window_->Bench(); }
@@ -85,6 +86,7 @@ class TreeWindow : public testing::Test {
 
   TempFolder program_;
   Session session_{program_.Path(), "tunemeadow"};
+  ScriptedWorld world_;
   std::unique_ptr<frmStart> window_;
 };
 

@@ -9,6 +9,7 @@
 
 #include "support/catalogue.h"
 #include "support/scripted_interaction.h"
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 #include "views/workbench.h"
 
@@ -37,7 +38,8 @@ class CatalogueTest : public testing::Test {
   TempFolder folder_;
   Session session_{folder_.Path(), "tunemeadow"};
   ScriptedInteraction interaction_;
-  Workbench bench_{session_, interaction_};
+  ScriptedWorld world_;
+  Workbench bench_{session_, interaction_, world_};
 };
 
 }  // namespace tunemeadow

@@ -12,6 +12,7 @@
 #include "files/file_facts.h"
 #include "support/mp3_builder.h"
 #include "support/scripted_interaction.h"
+#include "support/scripted_world.h"
 #include "support/temp_folder.h"
 #include "views/workbench.h"
 
@@ -54,7 +55,8 @@ class Details : public testing::Test {
   TempFolder folder_;
   Session session_{folder_.Path(), "tunemeadow"};
   ScriptedInteraction interaction_;
-  Workbench bench_{session_, interaction_};
+  ScriptedWorld world_;
+  Workbench bench_{session_, interaction_, world_};
   DetailWatcher watcher_;
   DetailEditor& details_ = bench_.details;
 };

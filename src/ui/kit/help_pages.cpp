@@ -6,31 +6,21 @@
 
 #include "core/paths.h"
 #include "files/file_facts.h"
-#include "platform/shell_open_qt.h"
 #include "run/program_folder.h"
 
 namespace tunemeadow {
-namespace {
-
-void OpenWith(ShellOpener* shell, const std::string& path_or_url) {
-  QtShellOpener desktop;
-  (void)(shell != nullptr ? *shell : desktop).Open(path_or_url);
-}
-
-}  // namespace
-
-void OpenHelpPage(const Session& session, std::string_view page, ShellOpener* shell) {
+void OpenHelpPage(const Session& session, std::string_view page, ShellOpener& shell) {
   const std::string beside = ExecutableFolder();
   const std::array folders{JoinPath(session.program_folder, "help"), JoinPath(beside, "help"),
                            JoinPath(beside, "../share/tunemeadow/help")};
   for (const std::string& folder : folders) {
     const std::string path = JoinPath(folder, page);
     if (!MyFileExists(path)) continue;
-    OpenWith(shell, path);
+    (void)shell.Open(path);
     return;
   }
 }
 
-void OpenWebPage(std::string_view url, ShellOpener* shell) { OpenWith(shell, std::string(url)); }
+void OpenWebPage(std::string_view url, ShellOpener& shell) { (void)shell.Open(std::string(url)); }
 
 }  // namespace tunemeadow

@@ -10,10 +10,10 @@ namespace tunemeadow {
 
 /// Opens a page of the help ("preferences.html"), a local file: in the folder "help" of the program
 /// folder, beside the executable, or where the system keeps what is shared. Nothing happens where
-/// there is no such page. `shell` null: the desktop's own.
-void OpenHelpPage(const Session& session, std::string_view page, ShellOpener* shell = nullptr);
+/// there is no such page.
+void OpenHelpPage(const Session& session, std::string_view page, ShellOpener& shell);
 
-/// Opens a page of the web. `shell` null: the desktop's own.
-void OpenWebPage(std::string_view url, ShellOpener* shell = nullptr);
+/// Opens a page of the web.
+void OpenWebPage(std::string_view url, ShellOpener& shell);
 
 }  // namespace tunemeadow

@@ -13,9 +13,7 @@
 #include "editing/picture_panel.h"
 #include "files/file_facts.h"
 #include "library/start_up.h"
-#include "platform/desktop_player_finder.h"
 #include "platform/drives.h"
-#include "platform/process_posix.h"
 #include "playback/player_detection.h"
 #include "run/catalogue.h"
 #include "run/program_folder.h"
@@ -95,7 +93,7 @@ void frmStart::LoadProperties() {
   session_.preferences = ReadPreferences(session_.ini);
   session_.success_messages = session_.preferences.chkWarnGlobal;
   session_.first_run = StoredValue(stored, "firstrun") != "1";
-  preferences_ = std::make_unique<frmPreferences>(session_, interaction_, this);
+  preferences_ = std::make_unique<frmPreferences>(session_, interaction_, bench_.world, this);
   connect(preferences_.get(), &frmPreferences::PreferencesChanged, this,
           &frmStart::ApplyPreferences);
   columns_ = ReadColumnLayout(stored);
@@ -131,14 +129,11 @@ void frmStart::ApplyGeometry() {
 
 void frmStart::FindCdDrive() {
   if (session_.preferences.lblConfigCDROM.empty()) {
-    session_.preferences.lblConfigCDROM = StoredDrive(FirstOpticalMount());
+    session_.preferences.lblConfigCDROM = StoredDrive(bench_.world.drives.FirstOptical());
   }
 }
 
-void frmStart::FindPlayer() {
-  DesktopPlayerFinder finder;
-  DetectPlayer(session_, finder, interaction_);
-}
+void frmStart::FindPlayer() { DetectPlayer(session_, bench_.world.player_finder, interaction_); }
 
 void frmStart::BuildLists() {
   list_view_->SetLayout(columns_);
@@ -151,8 +146,8 @@ void frmStart::CompactAndRepair() {
   // What the tool left at the start before is taken over first: the tool that starts now writes to
   // the same name.
   TakeOverCompactCopy(preferences.lblConfigDB, session_.program_folder);
-  PosixProcessStarter starter;
-  if (!StartRepairTool(session_, starter, ExecutableFolder())) preferences_->DisableRepair();
+  if (!StartRepairTool(session_, bench_.world.processes, ExecutableFolder()))
+    preferences_->DisableRepair();
 }
 
 bool frmStart::OpenCatalogue() {

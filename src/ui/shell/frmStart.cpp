@@ -49,11 +49,8 @@ QToolButton* ArrowButton(QWidget* parent, int index, const QString& name, const 
 
 }  // namespace
 
-frmStart::frmStart(Session& session, std::shared_ptr<PlayTools> play_tools)
-    : session_(session),
-      interaction_(session),
-      bench_(session, interaction_),
-      play_tools_(std::move(play_tools)) {
+frmStart::frmStart(Session& session, World& world)
+    : session_(session), interaction_(session), bench_(session, interaction_, world) {
   setObjectName("frmStart");
   setWindowTitle("Tunemeadow");
   setWindowIcon(QIcon::fromTheme("tunemeadow"));
@@ -175,7 +172,8 @@ void frmStart::BuildSaveButtons(QHBoxLayout& row) {
   help->setToolTip("Opens the help on saving");
   help->setAutoDefault(false);
   help->setFixedWidth(help->sizeHint().height() + help->fontMetrics().averageCharWidth());
-  connect(help, &QPushButton::clicked, this, [this] { OpenHelpPage(session_, "saving.html"); });
+  connect(help, &QPushButton::clicked, this,
+          [this] { OpenHelpPage(session_, "saving.html", bench_.world.shell); });
   save_button_ =
       new QPushButton(QIcon::fromTheme("save"), QStringLiteral("&Save all"), detail_frame_);
   save_button_->setObjectName("cmdSpeichern");

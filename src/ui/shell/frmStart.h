@@ -31,16 +31,14 @@ class OrderBar;
 class PicturePane;
 class ResultView;
 class SearchPanels;
-struct PlayTools;
 class TreePane;
 
 class frmStart : public QMainWindow, private WorkbenchWatcher {
   Q_OBJECT
 
  public:
-  /// `session` must outlive the window. `play_tools`: the ways out of the program; null: those of
-  /// the system.
-  explicit frmStart(Session& session, std::shared_ptr<PlayTools> play_tools = nullptr);
+  /// Both must outlive the window.
+  frmStart(Session& session, World& world);
   ~frmStart() override;
 
   /// The whole start, up to the shown window. False where the program is to end.
@@ -169,7 +167,6 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   Session& session_;
   WindowInteraction interaction_;
   Workbench bench_;
-  std::shared_ptr<PlayTools> play_tools_;
 
   SearchPanels* search_panels_ = nullptr;
   CommandPane* command_pane_ = nullptr;

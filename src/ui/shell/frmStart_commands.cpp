@@ -103,7 +103,7 @@ void frmStart::FilesDropped(const std::vector<std::string>& paths) {
 
 void frmStart::mnuFileImport_Click() {
   if (session_.busy) return;
-  frmImport dialog(session_, interaction_, this);
+  frmImport dialog(session_, interaction_, bench_.world.shell, this);
   if (dialog.exec() == QDialog::Accepted) Command1_Click(bench_);
 }
 
@@ -142,7 +142,7 @@ void frmStart::SetTreeVisible(bool visible) {
 
 void frmStart::mnuViewFields_Click() {
   columns_ = list_view_->Layout();
-  frmConfigureColumns dialog(session_, columns_, this);
+  frmConfigureColumns dialog(session_, bench_.world.shell, columns_, this);
   if (dialog.exec() != QDialog::Accepted) return;
   columns_ = dialog.Layout();
   list_view_->SetLayout(columns_);
@@ -150,7 +150,7 @@ void frmStart::mnuViewFields_Click() {
 
 void frmStart::mnuAutoSize_Click() { ViewInView().AutoSize(); }
 
-void frmStart::mnuHelpContents_Click() { OpenHelpPage(session_, "index.html"); }
+void frmStart::mnuHelpContents_Click() { OpenHelpPage(session_, "index.html", bench_.world.shell); }
 
 void frmStart::mnuAbout_Click() {
   interaction_.ShowMessage(

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The commands that change files and rows, and the moments at which a changed record is left.
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QToolButton>
 
 #include "editing/audiogalaxy.h"
@@ -73,9 +71,7 @@ void frmStart::mnuRemoveImagefromfile_Click() {
 }
 
 void frmStart::Command2_Click() {
-  if (session_.busy) return;
-  CopyAudiogalaxyCode(
-      bench_, [](const std::string& code) { QGuiApplication::clipboard()->setText(ToQt(code)); });
+  if (!session_.busy) CopyAudiogalaxyCode(bench_);
 }
 
 }  // namespace tunemeadow

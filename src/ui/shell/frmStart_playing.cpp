@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Playing, and searching the web for the track in the editor.
 #include "net/web_lookup.h"
-#include "platform/mpris_player_qt.h"
-#include "platform/process_posix.h"
-#include "platform/shell_open_qt.h"
 #include "playback/play.h"
 #include "playback/play_all.h"
 #include "ui/panes/bottom_strip.h"
@@ -13,22 +10,7 @@
 #include "views/track_path.h"
 
 namespace tunemeadow {
-namespace {
-
-struct SystemPlayTools {
-  PosixProcessStarter processes;
-  QtShellOpener shell;
-  MprisPlayer players;
-  PlayTools tools{processes, shell, players};
-};
-
-}  // namespace
-
 void frmStart::ConnectPlaying() {
-  if (play_tools_ == nullptr) {
-    auto system = std::make_shared<SystemPlayTools>();
-    play_tools_ = std::shared_ptr<PlayTools>(system, &system->tools);
-  }
   connect(bottom_strip_, &BottomStrip::PlayRequested, this, &frmStart::cmdSpielen_Click);
   connect(bottom_strip_, &BottomStrip::PlaySelectionRequested, this,
           &frmStart::cmdPlaySelection_Click);
@@ -40,7 +22,7 @@ void frmStart::ConnectPlaying() {
   }
 }
 
-void frmStart::cmdSpielen_Click() { tunemeadow::cmdSpielen_Click(bench_, *play_tools_); }
+void frmStart::cmdSpielen_Click() { tunemeadow::cmdSpielen_Click(bench_); }
 
 void frmStart::mnuPlay_Click() { cmdSpielen_Click(); }
 
@@ -50,31 +32,31 @@ void frmStart::cmdPlaySelection_Click() {
 }
 
 void frmStart::mnuAddToWinampsplaylist_Click() {
-  tunemeadow::mnuAddToWinampsplaylist_Click(bench_, *play_tools_);
+  tunemeadow::mnuAddToWinampsplaylist_Click(bench_);
 }
 
 void frmStart::mnuPlaylistPlayAll_Click() {
-  if (!session_.busy) tunemeadow::mnuPlaylistPlayAll_Click(bench_, *play_tools_);
+  if (!session_.busy) tunemeadow::mnuPlaylistPlayAll_Click(bench_);
 }
 
 void frmStart::mnuItem3GesamtesArchivabspielen_Click() {
-  if (!session_.busy) tunemeadow::mnuItem3GesamtesArchivabspielen_Click(bench_, *play_tools_);
+  if (!session_.busy) tunemeadow::mnuItem3GesamtesArchivabspielen_Click(bench_);
 }
 
 void frmStart::mnuAmazoncom_Click() {
-  tunemeadow::mnuAmazoncom_Click(bench_, detail_panels_->Lookup(), play_tools_->shell);
+  tunemeadow::mnuAmazoncom_Click(bench_, detail_panels_->Lookup());
 }
 
 void frmStart::mnucddbcom_Click() {
-  tunemeadow::mnucddbcom_Click(bench_, detail_panels_->Lookup(), play_tools_->shell);
+  tunemeadow::mnucddbcom_Click(bench_, detail_panels_->Lookup());
 }
 
 void frmStart::mnuSearchCovers_Click() {
-  tunemeadow::mnuSearchCovers_Click(bench_, detail_panels_->Lookup(), play_tools_->shell);
+  tunemeadow::mnuSearchCovers_Click(bench_, detail_panels_->Lookup());
 }
 
 void frmStart::mnusonicnet_Click() {
-  tunemeadow::mnusonicnet_Click(bench_, detail_panels_->Lookup(), play_tools_->shell);
+  tunemeadow::mnusonicnet_Click(bench_, detail_panels_->Lookup());
 }
 
 }  // namespace tunemeadow

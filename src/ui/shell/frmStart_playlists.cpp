@@ -88,7 +88,8 @@ void frmStart::mnuExtrasDisk2CD_Click() {
 void frmStart::mnuItem3CDArchivloeschen_Click() {
   if (session_.busy) return;
   tunemeadow::mnuItem3CDArchivloeschen_Click(bench_, [this] {
-    frmLaufwerke window(DrivesForDiscs(), session_.preferences.lblConfigCDROM, interaction_, this);
+    frmLaufwerke window(DrivesForDiscs(bench_.world.drives), session_.preferences.lblConfigCDROM,
+                        interaction_, this);
     if (window.exec() != QDialog::Accepted) return;
     const std::string drive = window.Chosen();
     if (!PathFitsSettings(drive)) {

@@ -32,8 +32,8 @@ const QString& CheckCaption(bool check) {
 
 }  // namespace
 
-frmConfigureColumns::frmConfigureColumns(const Session& session, const ColumnLayout& layout,
-                                         QWidget* parent, ShellOpener* shell)
+frmConfigureColumns::frmConfigureColumns(const Session& session, ShellOpener& shell,
+                                         const ColumnLayout& layout, QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmConfigureColumns>()), layout_(layout) {
   ui_->setupUi(this);
   FillList();
@@ -41,7 +41,7 @@ frmConfigureColumns::frmConfigureColumns(const Session& session, const ColumnLay
   connect(ui_->cmdOK, &QPushButton::clicked, this, &frmConfigureColumns::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(ui_->cmdHelp, &QPushButton::clicked, this,
-          [&session, shell] { OpenHelpPage(session, "configurecolumns.html", shell); });
+          [&session, &shell] { OpenHelpPage(session, "configurecolumns.html", shell); });
   PlaceOverParent(*this);
 }
 

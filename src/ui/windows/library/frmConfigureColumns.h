@@ -19,10 +19,10 @@ class frmConfigureColumns : public QDialog {
   Q_OBJECT
 
  public:
-  /// Shows the columns of `layout`, the visible ones checked. `session` must outlive the window;
-  /// `shell` opens the help; null: the desktop's own.
-  frmConfigureColumns(const Session& session, const ColumnLayout& layout, QWidget* parent = nullptr,
-                      ShellOpener* shell = nullptr);
+  /// Shows the columns of `layout`, the visible ones checked. `session` and `shell`, which opens
+  /// the help, must outlive the window.
+  frmConfigureColumns(const Session& session, ShellOpener& shell, const ColumnLayout& layout,
+                      QWidget* parent = nullptr);
   ~frmConfigureColumns() override;
 
   /// The layout after OK: checked columns that were hidden are visible again, those not checked

@@ -9,13 +9,12 @@
 
 namespace tunemeadow {
 
-frmImport::frmImport(Session& session, Interaction& interaction, QWidget* parent,
-                     ShellOpener* shell)
+frmImport::frmImport(Session& session, Interaction& interaction, ShellOpener& shell,
+                     QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Ui::frmImport>()),
       session_(session),
-      interaction_(interaction),
-      shell_(shell) {
+      interaction_(interaction) {
   ui_->setupUi(this);
   FillControls(*this, session_.preferences);
   connect(ui_->Command2, &QPushButton::clicked, this,
@@ -23,7 +22,7 @@ frmImport::frmImport(Session& session, Interaction& interaction, QWidget* parent
   connect(ui_->Command1, &QPushButton::clicked, this,
           [this] { ChooseFolderFor(*ui_->lblPreviewPath, interaction_, "Save previews in"); });
   connect(ui_->Command3, &QPushButton::clicked, this,
-          [this] { OpenHelpPage(session_, "import.html", shell_); });
+          [this, &shell] { OpenHelpPage(session_, "import.html", shell); });
   connect(ui_->cmdOK, &QPushButton::clicked, this, &frmImport::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
   (session_.preferences.lblScan.empty() ? ui_->Command2 : ui_->cmdOK)->setFocus();

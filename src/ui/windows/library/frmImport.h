@@ -20,10 +20,9 @@ class frmImport : public QDialog {
   Q_OBJECT
 
  public:
-  /// `session` and `interaction` must outlive the window. `shell` opens the help; null: the
-  /// desktop's own.
-  frmImport(Session& session, Interaction& interaction, QWidget* parent = nullptr,
-            ShellOpener* shell = nullptr);
+  /// `session`, `interaction` and `shell`, which opens the help, must outlive the window.
+  frmImport(Session& session, Interaction& interaction, ShellOpener& shell,
+            QWidget* parent = nullptr);
   ~frmImport() override;
 
  private:
@@ -32,7 +31,6 @@ class frmImport : public QDialog {
   std::unique_ptr<Ui::frmImport> ui_;
   Session& session_;
   Interaction& interaction_;
-  ShellOpener* shell_;
 };
 
 }  // namespace tunemeadow

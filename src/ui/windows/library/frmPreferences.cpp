@@ -2,7 +2,6 @@
 #include "ui/windows/library/frmPreferences.h"
 
 #include "library/start_up.h"
-#include "platform/drives.h"
 #include "playback/player_detection.h"
 #include "run/preference_rules.h"
 #include "ui/kit/help_pages.h"
@@ -33,13 +32,13 @@ struct frmPreferences::Pages {
   Ui::frameEncoding encoding;
 };
 
-frmPreferences::frmPreferences(Session& session, Interaction& interaction, QWidget* parent,
-                               ShellOpener* shell)
+frmPreferences::frmPreferences(Session& session, Interaction& interaction, World& world,
+                               QWidget* parent)
     : QDialog(parent),
       ui_(std::make_unique<Pages>()),
       session_(session),
       interaction_(interaction),
-      shell_(shell) {
+      world_(world) {
   BuildPages();
   ConnectControls();
   ShowPreferences();
@@ -88,9 +87,9 @@ void frmPreferences::ConnectControls() {
   }
   connect(ui_->encoding.cboEncoder, &QComboBox::activated, this, &frmPreferences::cboEncoder_Click);
   connect(ui_->encoding.Label16, &QPushButton::clicked, this,
-          [this] { OpenWebPage(kEncoderPage, shell_); });
+          [this] { OpenWebPage(kEncoderPage, world_.shell); });
   connect(ui_->window.cmdHelp, &QPushButton::clicked, this,
-          [this] { OpenHelpPage(session_, "preferences.html", shell_); });
+          [this] { OpenHelpPage(session_, "preferences.html", world_.shell); });
   connect(ui_->window.cdmOK, &QPushButton::clicked, this, &frmPreferences::cdmOK_Click);
   connect(ui_->window.cmdCancel, &QPushButton::clicked, this, &frmPreferences::reject);
 }
@@ -109,7 +108,7 @@ void frmPreferences::DisableRepair() {
 
 void frmPreferences::Command6_Click() {
   PathField& field = *ui_->playing.lblConfigCDROM;
-  frmLaufwerke window(DrivesForDiscs(), field.Path(), interaction_, this);
+  frmLaufwerke window(DrivesForDiscs(world_.drives), field.Path(), interaction_, this);
   if (window.exec() == Accepted) (void)TakePath(field, interaction_, window.Chosen());
 }
 

@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/shell_open.h"
+#include "platform/world.h"
 #include "run/interaction.h"
 #include "run/session.h"
 
@@ -17,10 +17,9 @@ class frmPreferences : public QDialog {
   Q_OBJECT
 
  public:
-  /// `session` and `interaction` must outlive the window, its preferences are read already.
-  /// `shell` opens the pages of help and web; null: the desktop's own.
-  frmPreferences(Session& session, Interaction& interaction, QWidget* parent = nullptr,
-                 ShellOpener* shell = nullptr);
+  /// All must outlive the window; the preferences of the session are read already.
+  frmPreferences(Session& session, Interaction& interaction, World& world,
+                 QWidget* parent = nullptr);
   ~frmPreferences() override;
 
   /// Brings the preferences of the session into the controls.
@@ -62,7 +61,7 @@ class frmPreferences : public QDialog {
   std::unique_ptr<Pages> ui_;
   Session& session_;
   Interaction& interaction_;
-  ShellOpener* shell_;
+  World& world_;
   Preferences before_;       ///< when the dialog opened
   std::string kind_before_;  ///< PlayerKind then
 };

@@ -31,7 +31,7 @@ QIcon IconOfFilterNode(const TreeNode& node) {
 
 }  // namespace
 
-frmTreeviewFilter::frmTreeviewFilter(Workbench& bench, QWidget* parent, ShellOpener* shell)
+frmTreeviewFilter::frmTreeviewFilter(Workbench& bench, QWidget* parent)
     : QDialog(parent),
       bench_(bench),
       ui_(std::make_unique<Ui::frmTreeviewFilter>()),
@@ -43,7 +43,7 @@ frmTreeviewFilter::frmTreeviewFilter(Workbench& bench, QWidget* parent, ShellOpe
   ShowLoading(false);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &frmTreeviewFilter::cmdClose_Click);
   connect(ui_->cmdHelp, &QPushButton::clicked, this,
-          [this, shell] { OpenHelpPage(bench_.session, "treeviewsearch.html", shell); });
+          [this] { OpenHelpPage(bench_.session, "treeviewsearch.html", bench_.world.shell); });
   connect(ui_->TreeView1, &QTreeView::clicked, this, &frmTreeviewFilter::Click);
   connect(ui_->TreeView1, &LibraryTree::EnterPressed, this, &frmTreeviewFilter::Click);
   connect(ui_->TreeView1, &QTreeView::expanded, this, [this](const QModelIndex& index) {

@@ -8,7 +8,6 @@
 #include <string>
 #include <unordered_set>
 
-#include "platform/shell_open.h"
 #include "views/treeview_filter.h"
 #include "views/workbench.h"
 
@@ -24,9 +23,8 @@ class frmTreeviewFilter : public QDialog {
   Q_OBJECT
 
  public:
-  /// `bench` must outlive the window; `shell` opens the help; null: the desktop's own.
-  explicit frmTreeviewFilter(Workbench& bench, QWidget* parent = nullptr,
-                             ShellOpener* shell = nullptr);
+  /// `bench` must outlive the window.
+  explicit frmTreeviewFilter(Workbench& bench, QWidget* parent = nullptr);
   ~frmTreeviewFilter() override;
 
   /// Opens the window with empty lists; one that is open comes to the front as it is.
