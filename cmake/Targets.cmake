@@ -46,6 +46,8 @@ function(tm_add_test name)
   endif()
   target_compile_definitions(tests_${name} PRIVATE TM_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
                              TM_BINARY_DIR="${PROJECT_BINARY_DIR}")
+  # Most of a build is compiling tests: they are not optimised, what they test is.
+  target_compile_options(tests_${name} PRIVATE -O0)
   gtest_discover_tests(tests_${name} DISCOVERY_TIMEOUT 60
                        PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 120)
 endfunction()
