@@ -11,12 +11,19 @@ struct FreeOfGlib {
   void operator()(void* memory) const noexcept;
 };
 
+struct FreeTextsOfGlib {
+  void operator()(char** texts) const noexcept;
+};
+
 struct UnrefOfGlib {
   void operator()(void* object) const noexcept;
 };
 
 /// A text that ends in NUL, or nothing.
 using GlibText = std::unique_ptr<char, FreeOfGlib>;
+
+/// Texts with a null behind the last, or nothing.
+using GlibTexts = std::unique_ptr<char*, FreeTextsOfGlib>;
 
 /// A counted object of the type T, or nothing.
 template <typename T>

@@ -5,9 +5,9 @@
 
 namespace tunemeadow {
 
-/// Path of the program that a shell would start for this name: the name itself where it holds a
-/// "/", else the first match in the folders of $PATH. Empty where there is no executable file of
-/// it.
+/// Absolute path of the program that a shell would start for this name: of the file itself where
+/// the name holds a "/", else of the first match in the folders of $PATH. Empty where there is no
+/// executable file of it.
 [[nodiscard]] std::string ProgramPath(const std::string& name);
 
 }  // namespace tunemeadow
