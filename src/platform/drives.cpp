@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/drives.h"
 
+#include <mntent.h>
+
 #include <algorithm>
 #include <array>
+#include <cstdio>
+#include <memory>
 
 #include "core/paths.h"
 #include "core/text.h"
@@ -17,30 +21,27 @@ bool IsOneOf(std::string_view text, const std::array<std::string_view, N>& texts
   return std::find(texts.begin(), texts.end(), text) != texts.end();
 }
 
-bool IsOctal(char c) noexcept { return c >= '0' && c <= '7'; }
+/// One line of a table of file systems.
+struct MountEntry {
+  std::string device;  ///< as the table names it: "/dev/sr0", "tmpfs", "host:/export"
+  std::string folder;
+  std::string kind;  ///< file system: "iso9660", "ext4", "nfs4"
+};
 
-/// "\040" is a blank, and so on.
-std::string WithoutMountEscapes(std::string_view field) {
-  std::string text;
-  for (std::size_t i = 0; i < field.size(); ++i) {
-    if (field[i] == '\\' && i + 3 < field.size() && IsOctal(field[i + 1]) &&
-        IsOctal(field[i + 2]) && IsOctal(field[i + 3])) {
-      const int code = (field[i + 1] - '0') * 64 + (field[i + 2] - '0') * 8 + field[i + 3] - '0';
-      text += static_cast<char>(static_cast<unsigned char>(code));
-      i += 3;
-    } else {
-      text += field[i];
-    }
+/// The entries of such a table (fstab(5), /proc/self/mounts); none where it can not be read.
+std::vector<MountEntry> ReadMounts(const std::string& path) {
+  constexpr int kLongestLine = 8192;  // what goes over it is a line's options
+  std::vector<MountEntry> mounts;
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> table(setmntent(path.c_str(), "r"),
+                                                              &endmntent);
+  if (table == nullptr) return mounts;
+  std::array<char, kLongestLine> line{};
+  mntent entry{};
+  while (getmntent_r(table.get(), &entry, line.data(), kLongestLine) != nullptr) {
+    if (*entry.mnt_type == '\0') continue;
+    mounts.push_back({entry.mnt_fsname, entry.mnt_dir, entry.mnt_type});
   }
-  return text;
-}
-
-/// Takes the next field off a line; empty at its end.
-std::string_view TakeField(std::string_view& line) noexcept {
-  line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
-  const std::string_view field = line.substr(0, line.find_first_of(" \t"));
-  line.remove_prefix(field.size());
-  return field;
+  return mounts;
 }
 
 bool IsOpticalDevice(std::string_view device) noexcept {
@@ -99,7 +100,7 @@ bool HasOpticalDevice(const std::string& system_root) {
     constexpr std::string_view kNames = "drive name:";
     if (!line.starts_with(kNames)) continue;
     line.remove_prefix(kNames.size());
-    return !TakeField(line).empty();
+    return line.find_first_not_of(" \t") != std::string_view::npos;
   }
   return MyFileExists(system_root + "dev/sr0");
 }
@@ -107,8 +108,7 @@ bool HasOpticalDevice(const std::string& system_root) {
 /// Where discs are usually mounted, without a trailing "/"; empty where no such folder exists.
 std::string UsualOpticalFolder(const std::string& system_root) {
   std::vector<std::string> folders;
-  for (const MountEntry& entry :
-       ParseMounts(ReadWholeFile(system_root + "etc/fstab").value_or(""))) {
+  for (const MountEntry& entry : ReadMounts(system_root + "etc/fstab")) {
     if (IsOpticalDevice(entry.device)) folders.push_back(entry.folder);
   }
   folders.insert(folders.end(), {"/media/cdrom0", "/media/cdrom"});
@@ -138,22 +138,9 @@ std::string_view DriveTypeText(DriveType type) noexcept {
   return "Drive Doesn't Exist";
 }
 
-std::vector<MountEntry> ParseMounts(std::string_view table) {
-  std::vector<MountEntry> mounts;
-  for (std::string_view line : Split(table, '\n')) {
-    const std::string_view device = TakeField(line);
-    const std::string_view folder = TakeField(line);
-    const std::string_view kind = TakeField(line);
-    if (kind.empty() || device.starts_with('#')) continue;
-    mounts.push_back({WithoutMountEscapes(device), WithoutMountEscapes(folder), std::string(kind)});
-  }
-  return mounts;
-}
-
 std::vector<Drive> MountedDrives(const std::string& system_root) {
   std::vector<Drive> drives;
-  for (const MountEntry& mount :
-       ParseMounts(ReadWholeFile(system_root + "proc/self/mounts").value_or(""))) {
+  for (const MountEntry& mount : ReadMounts(system_root + "proc/self/mounts")) {
     if (IsOfTheSystem(mount)) continue;
     const Drive drive{WithTrailingSeparator(mount.folder), TypeOfMount(mount, system_root)};
     const auto covered = std::find_if(drives.begin(), drives.end(),

@@ -14,16 +14,6 @@ enum class DriveType { kNone, kRemovable, kFixed, kRemote, kOptical, kMemory };
 /// "Drive Doesn't Exist", "Removable Drive", "Fixed Drive", "Remote Drive", "CD-ROM", "RAM Disk".
 [[nodiscard]] std::string_view DriveTypeText(DriveType type) noexcept;
 
-/// One line of a table of file systems (fstab(5), /proc/self/mounts), its escapes (\040) undone.
-struct MountEntry {
-  std::string device;  ///< as the table names it: "/dev/sr0", "tmpfs", "host:/export"
-  std::string folder;
-  std::string kind;  ///< file system: "iso9660", "ext4", "nfs4"
-};
-
-/// The entries of such a table; comments and lines with fewer than three fields are left out.
-[[nodiscard]] std::vector<MountEntry> ParseMounts(std::string_view table);
-
 /// One mounted file system that may hold a person's files; the kernel's own ones are none.
 struct Drive {
   std::string root;  ///< with a trailing "/"
