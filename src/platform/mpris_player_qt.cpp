@@ -17,8 +17,8 @@
 #include "core/paths.h"
 #include "core/text.h"
 #include "files/file_facts.h"
+#include "platform/file_urls.h"
 #include "platform/running_programs.h"
-#include "platform/shell_open.h"
 
 namespace tunemeadow {
 namespace {

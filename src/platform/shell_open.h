@@ -20,8 +20,4 @@ class ShellOpener {
 /// Whether the text begins with a scheme: "https://...", "mailto:...". A path never does.
 [[nodiscard]] bool IsUrl(std::string_view path_or_url) noexcept;
 
-/// The URL of a local file (RFC 8089): every byte of the path survives, "#", "?", "%" and those
-/// that are not UTF-8 included. A relative path counts from the working folder.
-[[nodiscard]] std::string FileUrl(const std::string& path);
-
 }  // namespace tunemeadow

@@ -7,6 +7,7 @@
 
 #include "core/paths.h"
 #include "files/file_facts.h"
+#include "platform/file_urls.h"
 
 namespace tunemeadow {
 

@@ -10,6 +10,7 @@
 #include <QMimeData>
 #include <filesystem>
 
+#include "platform/file_urls.h"
 #include "playback/play.h"
 #include "support/scoped_environment.h"
 #include "support/scripted_world.h"

@@ -10,7 +10,7 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "ui/kit/file_uris.h"
+#include "platform/file_urls.h"
 #include "ui/panes/list_selection.h"
 #include "ui/panes/result_view.h"
 
