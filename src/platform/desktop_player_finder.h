@@ -7,11 +7,11 @@
 
 namespace tunemeadow {
 
-/// Asks the files in which the desktop keeps its associations (MIME Applications
-/// Associations 1.0.1); starts no process. The order: the defaults of each mimeapps.list, the
-/// user's before the system's; the associations that these add; what the installed programs say of
-/// themselves (mimeinfo.cache). Entries that are hidden, removed by the user, or whose program is
-/// not installed are passed over.
+/// Asks for the desktop's associations (MIME Applications Associations 1.0.1); starts no process.
+/// The order: the defaults, the user's before the system's; the associations that a user or a
+/// system has added; what the installed programs were found to take (mimeinfo.cache). Entries that
+/// are hidden, removed by the user, or whose program is not installed are passed over. Costs some
+/// milliseconds at the first call.
 class DesktopPlayerFinder : public PlayerFinder {
  public:
   /// Absolute path of the program, without arguments.

@@ -5,39 +5,13 @@
 #include <sys/stat.h>
 
 #include <string>
-#include <vector>
 
-#include "platform/desktop_entry.h"
+#include "support/child_process.h"
 #include "support/scoped_environment.h"
 #include "support/temp_folder.h"
 
 namespace tunemeadow {
 namespace {
-
-TEST(ExecWords, UndoesEscapesQuotesAndFieldCodes) {
-  struct {
-    const char* exec;
-    std::vector<std::string> words;
-  } cases[] = {
-      {"audacious %U", {"audacious"}},
-      {"\"/opt/my player/play\" --icon %i -e %F", {"/opt/my player/play", "--icon", "-e"}},
-      {R"("/opt/a\\"b\\$c/play" 100%%)", {"/opt/a\"b$c/play", "100%"}},
-      {R"(/opt/a\sb "")", {"/opt/a", "b"}},
-      {"  %u ", {}},
-      {"\"never closed %", {"never closed "}},
-      {"trailing\\", {"trailing\\"}},
-  };
-  for (const auto& c : cases) EXPECT_EQ(ExecWords(c.exec), c.words) << c.exec;
-}
-
-TEST(DesktopValue, ReadsTheFirstGroupOfThatNameOnly) {
-  constexpr std::string_view text =
-      "#[A]\nx=no\n[B]\nx=b\r\n[A]\n# x=comment\n x = 1 \nx[de]=zwei\nx=3\n[A]\ny=late\n[A";
-  EXPECT_EQ(DesktopValue(text, "A", "x"), "1");
-  EXPECT_EQ(DesktopValue(text, "B", "x"), "b");
-  EXPECT_EQ(DesktopValue(text, "A", "y"), "");
-  EXPECT_EQ(DesktopValue(text, "a", "x"), "");
-}
 
 /// A desktop of its own, with programs that can be found.
 class DesktopPlayerFinderTest : public testing::Test {
@@ -49,7 +23,9 @@ class DesktopPlayerFinderTest : public testing::Test {
     folder_.Write(name, "[Desktop Entry]\nType=Application\nMimeType=audio/mpeg;\n" + lines);
   }
   void List(const std::string& name, const std::string& text) { folder_.Write(name, text); }
-  std::string Found() { return DesktopPlayerFinder().AssociatedCommand(); }
+  static std::string Found() {
+    return InChildProcess([] { return DesktopPlayerFinder().AssociatedCommand(); });
+  }
 
   const TempFolder folder_;
 
@@ -96,7 +72,7 @@ TEST_F(DesktopPlayerFinderTest, EachSourceYieldsToTheOneBeforeIt) {
 TEST_F(DesktopPlayerFinderTest, ReadsTheProgramOutOfTheEntry) {
   Program("bin/play");
   Program("apps/exports/bin/org.example.Play");
-  Program("bin/flatpak");
+  for (const char* starter : {"bin/flatpak", "bin/env"}) Program(starter);
   const std::string play = folder_.Path("bin/play");
   List("share/applications/mimeinfo.cache", "[MIME Cache]\naudio/mpeg=kde-sub-play.desktop;\n");
   const std::string path = "share/applications/kde/sub-play.desktop";
