@@ -3,10 +3,13 @@
 
 #include <gio/gdesktopappinfo.h>
 
+#include <algorithm>
+#include <memory>
 #include <string_view>
 #include <vector>
 
 #include "core/paths.h"
+#include "core/text.h"
 #include "platform/glib_owned.h"
 #include "platform/program_path.h"
 
@@ -29,6 +32,46 @@ std::vector<App> TakenApps(GList* list) {
 }
 
 GDesktopAppInfo* EntryOf(const App& app) noexcept { return G_DESKTOP_APP_INFO(app.get()); }
+
+bool Holds(const char* const* texts, const char* text) noexcept {
+  return texts != nullptr && g_strv_contains(texts, text) != FALSE;
+}
+
+/// Whether the person has taken the type away from the program.
+bool IsRemovedByPerson(const char* id) {
+  const std::string data = JoinPath(g_get_user_data_dir(), "applications");
+  for (const std::string& folder : {std::string(g_get_user_config_dir()), data}) {
+    const std::unique_ptr<GKeyFile, void (*)(GKeyFile*)> file(g_key_file_new(), &g_key_file_unref);
+    const std::string path = JoinPath(folder, "mimeapps.list");
+    g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, nullptr);
+    const GlibTexts ids(g_key_file_get_string_list(file.get(), "Removed Associations", kMediaType,
+                                                   nullptr, nullptr));
+    if (Holds(ids.get(), id)) return true;
+  }
+  return false;
+}
+
+/// Whether the program's own entry says that it is a player, for MP3 files among others, that a
+/// person may choose.
+bool IsVisiblePlayer(const App& app) {
+  const char* categories = g_desktop_app_info_get_categories(EntryOf(app));
+  if (categories == nullptr || g_app_info_should_show(app.get()) == FALSE) return false;
+  const auto names = Split(categories, ';');
+  return std::find(names.begin(), names.end(), "Player") != names.end() &&
+         Holds(g_app_info_get_supported_types(app.get()), kMediaType) &&
+         !IsRemovedByPerson(g_app_info_get_id(app.get()));
+}
+
+/// The players by their own entries, which say more than the desktop's lists where nothing has
+/// collected their types.
+std::vector<App> InstalledPlayers() {
+  std::vector<App> apps = TakenApps(g_app_info_get_all());
+  std::erase_if(apps, [](const App& app) { return !IsVisiblePlayer(app); });
+  std::sort(apps.begin(), apps.end(), [](const App& a, const App& b) {
+    return std::string_view(g_app_info_get_id(a.get())) < g_app_info_get_id(b.get());
+  });
+  return apps;
+}
 
 /// What the desktop's lists name, best first.
 std::vector<App> AssociatedApps() {
@@ -73,14 +116,19 @@ std::string ProgramOf(const App& app) {
   return SandboxedProgram(g_desktop_app_info_get_filename(EntryOf(app)));
 }
 
-}  // namespace
-
-std::string DesktopPlayerFinder::AssociatedCommand() {
-  for (const App& app : AssociatedApps()) {
+std::string FirstProgramOf(const std::vector<App>& apps) {
+  for (const App& app : apps) {
     std::string program = ProgramOf(app);
     if (!program.empty()) return program;
   }
   return {};
+}
+
+}  // namespace
+
+std::string DesktopPlayerFinder::AssociatedCommand() {
+  const std::string program = FirstProgramOf(AssociatedApps());
+  return program.empty() ? FirstProgramOf(InstalledPlayers()) : program;
 }
 
 }  // namespace tunemeadow

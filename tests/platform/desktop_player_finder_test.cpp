@@ -93,5 +93,30 @@ TEST_F(DesktopPlayerFinderTest, ReadsTheProgramOutOfTheEntry) {
   EXPECT_EQ(Found(), folder_.Path("apps/exports/bin/org.example.Play"));
 }
 
+TEST_F(DesktopPlayerFinderTest, WithoutAListOfTypesThePlayersSpeakForThemselves) {
+  const std::string player = "Categories=AudioVideo;Player;\n";
+  const struct {
+    const char* id;
+    std::string lines;
+  } entries[] = {
+      {"a", "Categories=AudioVideo;Audio;\nExec=a %F\n"},  // a tag editor, for example
+      {"b", player + "NoDisplay=true\nExec=b --add %F\n"},
+      {"c", player + "Exec=missing\n"},
+      {"d", player + "Exec=d %U\n"},
+      {"e", player + "Exec=e %U\n"},
+  };
+  for (const auto& entry : entries) {
+    Program(std::string("bin/") + entry.id);
+    Entry(std::string("share/applications/") + entry.id + ".desktop", entry.lines);
+  }
+  folder_.Write("share/applications/0.desktop",
+                "[Desktop Entry]\nType=Application\nMimeType=video/mp4;\nExec=a\n" + player);
+  EXPECT_EQ(Found(), folder_.Path("bin/d"));
+  List("home/.config/mimeapps.list", "[Removed Associations]\naudio/mpeg=d.desktop;\n");
+  EXPECT_EQ(Found(), folder_.Path("bin/e"));
+  List("share/applications/mimeinfo.cache", "[MIME Cache]\naudio/mpeg=a.desktop;\n");
+  EXPECT_EQ(Found(), folder_.Path("bin/a")) << "a list comes first";
+}
+
 }  // namespace
 }  // namespace tunemeadow
