@@ -84,6 +84,7 @@ TEST(WriteID3v2Tag, KeepsTheSizeWhereTheFramesFitAndElseMovesTheAudio) {
   const std::string grown = "ID3\3\0\0\0\0\x9\x1E"s + frames + Zeros(800);
   const std::pair<std::string, std::string> cases[] = {
       {Id3v2Tag("TSSE", 4, 4996), "ID3\3\0\0\0\0\x27\x08"s + frames + Zeros(4618)},
+      {"ID3\3\0\0\0\0\2\xFE"s + Zeros(510), "ID3\3\0\0\0\0\2\xFE"s + frames + Zeros(128)},
       {Id3v2Tag("", 2, 382), "ID3\3\0\0\0\0\2\x7E"s + frames},
       {Id3v2Tag("", 3, 381), grown},
       {Id3v2Tag("", 3, 0), grown},

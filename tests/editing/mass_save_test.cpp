@@ -184,8 +184,12 @@ TEST_F(MassSaving, QuotesOfTheEditorGiveWayThoseOfATrackStay) {
       AddTrack(name, audio_, {{"Songname", R"(O'Hara "x")"}, {"Mood", R"(o'wn "y")"}});
     }
     TickAlbum(EditAll(), R"(Al'bum "z")");
+    bench_.details.cboGenre1 = R"(R'n"B)";
+    bench_.details.selectors.chkGenre = true;
     SaveAll({Answer::kOk});
-    EXPECT_EQ(Column("Songname || Mood || album"), Texts(2, R"(O'Hara "x"o'wn "y"Al'bum ''z'')"));
+    EXPECT_EQ(Column("Songname || Mood || album || genrereal"),
+              Texts(2, R"(O'Hara "x"o'wn "y"Al'bum ''z''R'n"B)"))
+        << "as in a single save, the genre keeps its own";
     EXPECT_EQ(bench_.ListView1.Cell(1, Field::album), "Al'bum ''z''");
     EXPECT_EQ(Tag("a'\"2.mp3").Album, R"(Al'bum "z")");
   }

@@ -248,9 +248,9 @@ TEST_F(SingleSave, LongTextsAreCutInTheRowAndTheNoticeSaysWhatATagLoses) {
   EXPECT_EQ(interaction_.Status(),
             LossSentence({.characters = 1, .long_texts = 1, .cut_texts = 1}));
   session_.preferences.chkSaveTags = false;
-  details.txtSave3[0] = std::string(256, 'x');
+  details.txtTempoSave = details.txtSave3[0] = std::string(256, 'x');
   Save();
-  EXPECT_EQ(interaction_.Status(), LossSentence({.cut_texts = 1})) << "the row alone loses as well";
+  EXPECT_EQ(interaction_.Status(), LossSentence({.cut_texts = 2})) << "the row alone loses as well";
 }
 
 TEST_F(SingleSave, WhatALyrics3BlockLosesIsToldOnce) {

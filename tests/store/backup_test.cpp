@@ -20,6 +20,7 @@
 #include "store/compact_copy.h"
 #include "store/database.h"
 #include "support/catalogue.h"
+#include "support/other_program.h"
 
 namespace tunemeadow {
 namespace {
@@ -223,6 +224,18 @@ TEST_F(TakeOverTest, NothingMovesWhileTheCatalogueIsMissingDamagedOrInUse) {
   expect_untouched("missing");
   folder_.Write("mp3s.mdb", sound);
   EXPECT_TRUE(TakeOverCompactCopy(catalogue_, folder_.Path()));
+}
+
+TEST_F(TakeOverTest, NoCopyIsMadeOfACatalogueThatIsWrittenToMeanwhile) {
+  {
+    // What is written stays in the log as long as the other program reads.
+    const OtherProgram reader(catalogue_, "begin; select uid from mp3sTabelle");
+    { const OtherProgram writer(catalogue_, "update mp3sTabelle set Songname='meanwhile'"); }
+    EXPECT_EQ(MakeCompactCopy(catalogue_, compact_), "The catalogue is being written to.");
+    EXPECT_FALSE(fs::exists(compact_) || fs::exists(compact_ + ".part"));
+  }
+  EXPECT_EQ(MakeCompactCopy(catalogue_, compact_), "");
+  EXPECT_EQ(TitleIn(compact_), "meanwhile");
 }
 
 TEST_F(TakeOverTest, ALinkToTheCatalogueStaysALink) {

@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sqlite3.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,6 +16,7 @@
 #include "core/dates.h"
 #include "store/statement.h"
 #include "support/catalogue.h"
+#include "support/other_program.h"
 
 namespace tunemeadow {
 namespace {
@@ -38,22 +38,6 @@ void InsertTrack(Connection& connection, const std::string& location) {
   connection.Execute("insert into mp3sTabelle (location,Songname) values (" +
                      Quoted(location, '"') + ",\"x\")");
 }
-
-/// Another program's hold on the file.
-class OtherProgram {
- public:
-  OtherProgram(const std::string& path, const char* statements) {
-    EXPECT_EQ(sqlite3_open(path.c_str(), &store_), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(store_, statements, nullptr, nullptr, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(store_);
-  }
-  ~OtherProgram() { sqlite3_close(store_); }
-  OtherProgram(const OtherProgram&) = delete;
-  OtherProgram& operator=(const OtherProgram&) = delete;
-
- private:
-  sqlite3* store_ = nullptr;
-};
 
 class OpenFailure : public testing::Test {
  protected:

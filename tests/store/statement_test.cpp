@@ -82,6 +82,10 @@ TEST(TranslateStatement, NumberColumnsCompareAsNumbersWithBareNumbers) {
        "where cast(nullif(bpm,'') as real) not between 1 and 2",
        {}},
       {"where bpm='60' and year>1990", "where bpm=? and year>1990", {"60"}},
+      {"update t set url=(BPM=1 and a),BPM=(select b from c where bpm=2),BPM=3",
+       "update t set url=(cast(nullif(BPM,'') as real)=1 and a),"
+       "BPM=(select b from c where cast(nullif(bpm,'') as real)=2),BPM=3",
+       {}},
       {"Update t set BPM=120,filesizereal = 7 where bpm=3",
        "Update t set BPM=120,filesizereal = 7 where cast(nullif(bpm,'') as real)=3",
        {}},

@@ -274,6 +274,10 @@ TEST_F(Tree, ARowFindsItsNodeAndOpensItsParents) {
   EXPECT_EQ(bench_.tree.selected.key, "CDArchive|Disc\\MP3-CD01/Jazz/");
   EXPECT_EQ(bench_.tree.selected.name, "Disc");
   EXPECT_GE(SelectedNode(bench_.tree), 0);
+  bench_.tree.visible = false;
+  bench_.details.uid = bench_.ListView1.Uid(0);
+  cmdSeekto_Click(bench_);
+  EXPECT_EQ(bench_.tree.selected.name, "Disc") << "a hidden tree keeps its node";
 }
 
 TEST_F(Tree, APlaylistIsFoundByItsNameWhateverItsNumber) {
