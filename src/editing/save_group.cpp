@@ -33,7 +33,7 @@ void SaveGroup::Open(std::size_t index) {
   const std::size_t most = std::min(index + kFilesPerGroup, paths_.size());
   end_ = index + 1;
   for (std::size_t i = index; plan_.ranges != nullptr && i < most; ++i) {
-    if (i > index && journal_.GroupBytes() >= kBytesPerGroup) break;
+    if (i > index && journal_.GroupBytes() >= plan_.bytes_per_group) break;
     end_ = i + 1;
     if (!file_.Open(paths_[i])) continue;
     const std::vector<ByteRange> ranges = plan_.ranges(file_);
@@ -47,7 +47,7 @@ void SaveGroup::Open(std::size_t index) {
   }
   // What was prepared is in the journal already; only what comes on top of it fills the group. Else
   // a full one would end behind its first file, and the rest would be prepared anew each time.
-  allowed_ = journal_.GroupBytes() + kBytesPerGroup;
+  allowed_ = journal_.GroupBytes() + plan_.bytes_per_group;
 }
 
 void SaveGroup::FileDone(std::size_t index) { journal_.Done(paths_[index]); }

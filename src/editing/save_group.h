@@ -26,7 +26,8 @@ struct SavePlan {
   /// audio moves: whole files are not worth being prepared, each goes into the journal by itself
   /// and only the syncs at the end are shared.
   std::vector<ByteRange> (*ranges)(FileBytes& file) = nullptr;
-  std::int64_t growth = 0;  ///< bytes by which a file may become longer
+  std::int64_t growth = 0;                        ///< bytes by which a file may become longer
+  std::int64_t bytes_per_group = kBytesPerGroup;  ///< a smaller bound shows in a test what it does
 };
 
 /// Use:

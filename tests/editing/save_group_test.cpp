@@ -70,6 +70,40 @@ TEST_F(SaveGroups, WhatIsNotPreparedIsJournaledByItselfInOneGroup) {
   }
 }
 
+TEST_F(SaveGroups, AGroupEndsOnceSoManyBytesHaveComeOnTopOfWhatWasPrepared) {
+  const std::vector<std::string> paths = Files(6);
+  Batch batch(session_, interaction_, "", 0);
+  TagWriting writing(session_.journal);
+  const auto note = static_cast<std::int64_t>(128 + paths[0].size());
+  static std::size_t prepared;
+  const auto ranges = [](FileBytes& file) {
+    ++prepared;
+    return TagRanges(file);
+  };
+  const struct {
+    decltype(SavePlan::ranges) ranges;
+    std::int64_t bytes;
+    std::string first_of_group;  // a digit for each file
+  } cases[] = {{ranges, 1, "111111"}, {ranges, 2 * note, "101010"}, {nullptr, 1, "111111"}};
+  for (const auto& each : cases) {
+    SaveGroup group(session_.journal, batch, paths,
+                    {.ranges = each.ranges, .bytes_per_group = each.bytes});
+    std::string groups;
+    prepared = 0;
+    std::int64_t before = -1;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+      group.BeginFile(i);
+      groups += session_.journal.GroupBytes() == before ? '0' : '1';
+      ASSERT_EQ(RemoveID3v1Tag(writing, paths[i]), "OK");
+      group.FileDone(i);
+      before = session_.journal.GroupBytes();
+    }
+    EXPECT_EQ(groups, each.first_of_group) << each.bytes;
+    EXPECT_EQ(prepared, each.ranges == nullptr ? 0 : paths.size()) << "each file once";
+    Files(6);
+  }
+}
+
 TEST_F(SaveGroups, EveryWayOutClosesTheGroup) {
   const std::vector<std::string> paths = Files(1);
   try {
