@@ -18,6 +18,7 @@
 
 #include "core/numbers.h"
 #include "core/paths.h"
+#include "files/descriptor.h"
 #include "files/durable_file.h"
 #include "files/file_facts.h"
 #include "store/store_handle.h"
@@ -26,22 +27,6 @@ namespace tunemeadow {
 namespace {
 
 constexpr std::size_t kOriginBlock = std::size_t{1} << 16;
-
-/// A descriptor of its own, closed at the end of its scope.
-class CompactDescriptor {
- public:
-  CompactDescriptor(const std::string& path, int flags) noexcept
-      : descriptor_(open(path.c_str(), flags | O_CLOEXEC, 0666)) {}
-  ~CompactDescriptor() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-  CompactDescriptor(const CompactDescriptor&) = delete;
-  CompactDescriptor& operator=(const CompactDescriptor&) = delete;
-  [[nodiscard]] int get() const noexcept { return descriptor_; }
-
- private:
-  int descriptor_;
-};
 
 std::string StoreMessage(sqlite3* store) {
   return store == nullptr ? sqlite3_errstr(SQLITE_NOMEM) : sqlite3_errmsg(store);
@@ -193,10 +178,10 @@ bool CopyBytes(int from, int to) {
 /// Copies the bytes to a new file with the owner and the permissions of `like`.
 bool CopyBeside(const std::string& from, const std::string& to, const std::string& like) {
   unlink(to.c_str());
-  const CompactDescriptor source(from, O_RDONLY);
-  const CompactDescriptor target(to, O_WRONLY | O_CREAT | O_EXCL);
+  const Descriptor source(open(from.c_str(), O_RDONLY | O_CLOEXEC));
+  const Descriptor target(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
   struct stat status {};
-  if (source.get() < 0 || target.get() < 0 || stat(like.c_str(), &status) != 0) return false;
+  if (!source.IsOpen() || !target.IsOpen() || stat(like.c_str(), &status) != 0) return false;
   // Only root may give a file away; anyone else owns both.
   if (fchown(target.get(), status.st_uid, status.st_gid) != 0) errno = 0;
   return fchmod(target.get(), status.st_mode & 07777) == 0 && CopyBytes(source.get(), target.get());
@@ -212,8 +197,8 @@ bool MakeCatalogueOf(const std::string& path) {
 }
 
 bool SyncFile(const std::string& path) noexcept {
-  const CompactDescriptor file(path, O_RDWR);
-  return file.get() >= 0 && fsync(file.get()) == 0;
+  const Descriptor file(open(path.c_str(), O_RDWR | O_CLOEXEC));
+  return file.IsOpen() && fsync(file.get()) == 0;
 }
 
 void RemoveStoreFile(const std::string& path) {
@@ -257,8 +242,8 @@ std::string MakeCompactCopy(const std::string& source, const std::string& output
   const std::string copy = output + ".part";
   // Locked as long as this run lasts: what a killed one left is taken, what another one makes is
   // not.
-  const CompactDescriptor owned(copy, O_RDWR | O_CREAT);
-  if (owned.get() < 0) return SystemMessage(copy);
+  const Descriptor owned(open(copy.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
+  if (!owned.IsOpen()) return SystemMessage(copy);
   if (flock(owned.get(), LOCK_EX | LOCK_NB) != 0) return "Another copy is being made.";
   unlink((copy + "-journal").c_str());
   timespec time{};
