@@ -40,6 +40,25 @@ struct UndoJournalTest : testing::Test {
 
   [[nodiscard]] std::string Bytes() const { return folder.Read("music/a.mp3"); }
 
+  struct KilledWriter {
+    explicit KilledWriter(const TempFolder& folder) : journal(folder.Path()) {
+      journal.BeginGroup();
+    }
+    void Prepare(std::initializer_list<std::string> paths, std::int64_t growth = 0) {
+      for (const std::string& path : paths) journal.Prepare(path, head, growth);
+      ASSERT_TRUE(journal.SyncPrepared());
+    }
+    void Write(const std::string& path, const std::vector<FilePiece>& pieces,
+               std::int64_t length = 100'000) {
+      ASSERT_EQ(file.Open(path), "");
+      ASSERT_EQ(file.Rewrite(pieces, length), "");
+    }
+
+    const std::vector<ByteRange> head = {{0, 1000}};
+    UndoJournal journal;
+    JournaledFile file{journal};
+  };
+
   [[nodiscard]] std::vector<UndoJournal::RolledBack> StartAnew() const {
     return UndoJournal(folder.Path()).RollBack();
   }
@@ -71,13 +90,10 @@ TEST_F(UndoJournalTest, WhatIsNotEndedIsUndoneWhateverItDidToTheFile) {
   struct stat before {};
   ASSERT_EQ(stat(path.c_str(), &before), 0);
   for (const auto& [pieces, length] : rewrites) {
-    UndoJournal killed(folder.Path());
-    killed.BeginGroup();
-    JournaledFile file(killed);
-    ASSERT_EQ(file.Open(path), "");
-    ASSERT_EQ(file.Rewrite(pieces, length), "");
+    KilledWriter killed(folder);
+    killed.Write(path, pieces, length);
     // A second rewrite in the same group goes further than the first.
-    ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{2, "xyz"}}, length - 1), "");
+    ASSERT_EQ(killed.file.Rewrite(std::vector<FilePiece>{{2, "xyz"}}, length - 1), "");
     ASSERT_NE(Bytes(), old_bytes);
 
     const auto files = StartAnew();
@@ -94,23 +110,16 @@ TEST_F(UndoJournalTest, WhatIsNotEndedIsUndoneWhateverItDidToTheFile) {
 
 TEST_F(UndoJournalTest, InAGroupOneSyncServesManyFilesAndADoneFileStaysNew) {
   const std::string second = folder.Write("music/b.mp3", old_bytes);
-  UndoJournal killed(folder.Path());
-  killed.BeginGroup();
-  const std::vector<ByteRange> head = {{0, 1000}};
-  killed.Prepare(path, head, 128);
-  killed.Prepare(second, head, 128);
-  killed.Prepare(folder.Path("music"), head, 128);
-  killed.Prepare(folder.Path("missing.mp3"), head, 128);
-  ASSERT_TRUE(killed.SyncPrepared());
-  const std::int64_t prepared = killed.GroupBytes();
+  KilledWriter killed(folder);
+  killed.Prepare({path, second, folder.Path("music"), folder.Path("missing.mp3")}, 128);
+  const std::int64_t prepared = killed.journal.GroupBytes();
+  const std::string tail = Letters(128);
   for (const std::string& each : {path, second}) {
-    JournaledFile file(killed);
-    ASSERT_EQ(file.Open(each), "");
-    ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{500, "new"}, {100'000, Letters(128)}}, 100'128),
-              "");
+    killed.Write(each, {{500, "new"}, {100'000, tail}}, 100'128);
   }
-  EXPECT_LT(killed.GroupBytes(), prepared + 1000) << "what was prepared is not journaled again";
-  killed.Done(path);
+  EXPECT_LT(killed.journal.GroupBytes(), prepared + 1000)
+      << "what was prepared is not journaled again";
+  killed.journal.Done(path);
   const std::string done = Bytes();
 
   const auto files = StartAnew();
@@ -121,12 +130,9 @@ TEST_F(UndoJournalTest, InAGroupOneSyncServesManyFilesAndADoneFileStaysNew) {
 }
 
 TEST_F(UndoJournalTest, ADoneFileWhoseBytesNeverReachedTheDiskIsUndone) {
-  UndoJournal killed(folder.Path());
-  killed.BeginGroup();
-  JournaledFile file(killed);
-  ASSERT_EQ(file.Open(path), "");
-  ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
-  killed.Done(path);
+  KilledWriter killed(folder);
+  killed.Write(path, {{0, "HEAD"}});
+  killed.journal.Done(path);
   folder.Write("music/a.mp3", "HE" + old_bytes.substr(2));  // what a power cut made of it
 
   ASSERT_EQ(StartTheMachineAnew().size(), 1U);
@@ -135,16 +141,10 @@ TEST_F(UndoJournalTest, ADoneFileWhoseBytesNeverReachedTheDiskIsUndone) {
 
 TEST_F(UndoJournalTest, WhatAnotherProgramWritesAfterAKillStaysUnlessTheFileWasInTheMiddle) {
   const std::string second = folder.Write("music/b.mp3", old_bytes);
-  UndoJournal killed(folder.Path());
-  killed.BeginGroup();
-  const std::vector<ByteRange> head = {{0, 1000}};
-  killed.Prepare(path, head, 0);
-  killed.Prepare(second, head, 0);
-  ASSERT_TRUE(killed.SyncPrepared());
-  JournaledFile file(killed);
-  ASSERT_EQ(file.Open(path), "");
-  ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
-  killed.Done(path);
+  KilledWriter killed(folder);
+  killed.Prepare({path, second});
+  killed.Write(path, {{0, "HEAD"}});
+  killed.journal.Done(path);
   const std::string foreign = "ANOTHER" + old_bytes.substr(7);
   folder.Write("music/a.mp3", foreign);  // done
   folder.Write("music/b.mp3", foreign);  // not begun
@@ -154,13 +154,10 @@ TEST_F(UndoJournalTest, WhatAnotherProgramWritesAfterAKillStaysUnlessTheFileWasI
 }
 
 TEST_F(UndoJournalTest, ATornEndOfTheJournalUndoesNothingAndHidesNothing) {
-  UndoJournal killed(folder.Path());
-  killed.BeginGroup();
-  JournaledFile file(killed);
-  ASSERT_EQ(file.Open(path), "");
-  ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
+  KilledWriter killed(folder);
+  killed.Write(path, {{0, "HEAD"}});
   const std::string first = folder.Read("undo.journal");
-  ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{5000, "MORE"}}, 100'000), "");
+  ASSERT_EQ(killed.file.Rewrite(std::vector<FilePiece>{{5000, "MORE"}}, 100'000), "");
   const std::string both = folder.Read("undo.journal");
   // The second record never got whole to the disk, so its write never began.
   folder.Write("music/a.mp3", "HEAD" + old_bytes.substr(4));
@@ -180,11 +177,8 @@ TEST_F(UndoJournalTest, ATornEndOfTheJournalUndoesNothingAndHidesNothing) {
 TEST_F(UndoJournalTest, AFileThatSomebodyElseHasChangedOrRemovedIsLeftAndTheJournalKept) {
   for (const bool removed : {false, true}) {
     folder.Write("music/a.mp3", old_bytes);
-    UndoJournal killed(folder.Path());
-    killed.BeginGroup();
-    JournaledFile file(killed);
-    ASSERT_EQ(file.Open(path), "");
-    ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
+    KilledWriter killed(folder);
+    killed.Write(path, {{0, "HEAD"}});
     if (removed) {
       std::filesystem::remove(path);
     } else {
@@ -243,19 +237,11 @@ TEST_F(UndoJournalTest, AFileOfTwoNamesIsJournaledOnce) {
   std::filesystem::create_directory_symlink(folder.Path("music"), folder.Path("linked"));
   const std::string other = folder.Path("linked/a.mp3");
   for (const bool prepared : {false, true}) {
-    UndoJournal killed(folder.Path());
-    killed.BeginGroup();
-    const std::vector<ByteRange> head = {{0, 1000}};
-    if (prepared) {
-      killed.Prepare(path, head, 0);
-      killed.Prepare(other, head, 0);
-      ASSERT_TRUE(killed.SyncPrepared());
-    }
+    KilledWriter killed(folder);
+    if (prepared) killed.Prepare({path, other});
     for (const std::string& name : {path, other}) {
-      JournaledFile file(killed);
-      ASSERT_EQ(file.Open(name), "");
       const std::string head_of_name = name.substr(name.size() - 12);
-      ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, head_of_name}, {2000, "x"}}, 90'000), "");
+      killed.Write(name, {{0, head_of_name}, {2000, "x"}}, 90'000);
     }
     EXPECT_EQ(StartAnew().size(), 1U);
     EXPECT_EQ(Bytes(), old_bytes);

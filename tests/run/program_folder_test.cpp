@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <filesystem>
-#include <iterator>
 #include <string>
 
 #include "core/paths.h"
@@ -17,10 +15,6 @@
 
 namespace tunemeadow {
 namespace {
-
-std::ptrdiff_t NamesInCopyFolder(const TempFolder& folder) {
-  return std::distance(std::filesystem::directory_iterator(folder.Path()), {});
-}
 
 TEST(ProgramFolder, IsTheNamedFolderElseTheExecutablesElseTheUsers) {
   const TempFolder temp;
@@ -91,7 +85,7 @@ TEST(CopyFileIfMissing, CopiesWholeAndNeverTouchesWhatIsThere) {
   EXPECT_FALSE(MyFileExists(temp.Path("nowhere")));
   EXPECT_FALSE(CopyFileIfMissing(temp.Path("missing"), temp.Path("new")));
   EXPECT_FALSE(CopyFileIfMissing(from, temp.Path("none/new")));
-  EXPECT_EQ(NamesInCopyFolder(temp), 3) << "something was left beside the copies";
+  EXPECT_EQ(temp.Count(), 3) << "something was left beside the copies";
 }
 
 }  // namespace
