@@ -43,7 +43,7 @@ class Drives {
 
 /// The drives that may read burnt discs, for a person to choose from: all that are mounted but the
 /// fixed ones, and the first optical one where no disc is in it.
-[[nodiscard]] std::vector<Drive> DrivesForDiscs(Drives& drives);
+[[nodiscard]] std::vector<Drive> DrivesForDiscs(Drives& source);
 
 /// Those of this machine.
 class SystemDrives : public Drives {
