@@ -81,7 +81,7 @@ void BM_StatementOfAll(benchmark::State& state) {
   Workbench* const bench = BenchOf(state);
   if (bench == nullptr) return;
   bench->ListView1.Clear();
-  const std::string sql = BuildSearch({}).sql;
+  const std::string sql = BuildSearch({}).statement.text;
   for (auto _ : state) {
     const CellTable rows = bench->session.connection.Execute(sql).GetRows();
     benchmark::DoNotOptimize(rows.RowCount());

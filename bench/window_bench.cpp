@@ -92,7 +92,7 @@ void Search(frmStart& window, const char* figure, const SearchFields& fields) {
   window.cmdSuchenExternClick();
   Settle(window);
   Print(figure, CpuMilliseconds() - before, bench.ListInView().RowCount(),
-        bench.history.Entries().back().sql);
+        bench.history.Entries().back().statement.text);
 }
 
 void Sort(frmStart& window, const char* figure, int column) {

@@ -42,13 +42,11 @@ class SearchScope {
 
 /// Rows that a search does not belong to must not stand in the view of a playlist, nor in that of
 /// an archive.
-void BringFittingListIntoView(Workbench& bench, std::string_view prepared) {
-  const bool leaves_playlist = !prepared.empty() && bench.playlist_in_view &&
-                               !IsViewOfPlaylist(prepared, bench.current_playlist);
-  const bool names_archive =
-      prepared.empty() ? !bench.search.cboCDArchive.empty() : NamesArchive(prepared);
+void BringFittingListIntoView(Workbench& bench, const SearchStatement& statement) {
+  const bool leaves_playlist =
+      bench.playlist_in_view && statement.playlist != bench.current_playlist;
   const bool leaves_archive =
-      !bench.playlist_in_view && bench.current_view == "CDArchive" && !names_archive;
+      !bench.playlist_in_view && bench.current_view == "CDArchive" && !statement.of_archive;
   if (leaves_playlist || leaves_archive) {
     bench.playlist_in_view = false;
     bench.current_view = "Database";
@@ -69,31 +67,17 @@ void ClearListInView(Workbench& bench) {
   FillListInView(bench, CellTable(kTrackFields));
 }
 
-/// The statement of the fields, kept as a new place of the history.
-std::string StatementOfFields(Workbench& bench) {
-  BuiltSearch search = BuildSearch({.fields = bench.search,
-                                    .quote = bench.session.quote,
-                                    .playlist_view = bench.playlist_in_view,
-                                    .current_playlist = bench.current_playlist});
-  bench.history.Add({search.sql, std::move(search.label)});
-  return std::move(search.sql);
-}
-
-CellTable RunStatement(Workbench& bench, const std::string& sql) {
-  Command& command = bench.session.command;
-  command.ActiveConnection = &bench.session.connection;
-  command.CommandType = 1;
-  if (CrossesArchive(sql)) {
-    command.CommandText = LimitedCountStatement(sql, kCrossingLimit + 1);
-    const CellTable count = command.Execute().GetRows();
-    if (!count.Empty() && ParseWhole(count.Cell(0, 0)).value_or(0) > kCrossingLimit) {
-      throw DatabaseError(0, "The search yields more than " + std::to_string(kCrossingLimit) +
+CellTable RunStatement(Workbench& bench, const SearchStatement& statement) {
+  Connection& connection = bench.session.connection;
+  if (!statement.product_count.empty()) {
+    const CellTable count = connection.Execute(statement.product_count).GetRows();
+    if (!count.Empty() && ParseWhole(count.Cell(0, 0)).value_or(0) > kProductLimit) {
+      throw DatabaseError(0, "The search yields more than " + std::to_string(kProductLimit) +
                                  " rows: beside other fields, each track comes once for each row "
                                  "of the archive.");
     }
   }
-  command.CommandText = sql;
-  return command.Execute().GetRows();
+  return connection.Execute(statement.text).GetRows();
 }
 
 /// Walks the rows for totals and icons, with a sign of life now and then.
@@ -116,8 +100,8 @@ ListTotals WalkRows(Workbench& bench, const CellTable& rows) {
 }
 
 /// Fetches and shows the rows; the totals are those of what is shown.
-ListTotals RunSearch(Workbench& bench, const std::string& sql) {
-  CellTable rows = RunStatement(bench, sql);
+ListTotals RunSearch(Workbench& bench, const SearchStatement& statement) {
+  CellTable rows = RunStatement(bench, statement);
   bench.interaction.SetStatus("Visualization...");
   if (rows.Empty()) return {};
   if (rows.ColumnCount() < kTrackFields) {
@@ -138,25 +122,22 @@ void SelectFirstRow(Workbench& bench) {
   bench.Watcher().SelectionSet();
 }
 
-}  // namespace
-
-void cmdSuchen(Workbench& bench) {
-  const std::string prepared = std::exchange(bench.prepared_statement, {});
-  if (bench.searching) return;
-  if (prepared.empty()) bench.Watcher().SearchFieldsWanted();
+/// What cmdSuchen and SearchPrepared have in common. A new search goes into the history.
+void Search(Workbench& bench, const BuiltSearch& search, bool is_new) {
+  const SearchStatement& statement = search.statement;
   ListTotals totals;
   std::optional<MessageBox> failure;
   {
     const SearchScope scope(bench);
-    BringFittingListIntoView(bench, prepared);
+    BringFittingListIntoView(bench, statement);
     ClearListInView(bench);
     bench.interaction.SetStatus("Searching...");
-    const std::string sql = prepared.empty() ? StatementOfFields(bench) : prepared;
+    if (is_new) bench.history.Add(search);
     bench.Watcher().HistoryChanged();
     try {
-      totals = RunSearch(bench, sql);
+      totals = RunSearch(bench, statement);
     } catch (const std::exception& error) {
-      failure = MessageBox{.text = std::string(error.what()) + "\n" + sql};
+      failure = MessageBox{.text = std::string(error.what()) + "\n" + statement.text};
     }
     if (!bench.playlist_in_view) bench.search_ran = true;
   }
@@ -167,6 +148,23 @@ void cmdSuchen(Workbench& bench) {
   SelectFirstRow(bench);
 }
 
+}  // namespace
+
+void cmdSuchen(Workbench& bench) {
+  if (bench.searching) return;
+  bench.Watcher().SearchFieldsWanted();
+  Search(bench,
+         BuildSearch({.fields = bench.search,
+                      .quote = bench.session.quote,
+                      .playlist_view = bench.playlist_in_view,
+                      .current_playlist = bench.current_playlist}),
+         true);
+}
+
+void SearchPrepared(Workbench& bench, const SearchStatement& prepared) {
+  if (!bench.searching) Search(bench, {.statement = prepared, .label = {}}, false);
+}
+
 void cmdReset_Click(Workbench& bench) {
   bench.search = {};
   bench.Watcher().SearchFieldsChanged();
@@ -175,8 +173,8 @@ void cmdReset_Click(Workbench& bench) {
 void mnuSuche_Click(Workbench& bench, std::size_t index) {
   const auto& entries = bench.history.Entries();
   if (index < 1 || index > entries.size()) return;
-  bench.prepared_statement = entries[index - 1].sql;
-  cmdSuchen(bench);
+  const SearchStatement statement = entries[index - 1].statement;
+  SearchPrepared(bench, statement);
 }
 
 void Updatelistiewinfos(Workbench& bench, const std::string& time, const std::string& size) {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,36 +49,30 @@ struct SearchRequest {
   std::string current_playlist;  ///< open in it
 };
 
+/// A statement that fills a list, and what its rows are: that is never read back out of the text,
+/// which holds whatever was typed.
+struct SearchStatement {
+  std::string text;
+  std::optional<std::string> playlist;  ///< the tracks of this playlist, in its order
+  bool of_archive = false;              ///< only tracks of an archive
+  /// An archive beside other fields is not tied to the tracks: each of them comes once for each row
+  /// of the archive. This counts the rows of such a product, and stops behind kProductLimit. Empty
+  /// where the rows are none.
+  std::string product_count;
+};
+inline constexpr std::int64_t kProductLimit = 1'000'000;  ///< rows that a product may have
+
 /// The statement, character for character, and the label of the history.
 struct BuiltSearch {
-  std::string sql;
-  std::string label;             ///< ";" word "=" value for each filled field
-  bool crosses_archive = false;  ///< an archive beside other fields: each track once for each row
+  SearchStatement statement;
+  std::string label;  ///< ";" word "=" value for each filled field
 };
 [[nodiscard]] BuiltSearch BuildSearch(const SearchRequest& request);
-
-/// Whether a statement of BuildSearch is limited to the tracks of an archive.
-[[nodiscard]] bool NamesArchive(std::string_view sql) noexcept;
-
-/// Whether the statement joins an archive without tying it to the tracks, as BuildSearch does for
-/// an archive beside other fields. The rows of such a result are a product.
-[[nodiscard]] bool CrossesArchive(std::string_view sql) noexcept;
-inline constexpr std::int64_t kCrossingLimit = 1'000'000;  ///< rows that such a search may yield
-
-/// Counts the rows of a statement of BuildSearch, but stops counting at `limit`.
-[[nodiscard]] std::string LimitedCountStatement(std::string_view sql, std::int64_t limit);
-
-/// Whether the statement lists the tracks of this playlist in its order. Any other one shown as the
-/// playlist would be taken for its content.
-[[nodiscard]] bool IsViewOfPlaylist(std::string_view sql, std::string_view playlist);
 
 /// The last five searches, the oldest first.
 class SearchHistory {
  public:
-  struct Entry {
-    std::string sql;
-    std::string label;
-  };
+  using Entry = BuiltSearch;
   static constexpr std::size_t kPlaces = 5;
 
   void Add(Entry entry);  ///< a sixth drops the oldest
@@ -101,10 +96,15 @@ struct ListTotals {
 [[nodiscard]] std::string TotalTimeText(std::int64_t seconds);    ///< "2 days, 3hh:4min;5sec"
 [[nodiscard]] std::string TotalSizeText(std::int64_t megabytes);  ///< "512 MB", "1.50 GB"
 
-/// Runs the search of the fields, or the prepared statement, and fills the list in view. A prepared
-/// statement that does not list the open playlist first brings ListView1 into view. A statement
-/// that fails shows its box and leaves an empty list. Nothing happens inside a running search.
+/// Runs the search of the fields, a new entry of the history, and fills the list in view. A
+/// statement that fails shows its box and leaves an empty list. Nothing happens inside a running
+/// search.
 void cmdSuchen(Workbench& bench);
+
+/// As cmdSuchen, with a statement as it stands instead of the fields; the history stays as it is.
+/// One that does not list the open playlist first brings ListView1 into view: its rows would be
+/// taken for the content of the playlist.
+void SearchPrepared(Workbench& bench, const SearchStatement& prepared);
 
 /// Empties every search field. Runs no search.
 void cmdReset_Click(Workbench& bench);

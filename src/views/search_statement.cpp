@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/text.h"
+#include <utility>
+
 #include "store/statement.h"
 #include "views/quick_search.h"
 
@@ -14,15 +15,6 @@ constexpr std::string_view kSelectList =
     "SELECT mp3sTabelle.uid,Songname,Artist,genrereal,quality,location,[year],album,trackno,"
     "Playtime,Filesize,Comment,BPM,preview,lasttimeplayed,Situation,preference,tempo,Mood,bios,"
     "Lyrics,haspic ,composer,copyright,encodedby,originalartist,url,hasid3v1,hasid3v2";
-
-constexpr std::string_view kArchive = " cdarchives.cdarchive='";
-
-/// The join that an archive beside other fields is given: it compares the archives' own column.
-constexpr std::string_view kCrossing = " and cdarchives.uid=cdarchives.uid";
-
-/// Ends every statement of a playlist view, behind the name of the playlist.
-constexpr std::string_view kPlaylistTail =
-    "' and playlists.uid=mp3sTabelle.uid order by [position],mp3sTabelle.location";
 
 std::vector<SearchField> MakeSearchFieldTable() {
   using F = SearchFields;
@@ -71,8 +63,9 @@ void AppendJoins(const SearchFields& fields, std::string& from, std::string& cla
   const bool had_content = !clause.empty();
   if (!archive.empty()) {
     from = list.empty() ? " , cdarchives " : " , cdarchives, Playlists ";
-    clause.append(had_content ? " AND" : "").append(kArchive).append(QuoteInner(archive, '\''));
-    clause.append("'").append(had_content ? kCrossing : " and cdarchives.uid=mp3sTabelle.uid");
+    clause.append(had_content ? " AND" : "").append(" cdarchives.cdarchive='");
+    clause.append(QuoteInner(archive, '\'')).append("' and cdarchives.uid=");
+    clause.append(had_content ? "cdarchives.uid" : "mp3sTabelle.uid");
   }
   if (!list.empty()) {
     if (archive.empty()) {
@@ -86,6 +79,47 @@ void AppendJoins(const SearchFields& fields, std::string& from, std::string& cla
   }
 }
 
+/// The condition of the filled fields, each of them named in the label.
+std::string ClauseOfFields(const SearchRequest& request, std::string& label) {
+  const SearchFields& fields = request.fields;
+  std::string clause;
+  for (const SearchField& field : SearchFieldTable()) {
+    const std::string& text =
+        field.text != nullptr ? fields.*field.text : fields.txtSearch3[field.extra];
+    if (text.empty()) continue;
+    AppendLabel(label, field.word, text);
+    AppendLike(clause, field, text, request.quote);
+  }
+  return clause;
+}
+
+SearchStatement StatementOfPlaylist(const std::string& playlist, const std::string& clause) {
+  SearchStatement statement{.text = std::string(kSelectList), .playlist = playlist};
+  statement.text.append(", [position] FROM mp3sTabelle , playlists ");
+  if (!clause.empty()) statement.text.append(" where ").append(clause);
+  statement.text.append(clause.empty() ? " where" : " and").append(" playlists.playlist='");
+  statement.text.append(QuoteInner(playlist, '\''));
+  statement.text.append(
+      "' and playlists.uid=mp3sTabelle.uid order by [position],mp3sTabelle.location");
+  return statement;
+}
+
+SearchStatement StatementOfLibrary(const SearchFields& fields, std::string clause) {
+  SearchStatement statement{.of_archive = !fields.cboCDArchive.empty()};
+  const bool is_product = statement.of_archive && !clause.empty();
+  std::string tables;
+  AppendJoins(fields, tables, clause);
+  if (!clause.empty()) clause.insert(0, " where ");
+  const std::string rows = " FROM mp3sTabelle " + tables + clause;
+  statement.text.append(kSelectList).append(" ").append(rows);
+  statement.text.append(" order by mp3sTabelle.location");
+  if (is_product) {
+    statement.product_count = "SELECT count(*) FROM (SELECT 1" + rows + " limit " +
+                              std::to_string(kProductLimit + 1) + ")";
+  }
+  return statement;
+}
+
 }  // namespace
 
 const std::vector<SearchField>& SearchFieldTable() {
@@ -96,54 +130,15 @@ const std::vector<SearchField>& SearchFieldTable() {
 BuiltSearch BuildSearch(const SearchRequest& request) {
   const SearchFields& fields = request.fields;
   BuiltSearch search;
-  std::string clause;
-  for (const SearchField& field : SearchFieldTable()) {
-    const std::string& text =
-        field.text != nullptr ? fields.*field.text : fields.txtSearch3[field.extra];
-    if (text.empty()) continue;
-    AppendLabel(search.label, field.word, text);
-    AppendLike(clause, field, text, request.quote);
-  }
-  std::string from;
-  if (!request.playlist_view) {
-    if (!fields.cboPlaylists.empty()) AppendLabel(search.label, "Playlist", fields.cboPlaylists);
-    if (!fields.cboCDArchive.empty()) AppendLabel(search.label, "CDArchive", fields.cboCDArchive);
-    AppendJoins(fields, from, clause);
-  }
-  if (!clause.empty()) clause.insert(0, " where ");
-  search.sql = kSelectList;
+  std::string clause = ClauseOfFields(request, search.label);
   if (request.playlist_view) {
-    search.sql.append(", [position] FROM mp3sTabelle , playlists ").append(clause);
-    search.sql.append(clause.empty() ? " where" : " and").append(" playlists.playlist='");
-    search.sql.append(QuoteInner(request.current_playlist, '\'')).append(kPlaylistTail);
-  } else {
-    search.sql.append("  FROM mp3sTabelle ").append(from).append(clause);
-    search.sql.append(" order by mp3sTabelle.location");
+    search.statement = StatementOfPlaylist(request.current_playlist, clause);
+    return search;
   }
+  if (!fields.cboPlaylists.empty()) AppendLabel(search.label, "Playlist", fields.cboPlaylists);
+  if (!fields.cboCDArchive.empty()) AppendLabel(search.label, "CDArchive", fields.cboCDArchive);
+  search.statement = StatementOfLibrary(fields, std::move(clause));
   return search;
-}
-
-bool NamesArchive(std::string_view sql) noexcept {
-  return FindNoCase(sql, kArchive) != std::string_view::npos;
-}
-
-bool CrossesArchive(std::string_view sql) noexcept {
-  return FindNoCase(sql, kCrossing) != std::string_view::npos;
-}
-
-std::string LimitedCountStatement(std::string_view sql, std::int64_t limit) {
-  const std::size_t from = FindNoCase(sql, " FROM ");
-  if (from == std::string_view::npos) return {};
-  const std::size_t order = sql.rfind(" order by ");
-  std::string count = "SELECT count(*) FROM (SELECT 1";
-  count.append(sql.substr(from, order == std::string_view::npos ? order : order - from));
-  return count.append(" limit ").append(std::to_string(limit)).append(")");
-}
-
-bool IsViewOfPlaylist(std::string_view sql, std::string_view playlist) {
-  std::string tail = " playlists.playlist='";
-  tail.append(QuoteInner(playlist, '\'')).append(kPlaylistTail);
-  return sql.ends_with(tail);
 }
 
 }  // namespace tunemeadow

@@ -71,9 +71,8 @@ struct Workbench {
 
   SearchFields search;
   SearchHistory history;
-  std::string prepared_statement;  ///< runs as it stands instead of the fields; once
-  bool searching = false;          ///< cmdSuchen is at work
-  bool search_ran = false;         ///< ListView1 holds the result of a search
+  bool searching = false;   ///< cmdSuchen is at work
+  bool search_ran = false;  ///< ListView1 holds the result of a search
   SearchItems search_items;
   RowIcons row_icons;                  ///< of the list in view
   std::string total_time, total_size;  ///< texts of lblTotalTime and lblTotalSize

@@ -106,14 +106,14 @@ TEST_F(Search, AFailingStatementShowsItselfAndLeavesAnEmptyList) {
   EXPECT_EQ(interaction_.Status(), "Ready.");
   ASSERT_EQ(interaction_.boxes.size(), 1U);
   EXPECT_EQ(interaction_.boxes[0].title, kProgramTitle);
-  EXPECT_TRUE(interaction_.boxes[0].text.ends_with("\n" + bench_.history.Entries().back().sql));
+  EXPECT_TRUE(
+      interaction_.boxes[0].text.ends_with("\n" + bench_.history.Entries().back().statement.text));
   EXPECT_EQ(bench_.history.Entries().size(), 2U);
 
   for (const char* prepared : {"select nothing from nowhere", "select uid from mp3sTabelle"}) {
     interaction_.WillAnswer(Answer::kOk);
-    bench_.prepared_statement = prepared;
-    cmdSuchen(bench_);
-    EXPECT_EQ(bench_.prepared_statement, "");
+    SearchPrepared(bench_, {.text = prepared});
+    EXPECT_TRUE(interaction_.boxes.back().text.ends_with(std::string("\n") + prepared));
   }
   cmdReset_Click(bench_);
   cmdSuchen(bench_);
@@ -194,6 +194,8 @@ TEST_F(Search, ASearchWithoutItsArchiveLeavesTheViewOfArchives) {
   EXPECT_EQ(view_after("", 0), "Database, told");
   EXPECT_EQ(view_after("", 1), "CDArchive");
   EXPECT_EQ(view_after("CD", 2), "Database, told");
+  bench_.search.txtComment = " cdarchives.cdarchive='CD' and cdarchives.uid=cdarchives.uid";
+  EXPECT_EQ(view_after("", 0), "Database, told") << "the text of a field is no archive";
 }
 
 TEST_F(Search, AnArchiveBesideAFieldIsAProductWithinBounds) {
@@ -228,7 +230,6 @@ TEST_F(Search, ALongResultIsWholeAndASearchInsideItDoesNothing) {
   EXPECT_EQ(bench_.ListView1.RowCount(), 40000U);
   EXPECT_TRUE(interaction_.SawStatus("Entry 39000/40000"));
   EXPECT_EQ(bench_.history.Entries().size(), 1U);
-  EXPECT_EQ(bench_.prepared_statement, "");
 }
 
 TEST_F(Search, TheTreeShowsCountsAndNamesAndReadsThemAfterAWriteOnly) {
