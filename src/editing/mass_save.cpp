@@ -108,9 +108,6 @@ class MassSave {
                static_cast<std::int64_t>(rows_.size())) {
     writing_.yield = [this] { bench_.interaction.Yield(); };
     talk_.failed = [this](SavedTag) { return AskAboutFailure(); };
-    Command& command = bench.session.command;
-    command.ActiveConnection = &bench.session.connection;
-    command.CommandType = 1;
     if (preferences_.chkSaveTags) BeginGroups();
   }
 
@@ -200,18 +197,16 @@ class MassSave {
     texts.uid = list.Uid(row);
     texts.hasid3v1 = FlagOfRow(list.Cell(row, Field::hasid3v1), done.id3v1);
     texts.hasid3v2 = FlagOfRow(list.Cell(row, Field::hasid3v2), done.id3v2);
-    Command& command = bench_.session.command;
     try {
       const std::string now = Now();
       const std::string file_time = FileTimeOfRow(bench_.session, path, texts.uid);
       texts.now = now;
       texts.file_time = file_time;
-      BuildMassSaveStatement(texts, command.CommandText);
-      command.Execute();
+      BuildMassSaveStatement(texts, statement_);
+      bench_.session.connection.Execute(statement_);
     } catch (const DatabaseError& error) {
       if (group_) group_->Close();
-      batch_.ShowMessage({.text = error.what() + ("\n" + ToValidUtf8(command.CommandText)),
-                          .icon = Icon::kCritical});
+      batch_.ShowMessage({.text = error.WithStatement(), .icon = Icon::kCritical});
       return false;
     }
     StoreCells(texts);
@@ -257,6 +252,7 @@ class MassSave {
   bool ignores_failures_ = false;
   std::size_t index_ = 0;  ///< of the row at work
   TagValues values_;       ///< of the track at work
+  std::string statement_;  ///< of its row; its memory serves them all
   std::vector<FieldText> cells_;
 };
 

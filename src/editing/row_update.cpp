@@ -29,12 +29,9 @@ void UpdateRowOfFile(Workbench& bench, const RowUpdate& update, const SelectedFi
                      const TrackRows& rows) {
   const std::string time = FileTimeText(file.path);
   if (time.empty()) return;
-  Command& command = bench.session.command;
-  command.ActiveConnection = &bench.session.connection;
-  command.CommandType = 1;
-  command.CommandText = std::string(update.before) + time + std::string(update.after);
-  command.CommandText += std::to_string(file.uid);
-  command.Execute();
+  std::string statement(update.before);
+  statement.append(time).append(update.after).append(std::to_string(file.uid));
+  bench.session.connection.Execute(statement);
   rows.SetCells(bench, file.uid, update.cells);
   if (bench.details.uid == file.uid) SetFlagsOfEditor(bench.details, update.cells);
 }
@@ -74,9 +71,7 @@ std::optional<MessageBox> TryUpdateRow(Workbench& bench, const RowUpdate& update
     UpdateRowOfFile(bench, update, file, rows);
     return std::nullopt;
   } catch (const DatabaseError& error) {
-    return MessageBox{
-        .text = error.what() + ("\n" + ToValidUtf8(bench.session.command.CommandText)),
-        .icon = Icon::kCritical};
+    return MessageBox{.text = error.WithStatement(), .icon = Icon::kCritical};
   }
 }
 

@@ -210,24 +210,20 @@ class SingleSave {
   /// False, with nothing changed, where the store refuses the statement.
   bool SaveRow() {
     Session& session = bench_.session;
-    Command& command = session.command;
-    command.ActiveConnection = &session.connection;
-    command.CommandType = 1;
     try {
       const SaveFacts facts = {
           .now = Now(),
           .file_time = FileTimeOfRow(session, details_.txtLocationSave, details_.uid),
           .hasid3v1 = FlagOfRow(details_.hasid3v1, done_.id3v1),
           .hasid3v2 = FlagOfRow(details_.hasid3v2, done_.id3v2)};
-      BuildSaveStatement(details_, facts, session.quote, command.CommandText);
-      command.Execute();
+      std::string statement;
+      BuildSaveStatement(details_, facts, session.quote, statement);
+      session.connection.Execute(statement);
       details_.hasid3v1 = std::to_string(facts.hasid3v1);
       details_.hasid3v2 = std::to_string(facts.hasid3v2);
       return true;
     } catch (const DatabaseError& error) {
-      bench_.interaction.ShowMessage(
-          {.text = error.what() + ("\n" + ToValidUtf8(command.CommandText)),
-           .icon = Icon::kCritical});
+      bench_.interaction.ShowMessage({.text = error.WithStatement(), .icon = Icon::kCritical});
       return false;
     }
   }

@@ -34,6 +34,7 @@ struct ImportRun {
   std::int64_t ImportFileCount = 0;
   std::int64_t known = 0;         ///< files that had a row already
   std::int64_t cancelled_at = 0;  ///< number of the file before which the cancel was seen
+  std::string statement;          ///< of the row at work; its memory serves them all
 
   void TakeList(std::vector<std::string> paths) {
     ImportFileCount = static_cast<std::int64_t>(paths.size());
@@ -133,22 +134,18 @@ bool WantsImport(Workbench& bench, const std::string& what) {
 
 /// Runs the statement of one row, which is committed by itself.
 void InsertRow(Workbench& bench, Batch& batch, const ImportRow& row, ImportRun& run) {
-  Command& command = bench.session.command;
-  BuildInsertStatement(row, bench.session.quote, command.CommandText);
+  BuildInsertStatement(row, bench.session.quote, run.statement);
   try {
-    command.Execute();
+    bench.session.connection.Execute(run.statement);
     if (bench.session.connection.Changes() == 0) ++run.known;
   } catch (const DatabaseError& error) {
-    batch.ShowMessage({.text = error.what() + ("\n" + ToValidUtf8(command.CommandText))});
+    batch.ShowMessage({.text = error.WithStatement()});
   }
 }
 
 ImportEnd ImportFiles(Workbench& bench, ImportRun& run) {
   const auto last = static_cast<std::int64_t>(run.ImportFileList.size()) - 1;
   Batch batch(bench.session, bench.interaction, "importing...", std::max<std::int64_t>(last, 1));
-  Command& command = bench.session.command;
-  command.ActiveConnection = &bench.session.connection;
-  command.CommandType = 1;
   ImportReader reader(bench.session.preferences, bench.info);
   HeaderSearchProgress progress(bench.interaction);
   for (std::int64_t i = 0; i <= last; ++i) {

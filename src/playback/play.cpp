@@ -54,13 +54,9 @@ class PlayingScope {
 void StampAsPlayed(Workbench& bench, std::size_t row) {
   ResultList& list = bench.ListInView();
   const std::string now = Now();
-  Command& command = bench.session.command;
   try {
-    command.ActiveConnection = &bench.session.connection;
-    command.CommandType = 1;
-    command.CommandText = "Update mp3sTabelle set lasttimeplayed='" + now +
-                          "' where UID=" + std::to_string(list.Uid(row));
-    command.Execute();
+    bench.session.connection.Execute("Update mp3sTabelle set lasttimeplayed='" + now +
+                                     "' where UID=" + std::to_string(list.Uid(row)));
   } catch (const DatabaseError&) {
     return;
   }

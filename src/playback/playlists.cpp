@@ -49,11 +49,10 @@ void WritePlaylistRows(Workbench& bench, std::size_t count, StatementOfRow state
   {
     CatalogueWriting writing(bench);
     for (std::size_t i = 0; i < count && !failure; ++i) {
-      const std::string statement = statement_of(i);
       try {
-        writing.Run(statement);
+        writing.Run(statement_of(i));
       } catch (const DatabaseError& error) {
-        failure = MessageBox{.text = std::string(error.what()) + "\n" + statement};
+        failure = MessageBox{.text = error.WithStatement()};
       }
     }
   }

@@ -9,8 +9,6 @@ Session::Session(const std::string& folder, const std::string& executable)
     : program_folder(WithTrailingSeparator(folder)),
       ini(JoinPath(program_folder, executable + ".INI")),
       journal(program_folder),
-      help_file(JoinPath(program_folder, "Tunemeadow.chm")) {
-  command.ActiveConnection = &connection;
-}
+      help_file(JoinPath(program_folder, "Tunemeadow.chm")) {}
 
 }  // namespace tunemeadow

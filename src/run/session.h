@@ -26,7 +26,6 @@ struct Session {
   UndoJournal journal;  ///< of every file that is rewritten in place
 
   Connection connection;
-  Command command;  ///< its ActiveConnection is `connection`
   std::string connection_string;
   char quote = '"';  ///< the delimiter of texts in statements
 

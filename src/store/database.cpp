@@ -180,6 +180,10 @@ Recordset Connection::State::Run(const StoreStatement& translated, sqlite3_stmt*
   return {std::move(rows), ColumnNames(statement, columns)};
 }
 
+std::string DatabaseError::WithStatement() const {
+  return what() + ("\n" + ToValidUtf8(statement_));
+}
+
 std::string Recordset::Fields(std::string_view name) const {
   if (rows_.Empty()) return {};
   const auto found = std::find_if(names_.begin(), names_.end(), [&](const std::string& column) {
@@ -222,29 +226,35 @@ void Connection::Open(std::string_view connection_string) {
 }
 
 Recordset Connection::Execute(std::string_view statement) {
+  try {
+    return ExecuteInStore(statement);
+  } catch (const DatabaseError& error) {
+    throw DatabaseError(error.Number(), error.what(), statement);
+  } catch (const std::bad_alloc&) {
+    throw DatabaseError(SQLITE_NOMEM, sqlite3_errstr(SQLITE_NOMEM), statement);
+  } catch (const std::length_error& error) {
+    throw DatabaseError(SQLITE_TOOBIG, error.what(), statement);
+  }
+}
+
+Recordset Connection::ExecuteInStore(std::string_view statement) {
   if (!state_) throw DatabaseError(SQLITE_MISUSE, "The database is not open.");
   StoreStatement translated = TranslateStatement(statement);
   State& state = *state_;
   sqlite3* const store = state.store.get();
-  try {
-    Recordset rows;
-    // Below a sign of life the kept statements may be in use.
-    if (translated.sql.size() > kLongestKeptStatement || state.running > 0) {
-      const StatementHandle once = PrepareStatement(store, translated.sql, 0);
-      rows = state.Run(translated, once.get());
-    } else {
-      rows = state.Run(translated, state.Prepared(std::move(translated.sql)));
-    }
-    if (sqlite3_get_autocommit(store) == 0) {
-      RunPlain(store, "rollback");
-      throw DatabaseError(SQLITE_MISUSE, "Each statement stands alone: there are no transactions.");
-    }
-    return rows;
-  } catch (const std::bad_alloc&) {
-    throw DatabaseError(SQLITE_NOMEM, sqlite3_errstr(SQLITE_NOMEM));
-  } catch (const std::length_error& error) {
-    throw DatabaseError(SQLITE_TOOBIG, error.what());
+  Recordset rows;
+  // Below a sign of life the kept statements may be in use.
+  if (translated.sql.size() > kLongestKeptStatement || state.running > 0) {
+    const StatementHandle once = PrepareStatement(store, translated.sql, 0);
+    rows = state.Run(translated, once.get());
+  } else {
+    rows = state.Run(translated, state.Prepared(std::move(translated.sql)));
   }
+  if (sqlite3_get_autocommit(store) == 0) {
+    RunPlain(store, "rollback");
+    throw DatabaseError(SQLITE_MISUSE, "Each statement stands alone: there are no transactions.");
+  }
+  return rows;
 }
 
 void Connection::Close() noexcept {
@@ -291,13 +301,6 @@ void Connection::SetWorking(std::function<void()> callback) {
   } else {
     sqlite3_progress_handler(state_->store.get(), 0, nullptr, nullptr);
   }
-}
-
-Recordset Command::Execute() {
-  if (ActiveConnection == nullptr) {
-    throw DatabaseError(SQLITE_MISUSE, "The database is not open.");
-  }
-  return ActiveConnection->Execute(CommandText);
 }
 
 }  // namespace tunemeadow

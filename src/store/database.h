@@ -19,15 +19,25 @@ struct sqlite3;
 
 namespace tunemeadow {
 
-/// What the store reports: what() is its description, Number() its result code.
+/// What the store reports: what() is its description.
 class DatabaseError : public std::runtime_error {
  public:
-  DatabaseError(int number, const std::string& description)
-      : std::runtime_error(description), number_(number) {}
+  DatabaseError(int number, const std::string& description, std::string_view statement = {})
+      : std::runtime_error(description), number_(number), statement_(statement) {}
+
+  /// The store's result code.
   [[nodiscard]] int Number() const noexcept { return number_; }
+
+  /// The statement that failed, as it was passed to Execute; empty where the file could not be
+  /// opened. It may hold the bytes of a path.
+  [[nodiscard]] const std::string& Statement() const noexcept { return statement_; }
+
+  /// For a box: the description and, on a line of its own, the statement as valid UTF-8.
+  [[nodiscard]] std::string WithStatement() const;
 
  private:
   int number_;
+  std::string statement_;
 };
 
 /// The rows of one select, fetched whole. A null is an empty text.
@@ -71,7 +81,8 @@ class Connection {
   /// missing, is no database, or cannot be read; the connection is closed then.
   void Open(std::string_view connection_string);
 
-  /// Runs one statement and fetches all its rows. Throws DatabaseError; nothing is changed then.
+  /// Runs one statement and fetches all its rows. Throws DatabaseError, which carries the
+  /// statement; nothing is changed then.
   Recordset Execute(std::string_view statement);
 
   /// Closes the file; the write-ahead log is folded in and removed. Never fails; harmless twice.
@@ -97,19 +108,10 @@ class Connection {
 
  private:
   struct State;
+  Recordset ExecuteInStore(std::string_view statement);
+
   std::unique_ptr<State> state_;
   std::function<void()> working_;
-};
-
-/// The one reusable command object.
-class Command {
- public:
-  Connection* ActiveConnection = nullptr;
-  int CommandType = 1;  ///< 1 is text, the only kind there is
-  std::string CommandText;
-
-  /// Runs CommandText on ActiveConnection. Throws DatabaseError, also without an open connection.
-  Recordset Execute();
 };
 
 }  // namespace tunemeadow

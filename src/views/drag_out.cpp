@@ -18,13 +18,11 @@ void ListView1_OLECompleteDrag(Workbench& bench) {
     keys.append(keys.empty() ? "" : ",").append(std::to_string(list.Uid(row)));
   }
   const std::string now = Now();
-  Command& command = bench.session.command;
-  command.CommandText = "Update mp3sTabelle set lasttimeplayed='";
-  command.CommandText.append(now).append("' where UID in (").append(keys).append(")");
   try {
-    command.Execute();
+    bench.session.connection.Execute("Update mp3sTabelle set lasttimeplayed='" + now +
+                                     "' where UID in (" + keys + ")");
   } catch (const DatabaseError& error) {
-    bench.interaction.ShowMessage({.text = error.what() + ("\n" + command.CommandText)});
+    bench.interaction.ShowMessage({.text = error.WithStatement()});
     return;
   }
   for (const std::size_t row : rows) {

@@ -107,8 +107,8 @@ void FillInOnePass(Session& session, SearchItems& items) {
   for (const SearchItemList& list : items.lists) {
     statement.append(list.column).append(&list == &items.lists.back() ? "" : ",");
   }
-  session.command.CommandText = statement + " FROM mp3stabelle";
-  const CellTable rows = session.command.Execute().GetRows();
+  statement += " FROM mp3stabelle";
+  const CellTable rows = session.connection.Execute(statement).GetRows();
   std::array<DistinctTexts, std::tuple_size_v<decltype(items.lists)>> distinct;
   for (std::size_t row = 0; row < rows.RowCount(); ++row) {
     for (std::size_t column = 0; column < distinct.size(); ++column) {
@@ -122,8 +122,7 @@ void FillInOnePass(Session& session, SearchItems& items) {
 void FillAlone(Session& session, SearchItemList& list) {
   list.values.clear();
   try {
-    session.command.CommandText = SearchItemStatement(list.column);
-    const CellTable rows = session.command.Execute().GetRows();
+    const CellTable rows = session.connection.Execute(SearchItemStatement(list.column)).GetRows();
     for (std::size_t row = 0; row < rows.RowCount(); ++row)
       list.values.emplace_back(rows.Cell(row, 0));
   } catch (const DatabaseError&) {

@@ -29,9 +29,8 @@ class BusyFilling {
   PaintWhileWorking paint_;
 };
 
-CellTable RowsOf(Workbench& bench, std::string statement) {
-  bench.session.command.CommandText = std::move(statement);
-  return bench.session.command.Execute().GetRows();
+CellTable RowsOf(Workbench& bench, std::string_view statement) {
+  return bench.session.connection.Execute(statement).GetRows();
 }
 
 /// The rows; none where the statement fails: a catalogue without the table has told so at the

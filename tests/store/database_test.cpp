@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "core/dates.h"
+#include "core/text.h"
 #include "store/statement.h"
 #include "support/catalogue.h"
 #include "support/other_program.h"
@@ -293,13 +294,26 @@ TEST(Recordset, NamesColumnsWithoutCase) {
             "");
 }
 
-TEST(Command, NeedsAnOpenConnection) {
-  Command command;
-  command.CommandText = "select 1";
-  EXPECT_THROW(command.Execute(), DatabaseError);
+TEST(DatabaseError, CarriesTheStatementWhereverItFailed) {
+  TestCatalogue catalogue;
   Connection closed;
-  command.ActiveConnection = &closed;
-  EXPECT_THROW(command.Execute(), DatabaseError);
+  const std::pair<Connection*, const char*> cases[] = {
+      {&closed, "select 1"},
+      {&catalogue.connection, "select 'open"},           // in the translation
+      {&catalogue.connection, "select x from nowhere"},  // as it is prepared
+      {&catalogue.connection,
+       "insert into mp3sTabelle (uid,location) values (1,'\xFF')"},  // as it runs
+      {&catalogue.connection, "begin"},                              // behind it
+  };
+  for (const auto& [connection, statement] : cases) {
+    try {
+      connection->Execute(statement);
+      ADD_FAILURE() << statement << " did not fail";
+    } catch (const DatabaseError& error) {
+      EXPECT_EQ(error.Statement(), statement);
+      EXPECT_EQ(error.WithStatement(), error.what() + ("\n" + ToValidUtf8(statement)));
+    }
+  }
 }
 
 TEST(ConnectionClose, FoldsTheLogInAndRemovesIt) {
