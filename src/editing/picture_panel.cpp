@@ -11,32 +11,26 @@
 #include "editing/row_update.h"
 #include "editing/tag_values.h"
 #include "files/durable_file.h"
+#include "run/busy.h"
 
 namespace tunemeadow {
 namespace {
 
 constexpr std::string_view kPictureFolderKey = "ImageToSave";
 
-/// One file is being written at the person's word: hourglass, no input, no timer starts work.
+/// One file is being written at the person's word, which the status line tells.
 class OneFileAtWork {
  public:
   OneFileAtWork(Workbench& bench, const std::string& status) : bench_(bench) {
-    bench_.session.busy = true;
-    bench_.interaction.EnableMainWindow(false);
-    bench_.interaction.SetBusyPointer(true);
     bench_.interaction.SetStatus(status);
   }
-  ~OneFileAtWork() {
-    bench_.interaction.SetStatus("Ready.");
-    bench_.interaction.SetBusyPointer(false);
-    bench_.interaction.EnableMainWindow(true);
-    bench_.session.busy = false;
-  }
+  ~OneFileAtWork() { bench_.interaction.SetStatus("Ready."); }
   OneFileAtWork(const OneFileAtWork&) = delete;
   OneFileAtWork& operator=(const OneFileAtWork&) = delete;
 
  private:
   Workbench& bench_;
+  Busy busy_{bench_.session, bench_.interaction, {.closed_window = true}};
 };
 
 void TellPictureError(Workbench& bench, const std::string& text) {

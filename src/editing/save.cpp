@@ -19,6 +19,7 @@
 #include "editing/saved_row.h"
 #include "editing/tag_steps.h"
 #include "files/file_facts.h"
+#include "run/busy.h"
 #include "store/database.h"
 #include "tracks/cd_archive_path.h"
 
@@ -58,26 +59,10 @@ constexpr std::array<SavedTagName, 3> kSavedTagNames = {{
 
 const SavedTagName& NameOf(SavedTag tag) { return kSavedTagNames[static_cast<std::size_t>(tag)]; }
 
-/// Hourglass, and no command beside this one while the window lives. At the end the panels show
-/// what the save has made of their texts.
-class SavingScope {
- public:
-  explicit SavingScope(Workbench& bench) : bench_(bench) {
-    bench_.session.busy = true;
-    bench_.interaction.SetBusyPointer(true);
-    bench_.interaction.EnableMainWindow(false);
-  }
-  ~SavingScope() {
-    bench_.Watcher().DetailsChanged();
-    bench_.interaction.EnableMainWindow(true);
-    bench_.interaction.SetBusyPointer(false);
-    bench_.session.busy = false;
-  }
-  SavingScope(const SavingScope&) = delete;
-  SavingScope& operator=(const SavingScope&) = delete;
-
- private:
-  Workbench& bench_;
+/// At its end the panels show what the save has made of their texts.
+struct ShowsSavedTexts {
+  Workbench& bench;
+  ~ShowsSavedTexts() { bench.Watcher().DetailsChanged(); }
 };
 
 class SingleSave {
@@ -87,7 +72,8 @@ class SingleSave {
   void Run() {
     if (details_.uid == 0) return;
     if (!FileIsThere() || !TakeTrack()) return;
-    const SavingScope scope(bench_);
+    const Busy busy(bench_.session, bench_.interaction, {.closed_window = true});
+    const ShowsSavedTexts shows{bench_};
     ApplyRules();
     if (SaveTags()) SaveTexts();
     TellLosses(bench_, losses_);

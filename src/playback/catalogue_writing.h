@@ -6,24 +6,14 @@
 
 #include <string>
 
+#include "run/busy.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
 
 class CatalogueWriting {
  public:
-  explicit CatalogueWriting(Workbench& bench) : bench_(bench), outer_(!bench.session.busy) {
-    bench_.session.busy = true;
-    bench_.interaction.SetBusyPointer(true);
-    if (outer_) bench_.session.connection.SetDurability(Durability::kBatch);
-  }
-  ~CatalogueWriting() {
-    if (outer_) bench_.session.connection.SetDurability(Durability::kFull);
-    bench_.interaction.SetBusyPointer(false);
-    if (outer_) bench_.session.busy = false;
-  }
-  CatalogueWriting(const CatalogueWriting&) = delete;
-  CatalogueWriting& operator=(const CatalogueWriting&) = delete;
+  explicit CatalogueWriting(Workbench& bench) : bench_(bench) {}
 
   /// Runs one statement. Throws DatabaseError. The window paints now and then.
   void Run(const std::string& statement) {
@@ -35,7 +25,7 @@ class CatalogueWriting {
   static constexpr int kStatementsPerPainting = 64;
 
   Workbench& bench_;
-  bool outer_;  ///< no batch was running when this began
+  Busy busy_{bench_.session, bench_.interaction, {.batch = true}};
   int statements_ = 0;
 };
 

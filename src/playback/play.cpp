@@ -11,7 +11,7 @@
 #include "core/text.h"
 #include "playback/missing_file.h"
 #include "playback/temp_list.h"
-#include "run/busy_pointer.h"
+#include "run/busy.h"
 #include "store/database.h"
 #include "views/track_path.h"
 
@@ -28,26 +28,6 @@ KindOfPlayer KindOf(const Session& session) {
   if (session.PlayerKind == "Sonique") return KindOfPlayer::kSonique;
   return session.PlayerKind == "Unknown" ? KindOfPlayer::kUnknown : KindOfPlayer::kNone;
 }
-
-/// No other command while a play command is at work.
-class PlayingScope {
- public:
-  explicit PlayingScope(Session& session) : session_(session) {
-    session_.busy = true;
-    session_.CancelRequested = false;
-    // A stamp for each of some thousand rows must not wait for the disk each time.
-    session_.connection.SetDurability(Durability::kBatch);
-  }
-  ~PlayingScope() {
-    session_.connection.SetDurability(Durability::kFull);
-    session_.busy = false;
-  }
-  PlayingScope(const PlayingScope&) = delete;
-  PlayingScope& operator=(const PlayingScope&) = delete;
-
- private:
-  Session& session_;
-};
 
 /// The row counts as played from now on, in the catalogue and in its cell. A statement that fails
 /// leaves both.
@@ -103,7 +83,6 @@ class PlayCommand {
   PlayCommand(Workbench& bench) : bench_(bench), kind_(KindOf(bench.session)), list_(kind_) {}
 
   void Run() {
-    const BusyPointer busy(bench_.interaction);
     for (const std::size_t row : bench_.ListInView().SelectedRows()) {
       const std::string path = PathToPlay(bench_, row);
       const FileState state = LookForFile(bench_.interaction, path);
@@ -154,7 +133,6 @@ bool AppendRow(Workbench& bench, std::size_t row, bool& loadable) {
 }
 
 void AppendSelection(Workbench& bench) {
-  const BusyPointer busy(bench.interaction);
   bool loadable = true;
   for (const std::size_t row : bench.ListInView().SelectedRows()) {
     if (!AppendRow(bench, row, loadable)) return;
@@ -162,9 +140,11 @@ void AppendSelection(Workbench& bench) {
 }
 
 template <typename Work>
-void RunQuietly(Session& session, Work work) noexcept {
-  if (session.busy) return;
-  const PlayingScope scope(session);
+void RunQuietly(Workbench& bench, Work work) noexcept {
+  if (bench.session.busy) return;
+  // A stamp for each of some thousand rows must not wait for the disk each time.
+  const Busy busy(bench.session, bench.interaction, {.batch = true});
+  bench.session.CancelRequested = false;
   try {
     work();
   } catch (const std::exception&) {
@@ -175,11 +155,11 @@ void RunQuietly(Session& session, Work work) noexcept {
 }  // namespace
 
 void cmdSpielen_Click(Workbench& bench) noexcept {
-  RunQuietly(bench.session, [&] { PlayCommand(bench).Run(); });
+  RunQuietly(bench, [&] { PlayCommand(bench).Run(); });
 }
 
 void mnuAddToWinampsplaylist_Click(Workbench& bench) noexcept {
-  RunQuietly(bench.session, [&] { AppendSelection(bench); });
+  RunQuietly(bench, [&] { AppendSelection(bench); });
 }
 
 bool WinampEnsureRunning(Workbench& bench) {

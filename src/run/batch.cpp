@@ -1,36 +1,46 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "run/batch.h"
 
+#include <utility>
+
 namespace tunemeadow {
 
 Batch::Batch(Session& session, Interaction& interaction, const std::string& line,
              std::int64_t maximum)
-    : session_(session), interaction_(interaction), line_(line), outer_(!session.busy) {
-  session_.busy = true;
-  session_.CancelRequested = false;
-  if (outer_) session_.connection.SetDurability(Durability::kBatch);
-  interaction_.SetBusyPointer(true);
+    : session_(session),
+      interaction_(interaction),
+      outer_(std::exchange(session.batch, this)),
+      busy_(session, interaction, {.batch = true, .closed_window = true}),
+      line_(line),
+      maximum_(maximum) {
+  if (outer_ == nullptr) session_.CancelRequested = false;
   interaction_.SetPanelWidth(kPanelWidthBatch);
-  interaction_.EnableMainWindow(false);
-  if (maximum > 0) interaction_.ShowProgress(maximum);
+  if (maximum_ > 0) interaction_.ShowProgress(maximum_);
   if (!line_.empty()) interaction_.ShowLoading(line_);
 }
 
 Batch::~Batch() {
-  interaction_.SetBusyPointer(false);
-  interaction_.SetPanelWidth(kPanelWidth);
-  interaction_.SetStatus("Ready.");
+  session_.batch = outer_;
+  if (outer_ == nullptr) {
+    interaction_.SetPanelWidth(kPanelWidth);
+    interaction_.SetStatus("Ready.");
+  }
   interaction_.HideProgress();
   interaction_.HideLoading();
-  interaction_.ResizeForm();
-  interaction_.EnableMainWindow(true);
-  if (!outer_) return;
-  session_.connection.SetDurability(Durability::kFull);
-  session_.busy = false;
+  if (outer_ == nullptr) {
+    interaction_.ResizeForm();
+  } else {
+    outer_->GoOn();
+  }
+}
+
+void Batch::GoOn() {
+  maximum_ = 0;
+  if (!line_.empty()) interaction_.ShowLoading(line_);
 }
 
 bool Batch::Step(std::int64_t value) {
-  interaction_.SetProgress(value);
+  if (maximum_ > 0) interaction_.SetProgress(value);
   interaction_.Yield();
   return !session_.CancelRequested;
 }

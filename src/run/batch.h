@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string>
 
+#include "run/busy.h"
 #include "run/interaction.h"
 #include "run/session.h"
 
@@ -15,11 +16,13 @@ class Batch {
  public:
   /// Begins: clears CancelRequested, shows `line` in frmLoading and, where `maximum` is above 0,
   /// the progress bar. The catalogue writes in batches meanwhile. An empty `line` is for a job with
-  /// a window of its own: frmLoading does not come.
+  /// a window of its own: frmLoading does not come. A batch within another one keeps the cancel,
+  /// which ends them both.
   Batch(Session& session, Interaction& interaction, const std::string& line, std::int64_t maximum);
 
   /// Puts everything back: pointer, panel ("Ready.", width 2000), bar, frmLoading, main window;
-  /// syncs what the batch wrote.
+  /// syncs what the batch wrote. Behind a batch within another one, that one's line comes back, no
+  /// bar, and the rest is left to it.
   ~Batch();
   Batch(const Batch&) = delete;
   Batch& operator=(const Batch&) = delete;
@@ -34,10 +37,14 @@ class Batch {
   void SetLine(const std::string& line);
 
  private:
+  void GoOn();  ///< a batch within this one has ended
+
   Session& session_;
   Interaction& interaction_;
+  Batch* outer_;  ///< null: no batch was running when this one began
+  Busy busy_;
   std::string line_;
-  bool outer_;  ///< no batch was running when this one began
+  std::int64_t maximum_;  ///< of the bar; 0: there is none
 };
 
 }  // namespace tunemeadow

@@ -79,7 +79,7 @@ class Interaction {
   virtual void AddJobLine(const std::string& line) = 0;
   virtual void EndJob() = 0;  ///< bar full or hidden, cmdClose gets the focus
 
-  /// The main window takes no input while it is disabled; the windows above it do.
+  /// The main window takes no input while it is disabled; the windows above it do. Calls nest.
   virtual void EnableMainWindow(bool enabled) = 0;
 
   /// Lays the panes out anew.

@@ -14,6 +14,8 @@
 
 namespace tunemeadow {
 
+class Batch;
+
 struct Session {
   /// `folder` with or without a trailing separator; `executable` is the program's base name, which
   /// the settings file is named after.
@@ -30,7 +32,8 @@ struct Session {
   char quote = '"';  ///< the delimiter of texts in statements
 
   bool CancelRequested = false;  ///< set by the Cancel button of frmLoading
-  bool busy = false;             ///< a batch runs; timers and play commands keep still
+  bool busy = false;             ///< something is at work (run/busy.h): nothing else may begin
+  Batch* batch = nullptr;        ///< the innermost one that runs
   bool success_messages = true;  ///< from chkWarnGlobal
   bool first_run = false;        ///< the stored `firstrun` is not "1"
 

@@ -217,6 +217,7 @@ void Connection::Open(std::string_view connection_string) {
   // A file system without shared memory keeps the old kind of journal: slower, but as safe.
   RunPlain(store, "pragma journal_mode=wal");
   RunPlain(store, "pragma synchronous=full");
+  durability_ = Durability::kFull;
   // Kilobytes. Measured on 100,000 rows: with less or with more the sort of a whole catalogue is
   // slower, and a search does not care.
   RunPlain(store, "pragma cache_size=-8000");
@@ -278,7 +279,8 @@ std::int64_t Connection::LastInsertedKey() const noexcept {
 }
 
 void Connection::SetDurability(Durability durability) noexcept {
-  if (!state_) return;
+  if (!state_ || durability == durability_) return;
+  durability_ = durability;
   sqlite3* const store = state_->store.get();
   if (durability == Durability::kBatch) {
     RunPlain(store, "pragma synchronous=normal");

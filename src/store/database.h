@@ -65,7 +65,7 @@ class Recordset {
 /// How much of the disk's word a write waits for.
 enum class Durability {
   kFull,   ///< synced: a person's single edit
-  kBatch,  ///< not synced row by row; LeaveBatch syncs what the batch wrote
+  kBatch,  ///< not synced row by row; going back to kFull syncs what was written
 };
 
 /// One open catalogue. Not copyable; closed by its destructor.
@@ -99,8 +99,10 @@ class Connection {
   /// The key that the last insert was given.
   [[nodiscard]] std::int64_t LastInsertedKey() const noexcept;
 
-  /// kBatch for the time of a batch; going back to kFull syncs what was written meanwhile.
+  /// kBatch for the time of a batch. Nothing happens where it is so already, or while the file is
+  /// closed; an opened one is in kFull.
   void SetDurability(Durability durability) noexcept;
+  [[nodiscard]] Durability CurrentDurability() const noexcept { return durability_; }
 
   /// Called every few milliseconds while a long statement runs, so that the window can paint. It
   /// must not run a statement itself. Empty: nobody is called.
@@ -112,6 +114,7 @@ class Connection {
 
   std::unique_ptr<State> state_;
   std::function<void()> working_;
+  Durability durability_ = Durability::kFull;
 };
 
 }  // namespace tunemeadow

@@ -12,7 +12,7 @@
 #include "core/paths.h"
 #include "core/text.h"
 #include "files/file_facts.h"
-#include "run/busy_pointer.h"
+#include "run/busy.h"
 #include "views/tree.h"
 #include "views/workbench.h"
 
@@ -247,7 +247,7 @@ void ShowPic(Workbench& bench, const std::string& path) {
     ClearPicture(bench);
     return;
   }
-  const BusyPointer busy(bench.interaction);
+  const Busy busy(bench.session, bench.interaction);
   DetailEditor& details = bench.details;
   DropPicture(details);
   details.picture = ReadID3v2Pictures(path).value_or(ID3v2Picture{});

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/numbers.h"
+#include "run/busy.h"
 #include "store/database.h"
 #include "views/paint_while_working.h"
 #include "views/workbench.h"
@@ -16,29 +17,6 @@ namespace {
 
 /// Rows between two signs of life. A hundred thousand of them pass in some hundredths of a second.
 constexpr std::size_t kRowsPerYield = 10;
-
-/// What a search changes for its time, and puts back on every way out.
-class SearchScope {
- public:
-  explicit SearchScope(Workbench& bench) : bench_(bench), was_busy_(bench.session.busy) {
-    bench_.searching = true;
-    bench_.session.busy = true;
-    bench_.interaction.SetBusyPointer(true);
-  }
-  ~SearchScope() {
-    bench_.interaction.HideProgress();
-    bench_.interaction.SetBusyPointer(false);
-    bench_.session.busy = was_busy_;
-    bench_.searching = false;
-  }
-  SearchScope(const SearchScope&) = delete;
-  SearchScope& operator=(const SearchScope&) = delete;
-
- private:
-  Workbench& bench_;
-  PaintWhileWorking paint_{bench_};
-  bool was_busy_;
-};
 
 /// Rows that a search does not belong to must not stand in the view of a playlist, nor in that of
 /// an archive.
@@ -128,7 +106,8 @@ void Search(Workbench& bench, const BuiltSearch& search, bool is_new) {
   ListTotals totals;
   std::optional<MessageBox> failure;
   {
-    const SearchScope scope(bench);
+    const Busy busy(bench.session, bench.interaction, {.flag = &bench.searching});
+    const PaintWhileWorking paint(bench);
     BringFittingListIntoView(bench, statement);
     ClearListInView(bench);
     bench.interaction.SetStatus("Searching...");
@@ -139,6 +118,7 @@ void Search(Workbench& bench, const BuiltSearch& search, bool is_new) {
     } catch (const std::exception& error) {
       failure = MessageBox{.text = std::string(error.what()) + "\n" + statement.text};
     }
+    bench.interaction.HideProgress();
     if (!bench.playlist_in_view) bench.search_ran = true;
   }
   if (failure) bench.interaction.ShowMessage(*failure);

@@ -6,6 +6,7 @@
 #include "audio/genres.h"
 #include "core/numbers.h"
 #include "core/text.h"
+#include "run/busy.h"
 #include "run/catalogue.h"
 #include "store/statement.h"
 #include "views/paint_while_working.h"
@@ -13,21 +14,6 @@
 
 namespace tunemeadow {
 namespace {
-
-/// The pointer is busy while groups are read.
-class BusyFilling {
- public:
-  explicit BusyFilling(Workbench& bench) : bench_(bench), paint_(bench) {
-    bench_.interaction.SetBusyPointer(true);
-  }
-  ~BusyFilling() { bench_.interaction.SetBusyPointer(false); }
-  BusyFilling(const BusyFilling&) = delete;
-  BusyFilling& operator=(const BusyFilling&) = delete;
-
- private:
-  Workbench& bench_;
-  PaintWhileWorking paint_;
-};
 
 CellTable RowsOf(Workbench& bench, std::string_view statement) {
   return bench.session.connection.Execute(statement).GetRows();
@@ -129,7 +115,8 @@ void RebuildNodes(Workbench& bench) {
   tree.nodes_read_at = bench.session.connection.WriteCount();
   tree.nodes_kind = tree.kind;
   tree.nodes_tag = bench.session.preferences.txtCDTag;
-  const BusyFilling busy(bench);
+  const Busy busy(bench.session, bench.interaction);
+  const PaintWhileWorking paint(bench);
   try {
     LoadViewMain(bench, tree.kind, builder, database);
   } catch (const DatabaseError&) {

@@ -64,6 +64,7 @@ class ScriptedInteraction : public Interaction {
   int panel_width = kPanelWidth;
   std::optional<std::int64_t> progress_maximum;  ///< none: the bar is hidden
   bool loading_shown = false;
+  int disabled_depth = 0;
   bool main_window_enabled = true;
   bool job_running = false;
 
@@ -153,7 +154,11 @@ class ScriptedInteraction : public Interaction {
   }
   void AddJobLine(const std::string& line) override { job_lines.push_back(line); }
   void EndJob() override { job_running = false; }
-  void EnableMainWindow(bool enabled) override { main_window_enabled = enabled; }
+  void EnableMainWindow(bool enabled) override {
+    disabled_depth += enabled ? -1 : 1;
+    EXPECT_GE(disabled_depth, 0) << "the main window was enabled once too often";
+    main_window_enabled = disabled_depth == 0;
+  }
   void ResizeForm() override { ++layouts; }
 
   void Yield() override {

@@ -16,6 +16,7 @@
 
 #include "core/paths.h"
 #include "core/text.h"
+#include "run/busy.h"
 #include "ui/kit/qt_text.h"
 #include "ui/windows/editing/open_image.h"
 #include "ui/windows/fileops/frmdoUmbenennen.h"
@@ -129,21 +130,6 @@ std::string BytesOf(const QString& path) {
 QString PathOf(const std::string& bytes) {
   return QFile::decodeName(QByteArray(bytes.data(), static_cast<qsizetype>(bytes.size())));
 }
-
-/// No other work starts from a timer while a statement is running.
-class QuietScope {
- public:
-  explicit QuietScope(Session& session) : session_(session), before_(session.busy) {
-    session_.busy = true;
-  }
-  ~QuietScope() { session_.busy = before_; }
-  QuietScope(const QuietScope&) = delete;
-  QuietScope& operator=(const QuietScope&) = delete;
-
- private:
-  Session& session_;
-  bool before_;
-};
 
 }  // namespace
 
@@ -404,7 +390,8 @@ void WindowInteraction::Yield() {
 
 void WindowInteraction::KeepPainting() {
   if (!MayPaint()) return;
-  const QuietScope quiet(session_);
+  // No other work starts from a timer while a statement is running.
+  const Busy busy(session_, *this, {.pointer = false});
   Push();
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QIcon>
 
+#include "run/busy.h"
 #include "ui/kit/help_pages.h"
 #include "ui/kit/tree_model.h"
 #include "ui_frmTreeviewFilter.h"
@@ -106,12 +107,14 @@ void frmTreeviewFilter::Click(const QModelIndex& index) {
 
 void frmTreeviewFilter::Load(const std::string& key) {
   if (bench_.session.busy) return;
-  bench_.session.busy = true;
-  bench_.session.CancelRequested = false;
-  ShowLoading(true);
-  const bool ran = filter_.Load(key);
-  ShowLoading(false);
-  bench_.session.busy = false;
+  const bool ran = [&] {
+    const Busy busy(bench_.session, bench_.interaction, {.pointer = false});
+    bench_.session.CancelRequested = false;
+    ShowLoading(true);
+    const bool loaded = filter_.Load(key);
+    ShowLoading(false);
+    return loaded;
+  }();
   if (!ran) return;
   expanded_.insert(key);
   ShowNodes(key);
