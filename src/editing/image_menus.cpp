@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <exception>
 #include <string>
 
@@ -9,55 +7,38 @@
 #include "audio/id3v2_writer.h"
 #include "core/paths.h"
 #include "editing/chosen_picture.h"
-#include "editing/row_update.h"
-#include "editing/save_group.h"
+#include "editing/file_run.h"
 #include "editing/tag_menus.h"
 #include "editing/tag_values.h"
-#include "run/batch.h"
 
 namespace tunemeadow {
 namespace {
 
-/// The window of the job and what stands behind it. One object is one run through the selection.
+/// One run through the selection, in the window of a job.
 class ImageJob {
  public:
+  /// The audio moves.
   ImageJob(Workbench& bench, const SelectedFiles& selected)
       : bench_(bench),
-        selected_(selected),
-        batch_(bench.session, bench.interaction, "", 0),
-        group_(bench.session.journal, batch_, selected.Paths(), {}),
-        writing_(bench.session.journal) {
-    writing_.yield = [&bench] { bench.interaction.Yield(); };
-    bench_.interaction.ShowJob("Image adding/removing", std::max<std::int64_t>(Count(), 1));
-  }
-  ~ImageJob() { bench_.interaction.EndJob(); }
-  ImageJob(const ImageJob&) = delete;
-  ImageJob& operator=(const ImageJob&) = delete;
+        run_(bench,
+             {.job =
+                  FileRunJob{.title = "Image adding/removing", .cancelled = "ERROR: Job cancelled"},
+              .save = SavePlan{}},
+             selected.files) {}
 
   /// Calls `work(job, file)` for each file, which is true where the file was changed as wanted: its
   /// row then takes `update`. Number of those files.
   template <typename Work>
   std::size_t Run(const RowUpdate& update, Work work) {
     std::size_t count = 0;
-    for (std::size_t i = 0; i < selected_.files.size(); ++i) {
-      const SelectedFile& file = selected_.files[i];
-      bench_.interaction.SetJobStep(static_cast<std::int64_t>(i), DisplayPath(file.path), "");
-      bench_.interaction.Yield();
-      if (bench_.session.CancelRequested) {
-        Log("ERROR: Job cancelled");
-        return count;
-      }
-      group_.BeginFile(i);
+    (void)run_.Run([&](const SelectedFile& file) {
+      run_.BeginFile();
       const bool changed = work(*this, file);
-      group_.FileDone(i);
-      if (!changed) continue;
+      run_.FileDone();
+      if (!changed) return;
       ++count;
-      if (const auto box = TryUpdateRow(bench_, update, file, rows_)) {
-        group_.Close();
-        batch_.ShowMessage(*box);
-      }
-    }
-    bench_.interaction.SetJobStep(Count(), "", "");
+      run_.UpdateRow(update);
+    });
     return count;
   }
 
@@ -65,20 +46,12 @@ class ImageJob {
   void LogError(const std::string& path, const std::string& error) {
     Log("ERROR: " + DisplayPath(path) + " : " + error);
   }
-  [[nodiscard]] TagWriting& Writing() noexcept { return writing_; }
+  [[nodiscard]] TagWriting& Writing() noexcept { return run_.Writing(); }
   void SetStatus(const std::string& text) { bench_.interaction.SetStatus(text); }
 
  private:
-  [[nodiscard]] std::int64_t Count() const {
-    return static_cast<std::int64_t>(selected_.files.size());
-  }
-
   Workbench& bench_;
-  const SelectedFiles& selected_;
-  Batch batch_;
-  SaveGroup group_;
-  TagWriting writing_;
-  const TrackRows rows_{bench_};
+  FileRun run_;
 };
 
 enum class PictureState { kNone, kHasOne, kEmptyFile, kUnreadable };

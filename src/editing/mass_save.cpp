@@ -2,21 +2,17 @@
 #include "editing/mass_save.h"
 
 #include <array>
-#include <optional>
 #include <string_view>
 #include <vector>
 
 #include "core/dates.h"
 #include "core/paths.h"
 #include "core/text.h"
-#include "editing/row_update.h"
-#include "editing/save_group.h"
+#include "editing/file_run.h"
 #include "editing/save_rules.h"
 #include "editing/save_statement.h"
 #include "editing/saved_row.h"
 #include "editing/tag_steps.h"
-#include "editing/track_rows.h"
-#include "run/batch.h"
 #include "store/database.h"
 
 namespace tunemeadow {
@@ -98,55 +94,55 @@ std::string MassSaveQuestion(std::size_t count, const std::vector<TickedField>& 
          (preferences.chkSaveTags ? " in the Database and in the ID3Tag?" : " in the Database?");
 }
 
+/// The selected tracks; those on a burnt disc, or of a kind without tags, are not written.
+std::vector<SelectedFile> TracksToSave(Workbench& bench) {
+  std::vector<SelectedFile> tracks;
+  for (const std::size_t row : bench.ListView1.SelectedRows()) {
+    SelectedFile track{.uid = bench.ListView1.Uid(row),
+                       .path = std::string(bench.ListView1.Cell(row, Field::location)),
+                       .row = row};
+    track.is_written =
+        bench.session.preferences.chkSaveTags && WritesTags(track.path, bench.session.preferences);
+    tracks.push_back(std::move(track));
+  }
+  return tracks;
+}
+
+FileRunPlan PlanOfMassSave(const Preferences& preferences) {
+  FileRunPlan plan{.line = "saving...", .first_step = 1, .shows_path = true};
+  if (preferences.chkSaveTags) {
+    plan.save = SavePlan{.ranges = TagRanges, .growth = kGrowthOfRecord};
+  }
+  return plan;
+}
+
 class MassSave {
  public:
   MassSave(Workbench& bench, std::vector<TickedField> ticked)
       : bench_(bench),
         ticked_(std::move(ticked)),
-        rows_(bench.ListView1.SelectedRows()),
-        batch_(bench.session, bench.interaction, "saving...",
-               static_cast<std::int64_t>(rows_.size())) {
-    writing_.yield = [this] { bench_.interaction.Yield(); };
+        run_(bench, PlanOfMassSave(bench.session.preferences), TracksToSave(bench)) {
+    talk_.begins = [this](SavedTag) { run_.BeginFile(); };
     talk_.failed = [this](SavedTag) { return AskAboutFailure(); };
-    if (preferences_.chkSaveTags) BeginGroups();
   }
 
   /// False where it ended early.
   bool Run() {
-    for (index_ = 0; index_ < rows_.size(); ++index_) {
-      const std::string path(bench_.ListView1.Cell(rows_[index_], Field::location));
-      bench_.interaction.SetStatus(DisplayPath(path));
-      if (!batch_.Step(static_cast<std::int64_t>(index_) + 1)) return false;
-      if (!SaveItem(rows_[index_], path)) return false;
-    }
-    return true;
+    return run_.Run([this](const SelectedFile& track) { SaveItem(track); });
   }
 
-  [[nodiscard]] const TagLosses& Losses() const noexcept { return writing_.losses; }
+  [[nodiscard]] const TagLosses& Losses() noexcept { return run_.Writing().losses; }
 
  private:
-  void BeginGroups() {
-    std::vector<std::string> paths;
-    paths.reserve(rows_.size());
-    for (const std::size_t row : rows_) {
-      std::string path(bench_.ListView1.Cell(row, Field::location));
-      if (!WritesTags(path, preferences_)) path.clear();
-      paths.push_back(std::move(path));
-    }
-    group_.emplace(bench_.session.journal, batch_, std::move(paths),
-                   SavePlan{.ranges = TagRanges, .growth = kGrowthOfRecord});
-  }
-
-  /// False: the run ends.
-  bool SaveItem(std::size_t row, const std::string& path) {
-    TakeValues(row);
+  void SaveItem(const SelectedFile& track) {
+    TakeValues(track.row);
     TagStepsDone done;
-    if (preferences_.chkSaveTags && WritesTags(path, preferences_)) {
-      done = SaveTags(path);
-      if (done.aborted) return false;
+    if (track.is_written) {
+      done = SaveTags(track.path);
+      if (done.aborted) return;
     }
     EscapeTexts();
-    return SaveRow(row, path, done);
+    SaveRow(track, done);
   }
 
   /// Every value is the track's own but for those of the ticked fields.
@@ -160,24 +156,17 @@ class MassSave {
   }
 
   TagStepsDone SaveTags(const std::string& path) {
-    group_->BeginFile(index_);
-    const TagStepsDone done =
-        WriteTags({path, values_, FillRecord(values_)}, preferences_, bench_.info, writing_, talk_);
-    if (!done.aborted) group_->FileDone(index_);
+    const TagStepsDone done = WriteTags({path, values_, FillRecord(values_)}, preferences_,
+                                        bench_.info, run_.Writing(), talk_);
+    run_.FileDone();
     return done;
   }
 
-  /// The group does not wait for a box.
   Answer AskAboutFailure() {
-    if (ignores_failures_ || !preferences_.chkWarn) return Answer::kIgnore;
-    group_->Close();
-    const Answer answer =
-        batch_.ShowMessage({.text = "ID3-Tag can't be written!\n\nClick Ignore to ignore all",
-                            .title = "Error",
-                            .buttons = Buttons::kAbortRetryIgnore});
-    ignores_failures_ = answer == Answer::kIgnore;
-    if (answer != Answer::kAbort) group_->BeginFile(index_);
-    return answer;
+    if (!preferences_.chkWarn) return Answer::kIgnore;
+    return run_.Ask({.text = "ID3-Tag can't be written!\n\nClick Ignore to ignore all",
+                     .title = "Error",
+                     .buttons = Buttons::kAbortRetryIgnore});
   }
 
   /// What came from the editor is put down as a single save puts it down. What came from the track
@@ -190,27 +179,26 @@ class MassSave {
     if (preferences_.chkAutoComment) values_.comment = EscapeEditorText(values_.comment, '"');
   }
 
-  /// False, with the cells as they were, where the store refuses the statement.
-  bool SaveRow(std::size_t row, const std::string& path, const TagStepsDone& done) {
+  /// Where the store refuses the statement, the cells stay as they were, and the run ends.
+  void SaveRow(const SelectedFile& track, const TagStepsDone& done) {
     const ResultList& list = bench_.ListView1;
     MassSaveTexts texts = TextsOfRow();
-    texts.uid = list.Uid(row);
-    texts.hasid3v1 = FlagOfRow(list.Cell(row, Field::hasid3v1), done.id3v1);
-    texts.hasid3v2 = FlagOfRow(list.Cell(row, Field::hasid3v2), done.id3v2);
+    texts.uid = track.uid;
+    texts.hasid3v1 = FlagOfRow(list.Cell(track.row, Field::hasid3v1), done.id3v1);
+    texts.hasid3v2 = FlagOfRow(list.Cell(track.row, Field::hasid3v2), done.id3v2);
     try {
       const std::string now = Now();
-      const std::string file_time = FileTimeOfRow(bench_.session, path, texts.uid);
+      const std::string file_time = FileTimeOfRow(bench_.session, track.path, texts.uid);
       texts.now = now;
       texts.file_time = file_time;
       BuildMassSaveStatement(texts, statement_);
       bench_.session.connection.Execute(statement_);
     } catch (const DatabaseError& error) {
-      if (group_) group_->Close();
-      batch_.ShowMessage({.text = error.WithStatement(), .icon = Icon::kCritical});
-      return false;
+      run_.Tell({.text = error.WithStatement(), .icon = Icon::kCritical});
+      run_.Stop();
+      return;
     }
     StoreCells(texts);
-    return true;
   }
 
   [[nodiscard]] MassSaveTexts TextsOfRow() const {
@@ -237,20 +225,14 @@ class MassSave {
                    {Field::hasid3v2, hasid3v2}});
     for (const MassField& field : kMassFields) cells_.push_back({field.cell, values_.*field.value});
     for (const MassExtra& extra : kMassExtras) cells_.push_back({extra.cell, values_.*extra.value});
-    track_rows_.SetCells(bench_, texts.uid, cells_);
+    run_.SetCells(cells_);
   }
 
   Workbench& bench_;
   const Preferences& preferences_ = bench_.session.preferences;
   std::vector<TickedField> ticked_;
-  std::vector<std::size_t> rows_;
-  const TrackRows track_rows_{bench_};
-  Batch batch_;
-  std::optional<SaveGroup> group_;  ///< goes before the batch
-  TagWriting writing_{bench_.session.journal};
+  FileRun run_;
   TagStepTalk talk_;
-  bool ignores_failures_ = false;
-  std::size_t index_ = 0;  ///< of the row at work
   TagValues values_;       ///< of the track at work
   std::string statement_;  ///< of its row; its memory serves them all
   std::vector<FieldText> cells_;

@@ -45,13 +45,6 @@ const RowUpdate kPictureRemoved = {.before = "Update MP3sTabelle set haspic=0 ,d
                                    .after = "' where UID=",
                                    .cells = kWithoutPicture};
 
-std::vector<std::string> SelectedFiles::Paths() const {
-  std::vector<std::string> paths;
-  paths.reserve(files.size());
-  for (const SelectedFile& file : files) paths.push_back(file.path);
-  return paths;
-}
-
 SelectedFiles TakeSelectedFiles(Workbench& bench) {
   const ResultList& list = bench.ListInView();
   const std::vector<std::size_t> rows = list.SelectedRows();
@@ -60,7 +53,7 @@ SelectedFiles TakeSelectedFiles(Workbench& bench) {
   for (const std::size_t row : rows) {
     const std::string_view path = list.Cell(row, Field::location);
     if (!HasExtension(path, "mp3")) continue;
-    selected.files.push_back({list.Uid(row), std::string(path)});
+    selected.files.push_back({.uid = list.Uid(row), .path = std::string(path), .row = row});
   }
   return selected;
 }

@@ -21,14 +21,14 @@ namespace tunemeadow {
 
 struct SelectedFile {
   std::int64_t uid = 0;
-  std::string path;  ///< bytes
+  std::string path;        ///< bytes
+  std::size_t row = 0;     ///< in the list that was asked
+  bool is_written = true;  ///< a command that writes files writes this one
 };
 
 struct SelectedFiles {
   std::size_t items = 0;            ///< all selected rows
   std::vector<SelectedFile> files;  ///< those whose path ends in ".mp3", in the shown order
-
-  [[nodiscard]] std::vector<std::string> Paths() const;
 };
 [[nodiscard]] SelectedFiles TakeSelectedFiles(Workbench& bench);
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editing/tag_menus.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <exception>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,9 +13,7 @@
 #include "audio/id3v1_writer.h"
 #include "audio/id3v2_writer.h"
 #include "audio/lyrics3_writer.h"
-#include "editing/row_update.h"
-#include "editing/save_group.h"
-#include "run/batch.h"
+#include "editing/file_run.h"
 
 namespace tunemeadow {
 namespace {
@@ -91,88 +89,46 @@ SavePlan PlanOf(const TagRemover& remover) {
   return {.ranges = moves_audio ? nullptr : RangesBehindAudio, .growth = 0};
 }
 
-enum class Removed { kYes, kNo, kAborted };
+/// What stands in the way of a removal, as the person is asked about it.
+MessageBox RemovalFailure(const TagRemover& remover, const std::string& result) {
+  return {.text = result + "\n" + std::string(remover.failure) + "\n\nClick Ignore to ignore all",
+          .title = "Error",
+          .icon = Icon::kCritical,
+          .buttons = Buttons::kAbortRetryIgnore};
+}
 
-class RemovalRun {
- public:
-  RemovalRun(Workbench& bench, const TagRemover& remover, const SelectedFiles& selected)
-      : bench_(bench),
-        remover_(remover),
-        selected_(selected),
-        batch_(bench.session, bench.interaction, "working...",
-               std::max<std::int64_t>(static_cast<std::int64_t>(selected.files.size()), 1)),
-        group_(bench.session.journal, batch_, selected.Paths(), PlanOf(remover)),
-        writing_(bench.session.journal) {
-    writing_.yield = [&bench] { bench.interaction.Yield(); };
-  }
+/// Whether the file has lost the tag.
+bool RemoveOne(Workbench& bench, FileRun& run, const TagRemover& remover, const Removal& removal,
+               const std::string& path) {
+  bool removed = false;
+  const auto try_once = [&]() -> std::optional<MessageBox> {
+    if (!removal.status.empty()) bench.interaction.SetStatus(std::string(removal.status));
+    const std::string result = removal.remove(run.Writing(), path);
+    if (!removal.status.empty()) bench.interaction.SetStatus("");
+    removed = result == "OK";
+    if (removed || result == removal.none) return std::nullopt;
+    return RemovalFailure(remover, result);
+  };
+  if (!run.Try(try_once) || !removed) return false;
+  run.UpdateRow(removal.update);
+  return true;
+}
 
-  /// Number of files that have lost a tag.
-  std::size_t Run() {
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < selected_.files.size(); ++i) {
-      if (!batch_.Step(static_cast<std::int64_t>(i))) break;
-      const bool go_on = RemoveFromFile(i, count);
-      group_.FileDone(i);
-      if (!go_on) break;
+/// Number of files that have lost a tag.
+std::size_t RemoveTags(Workbench& bench, const TagRemover& remover,
+                       const std::vector<SelectedFile>& files) {
+  std::size_t count = 0;
+  FileRun run(bench, {.line = "working...", .save = PlanOf(remover)}, files);
+  (void)run.Run([&](const SelectedFile& file) {
+    bool lost = false;
+    for (const Removal& removal : remover.removals) {
+      lost |= RemoveOne(bench, run, remover, removal, file.path);
+      if (run.Stopped()) break;
     }
-    return count;
-  }
-
- private:
-  /// False: the person ended the work.
-  bool RemoveFromFile(std::size_t index, std::size_t& count) {
-    bool counted = false;
-    for (const Removal& removal : remover_.removals) {
-      const Removed removed = RemoveOne(removal, index);
-      if (removed == Removed::kAborted) return false;
-      if (removed == Removed::kYes && !counted) ++count;
-      counted = counted || removed == Removed::kYes;
-    }
-    return true;
-  }
-
-  Removed RemoveOne(const Removal& removal, std::size_t index) {
-    const SelectedFile& file = selected_.files[index];
-    for (;;) {
-      group_.BeginFile(index);
-      if (!removal.status.empty()) bench_.interaction.SetStatus(std::string(removal.status));
-      const std::string result = removal.remove(writing_, file.path);
-      if (!removal.status.empty()) bench_.interaction.SetStatus("");
-      if (result == removal.none) return Removed::kNo;
-      if (result == "OK") {
-        if (const auto box = TryUpdateRow(bench_, removal.update, file, rows_)) {
-          group_.Close();
-          batch_.ShowMessage(*box);
-        }
-        return Removed::kYes;
-      }
-      if (ignore_all_) return Removed::kNo;
-      const Answer answer = AskWhatNow(result);
-      if (answer == Answer::kAbort) return Removed::kAborted;
-      if (answer == Answer::kRetry) continue;
-      ignore_all_ = true;
-      return Removed::kNo;
-    }
-  }
-
-  Answer AskWhatNow(const std::string& result) {
-    group_.Close();
-    return batch_.ShowMessage(
-        {.text = result + "\n" + std::string(remover_.failure) + "\n\nClick Ignore to ignore all",
-         .title = "Error",
-         .icon = Icon::kCritical,
-         .buttons = Buttons::kAbortRetryIgnore});
-  }
-
-  Workbench& bench_;
-  const TagRemover& remover_;
-  const SelectedFiles& selected_;
-  Batch batch_;
-  SaveGroup group_;
-  TagWriting writing_;
-  const TrackRows rows_{bench_};
-  bool ignore_all_ = false;
-};
+    if (lost) ++count;
+  });
+  return count;
+}
 
 void RunRemover(Workbench& bench, const TagRemover& remover) {
   const SelectedFiles selected = TakeSelectedFiles(bench);
@@ -185,7 +141,7 @@ void RunRemover(Workbench& bench, const TagRemover& remover) {
                                      .buttons = Buttons::kYesNo});
   if (answer != Answer::kYes) return;
   const Stopwatch watch;
-  const std::size_t count = RemovalRun(bench, remover, selected).Run();
+  const std::size_t count = RemoveTags(bench, remover, selected.files);
   RefreshPicture(bench, selected);
   TellTagResult(bench,
                 std::string(remover.result) + std::to_string(count) + "/" + items +

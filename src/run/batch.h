@@ -27,7 +27,8 @@ class Batch {
   Batch(const Batch&) = delete;
   Batch& operator=(const Batch&) = delete;
 
-  /// Once per item: shows the value, yields, and tells whether to go on (false: CancelRequested).
+  /// Once per item: shows the value where there is a bar, yields, and tells whether to go on
+  /// (false: CancelRequested).
   [[nodiscard]] bool Step(std::int64_t value);
 
   /// Shows a box while frmLoading is hidden, and frmLoading again.
