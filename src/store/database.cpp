@@ -181,7 +181,7 @@ Recordset Connection::State::Run(const StoreStatement& translated, sqlite3_stmt*
 }
 
 std::string DatabaseError::WithStatement() const {
-  return what() + ("\n" + ToValidUtf8(statement_));
+  return statement_.empty() ? what() : what() + ("\n" + ToValidUtf8(statement_));
 }
 
 std::string Recordset::Fields(std::string_view name) const {

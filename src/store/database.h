@@ -32,7 +32,8 @@ class DatabaseError : public std::runtime_error {
   /// opened. It may hold the bytes of a path.
   [[nodiscard]] const std::string& Statement() const noexcept { return statement_; }
 
-  /// For a box: the description and, on a line of its own, the statement as valid UTF-8.
+  /// For a box: the description and, on a line of its own, the statement, if there is one, as valid
+  /// UTF-8.
   [[nodiscard]] std::string WithStatement() const;
 
  private:
