@@ -20,6 +20,7 @@
 #include <string_view>
 #include <vector>
 
+#include "support/scripted_world.h"
 #include "ui/kit/theme.h"
 #include "ui/panes/result_view.h"
 
@@ -130,7 +131,8 @@ int main(int argc, char** argv) {
   const long memory_before = ResidentMib();
   double began = CpuMilliseconds();
   ResultList list;
-  ResultView view(list, "ListView1");
+  tunemeadow::ScriptedWorld world;
+  ResultView view(list, "ListView1", world);
   view.Freeze();
   list.Fill(TableOf(cells));
   view.Thaw();

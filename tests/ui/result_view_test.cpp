@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QHeaderView>
@@ -16,6 +15,7 @@
 #include <QToolTip>
 
 #include "support/list_rows.h"
+#include "support/scripted_world.h"
 
 namespace tunemeadow {
 namespace {
@@ -71,7 +71,8 @@ class ResultViewTest : public testing::Test {
   }
 
   ResultList list_;
-  ResultView view_{list_, "ListView1"};
+  ScriptedWorld world_;
+  ResultView view_{list_, "ListView1", world_};
   std::vector<int> clicked_;
 };
 
@@ -401,7 +402,7 @@ TEST_F(ResultViewTest, TheClipboardGetsWhatIsSeen) {
   list_.SetSelected(2, 2, true);
   view_.ShowSelection();
   Key(Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "One two\t\t1\n\tAnna Bert\t3\n");
+  EXPECT_EQ(world_.clipboard_text, "One two\t\t1\n\tAnna Bert\t3\n");
 }
 
 TEST_F(ResultViewTest, TheSelectedFilesLeaveWithTheBytesOfTheirNames) {

@@ -2,7 +2,6 @@
 #include "ui/panes/result_view.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -27,8 +26,11 @@ constexpr int kSmallestSection = 24;
 
 }  // namespace
 
-ResultView::ResultView(ResultList& list, const QString& name, QWidget* parent)
-    : QTreeView(parent), list_(list), stored_layout_(StandardColumnLayout()) {
+ResultView::ResultView(ResultList& list, const QString& name, Clipboard& clipboard, QWidget* parent)
+    : QTreeView(parent),
+      list_(list),
+      clipboard_(clipboard),
+      stored_layout_(StandardColumnLayout()) {
   const bool playlist = name == QLatin1String("ListView3");
   setObjectName(name);
   setAccessibleName(playlist ? "Tracks of the playlist" : "Tracks");
@@ -286,7 +288,7 @@ void ResultView::CopySelection() const {
     }
     text += QLatin1Char('\n');
   }
-  if (!text.isEmpty()) QApplication::clipboard()->setText(text);
+  if (!text.isEmpty()) clipboard_.SetText(FromQt(text));
 }
 
 void ResultView::paintEvent(QPaintEvent* event) {

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/clipboard.h"
 #include "ui/kit/library_tree.h"
 #include "views/column_layout.h"
 #include "views/result_list.h"
@@ -30,8 +31,10 @@ class ResultView : public QTreeView, public RowSource {
   Q_OBJECT
 
  public:
-  /// `name` is ListView1, or ListView3 for the list of a playlist. `list` must outlive the view.
-  ResultView(ResultList& list, const QString& name, QWidget* parent = nullptr);
+  /// `name` is ListView1, or ListView3 for the list of a playlist. `list` and `clipboard` must
+  /// outlive the view.
+  ResultView(ResultList& list, const QString& name, Clipboard& clipboard,
+             QWidget* parent = nullptr);
 
   /// Draws nothing until Thaw: to be called before the rows of the list are exchanged.
   void Freeze();
@@ -154,6 +157,7 @@ class ResultView : public QTreeView, public RowSource {
   [[nodiscard]] QItemSelectionModel::SelectionFlags CommandOfKey(const QKeyEvent& event) const;
 
   ResultList& list_;
+  Clipboard& clipboard_;
   ListModel* model_;
   ListSelection* selection_;
   std::function<std::string(std::size_t)> path_of_row_;

@@ -112,8 +112,8 @@ QWidget* frmStart::BuildListRow() {
   auto* lists = new QWidget(list_splitter_);
   auto* row = new QHBoxLayout(lists);
   row->setContentsMargins(0, 0, 0, 0);
-  list_view_ = new ResultView(bench_.ListView1, "ListView1", lists);
-  playlist_view_ = new ResultView(bench_.ListView3, "ListView3", lists);
+  list_view_ = new ResultView(bench_.ListView1, "ListView1", bench_.world.clipboard, lists);
+  playlist_view_ = new ResultView(bench_.ListView3, "ListView3", bench_.world.clipboard, lists);
   order_bar_ = new OrderBar(lists);
   playlist_view_->hide();
   order_bar_->hide();
