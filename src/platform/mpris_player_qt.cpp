@@ -10,12 +10,12 @@
 #include <QElapsedTimer>
 #include <QStringList>
 #include <QThread>
-#include <cstdlib>
 #include <optional>
 #include <string_view>
 
 #include "core/paths.h"
 #include "core/text.h"
+#include "files/environment.h"
 #include "files/file_facts.h"
 #include "platform/file_urls.h"
 #include "platform/running_programs.h"
@@ -35,16 +35,11 @@ constexpr char kRootInterface[] = "org.mpris.MediaPlayer2";
 constexpr char kTrackListInterface[] = "org.mpris.MediaPlayer2.TrackList";
 constexpr char kNoTrack[] = "/org/mpris/MediaPlayer2/TrackList/NoTrack";
 
-std::string Variable(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? std::string() : std::string(value);
-}
-
 /// Empty where there is no bus: the library would then try to start one, or complain.
 QString AddressOfBus() {
-  const std::string address = Variable("DBUS_SESSION_BUS_ADDRESS");
+  const std::string address = EnvironmentText("DBUS_SESSION_BUS_ADDRESS");
   if (!address.empty()) return QString::fromStdString(address);
-  const std::string socket = JoinPath(Variable("XDG_RUNTIME_DIR"), "bus");
+  const std::string socket = JoinPath(EnvironmentText("XDG_RUNTIME_DIR"), "bus");
   return socket.starts_with('/') && MyFileExists(socket)
              ? "unix:path=" + QString::fromStdString(socket)
              : QString();

@@ -5,10 +5,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
-
 #include "core/paths.h"
 #include "files/descriptor.h"
+#include "files/environment.h"
 
 namespace tunemeadow {
 namespace {
@@ -36,9 +35,8 @@ std::string PrivateFolder() {
 }  // namespace
 
 std::string GetTempFolder() {
-  const char* folder = std::getenv("TMPDIR");
-  const std::string_view text = folder == nullptr ? "" : folder;
-  return text.starts_with('/') && text.size() < kFolderBuffer ? std::string(text) : "/tmp";
+  std::string folder = EnvironmentText("TMPDIR");
+  return folder.starts_with('/') && folder.size() < kFolderBuffer ? folder : "/tmp";
 }
 
 std::optional<std::string> WriteTempList(const std::string& name, std::string_view bytes) {

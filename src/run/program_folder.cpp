@@ -9,21 +9,16 @@
 #include <algorithm>
 #include <array>
 #include <climits>
-#include <cstdlib>
 #include <string_view>
 
 #include "core/paths.h"
 #include "core/text.h"
 #include "files/durable_file.h"
+#include "files/environment.h"
 #include "files/file_facts.h"
 
 namespace tunemeadow {
 namespace {
-
-std::string EnvironmentText(const char* name) {
-  const char* value = std::getenv(name);
-  return value == nullptr ? std::string() : std::string(value);
-}
 
 std::string ExecutablePath() {
   std::string path(PATH_MAX, '\0');
