@@ -79,10 +79,7 @@ int Run(const char* path, std::size_t rows) {
   bench.ListView1.SetSelected(0, rows - 1, true);
   std::vector<std::int64_t> uids;
   for (std::size_t row = 0; row < rows; ++row) uids.push_back(bench.ListView1.Uid(row));
-  const auto save = [&](const char* name) {
-    bench.PlaylistTargetName = name;
-    mnuPlaylistSave_Click(bench);
-  };
+  const auto save = [&](const char* name) { mnuPlaylistSave_Click(bench, name); };
   save("Warm");
   Measure("add", [&] { save("Bench"); });
   bench.playlist_in_view = true;

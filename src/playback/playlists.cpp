@@ -5,7 +5,6 @@
 #include <limits>
 #include <optional>
 #include <random>
-#include <utility>
 #include <vector>
 
 #include "core/numbers.h"
@@ -102,8 +101,8 @@ const std::string* PlaylistOfTree(const Workbench& bench) {
 
 }  // namespace
 
-void mnuPlaylistSave_Click(Workbench& bench) {
-  std::string name = CutName(std::exchange(bench.PlaylistTargetName, {}));
+void mnuPlaylistSave_Click(Workbench& bench, const std::string& PlaylistTargetName) {
+  std::string name = CutName(PlaylistTargetName);
   if (name.empty()) name = AskPlaylistName(bench, "Playlist Name?", std::string(kProgramTitle));
   if (name.empty()) return;
   const std::string head =
@@ -114,8 +113,7 @@ void mnuPlaylistSave_Click(Workbench& bench) {
 }
 
 void mnuPlaylistAddItems_Click(Workbench& bench, const std::string& chosen) {
-  bench.PlaylistTargetName = chosen;
-  if (!chosen.empty()) mnuPlaylistSave_Click(bench);
+  if (!chosen.empty()) mnuPlaylistSave_Click(bench, chosen);
 }
 
 std::vector<std::string> PlaylistNames(Workbench& bench) {

@@ -66,7 +66,6 @@ struct Workbench {
   }
   std::string current_view;          ///< "Database" or "CDArchive"; empty before the first search
   std::string current_playlist;      ///< open in ListView3
-  std::string PlaylistTargetName;    ///< chosen in frmShowPlaylists; used once
   std::int16_t PlaylistCounter = 1;  ///< of the next default name that is proposed
 
   SearchFields search;

@@ -44,8 +44,7 @@ class PlayAll : public ListsTest {
 TEST_F(PlayAll, APlaylistIsOpenedAndPlayedInTheOrderShown) {
   ShowTracks(0);
   bench_.ListView1.SetSelected(1, 2, true);
-  bench_.PlaylistTargetName = "Mine";
-  mnuPlaylistSave_Click(bench_);
+  mnuPlaylistSave_Click(bench_, "Mine");
   mnuPlaylistPlayAll_Click(bench_);
   EXPECT_THAT(TakePlayed(), testing::IsEmpty()) << "no playlist is selected";
   ClickNode(NodeKind::kPlaylist, "Mine");
