@@ -12,6 +12,7 @@
 #include "core/paths.h"
 #include "dev/console_interaction.h"
 #include "library/import.h"
+#include "run/command_run.h"
 #include "run/session.h"
 #include "support/scripted_world.h"
 #include "views/workbench.h"
@@ -41,7 +42,8 @@ int ImportFolder(const std::string& folder, const std::string& catalogue) {
   Workbench bench(session, interaction, world);
   session.connection.Open(catalogue);
   session.preferences.lblScan = WithTrailingSeparator(folder);
-  const ImportEnd end = Command1_Click(bench);
+  auto end = ImportEnd::kNothingDone;
+  RunAndTell(interaction, [&] { end = Command1_Click(bench); });
   std::cout << session.track_count << " tracks, " << bench.ListView1.RowCount() << " in the list. "
             << interaction.Status() << '\n';
   PrintTimes();

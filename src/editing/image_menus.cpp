@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstddef>
-#include <exception>
+#include <cstdint>
 #include <string>
 
 #include "audio/id3v2_reader.h"
@@ -117,7 +117,9 @@ bool WantsImageJob(Workbench& bench, const MessageBox& question) {
   return bench.interaction.ShowMessage(question) == Answer::kYes;
 }
 
-void AddImages(Workbench& bench) {
+}  // namespace
+
+void mnuAddImagetoFile_Click(Workbench& bench) {
   const SelectedFiles selected = TakeSelectedFiles(bench);
   if (selected.items == 0) return;
   if (bench.PictureFile.empty()) {
@@ -155,7 +157,7 @@ void AddImages(Workbench& bench) {
   TellLosses(bench, losses);
 }
 
-void RemoveImages(Workbench& bench) {
+void mnuRemoveImagefromfile_Click(Workbench& bench) {
   const SelectedFiles selected = TakeSelectedFiles(bench);
   if (selected.items == 0) return;
   const std::string items = std::to_string(selected.items);
@@ -173,19 +175,5 @@ void RemoveImages(Workbench& bench) {
   TellTagResult(bench, "Images from " + std::to_string(count) + "/" + items + " file(s) removed.",
                 watch);
 }
-
-void RunImagesAtEdge(Workbench& bench, void (*run)(Workbench&)) {
-  try {
-    run(bench);
-  } catch (const std::exception& error) {
-    bench.interaction.ShowMessage(
-        {.text = error.what(), .title = "Error", .icon = Icon::kCritical});
-  }
-}
-
-}  // namespace
-
-void mnuAddImagetoFile_Click(Workbench& bench) { RunImagesAtEdge(bench, AddImages); }
-void mnuRemoveImagefromfile_Click(Workbench& bench) { RunImagesAtEdge(bench, RemoveImages); }
 
 }  // namespace tunemeadow

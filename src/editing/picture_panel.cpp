@@ -2,7 +2,6 @@
 #include "editing/picture_panel.h"
 
 #include <cstdio>
-#include <exception>
 #include <string_view>
 
 #include "audio/id3v2_writer.h"
@@ -117,9 +116,19 @@ void AddPicture(Workbench& bench) {
   TellLosses(bench, losses);
 }
 
-// --- Save ----------------------------------------------------------------------------------------
+}  // namespace
 
-void SaveCopyOfPicture(Workbench& bench) {
+std::string AddPictureCaption(const DetailEditor& details) {
+  return details.picture.data.empty() ? "add" : "del";
+}
+
+void cmdAddpic_Click(Workbench& bench) {
+  const DetailEditor& details = bench.details;
+  if (!details.enabled || details.save_all || !HasExtension(details.txtLocationSave, "mp3")) return;
+  details.picture.data.empty() ? AddPicture(bench) : DeletePicture(bench);
+}
+
+void cmdSavePic_Click(Workbench& bench) {
   const ID3v2Picture& picture = bench.details.picture;
   if (picture.data.empty()) return;
   const std::string folder = bench.session.ini.GetString(kConfigSection, kPictureFolderKey, "", 0);
@@ -134,28 +143,6 @@ void SaveCopyOfPicture(Workbench& bench) {
     TellPictureError(bench, DisplayPath(*chosen) + " can't be written!");
   }
 }
-
-void RunPaneCommand(Workbench& bench, void (*run)(Workbench&)) {
-  try {
-    run(bench);
-  } catch (const std::exception& error) {
-    TellPictureError(bench, error.what());
-  }
-}
-
-}  // namespace
-
-std::string AddPictureCaption(const DetailEditor& details) {
-  return details.picture.data.empty() ? "add" : "del";
-}
-
-void cmdAddpic_Click(Workbench& bench) {
-  const DetailEditor& details = bench.details;
-  if (!details.enabled || details.save_all || !HasExtension(details.txtLocationSave, "mp3")) return;
-  RunPaneCommand(bench, details.picture.data.empty() ? AddPicture : DeletePicture);
-}
-
-void cmdSavePic_Click(Workbench& bench) { RunPaneCommand(bench, SaveCopyOfPicture); }
 
 void RemovePictureFile(Workbench& bench) {
   std::string& file = bench.details.picture_file;

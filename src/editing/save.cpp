@@ -2,7 +2,6 @@
 #include "editing/save.h"
 
 #include <array>
-#include <exception>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -237,15 +236,10 @@ class SingleSave {
 }  // namespace
 
 void cmdSpeichern_Click(Workbench& bench) {
-  if (bench.session.busy) return;
-  try {
-    if (bench.details.save_all && !bench.details.InRenameSave) {
-      SpezialSpeichern(bench);
-    } else {
-      SingleSave(bench).Run();
-    }
-  } catch (const std::exception& error) {
-    bench.interaction.ShowMessage({.text = error.what(), .icon = Icon::kCritical});
+  if (bench.details.save_all && !bench.details.InRenameSave) {
+    SpezialSpeichern(bench);
+  } else {
+    SingleSave(bench).Run();
   }
 }
 

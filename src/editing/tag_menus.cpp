@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstddef>
-#include <exception>
 #include <optional>
 #include <span>
 #include <string>
@@ -149,20 +148,11 @@ void RunRemover(Workbench& bench, const TagRemover& remover) {
                 watch);
 }
 
-void RunRemoverAtEdge(Workbench& bench, const TagRemover& remover) {
-  try {
-    RunRemover(bench, remover);
-  } catch (const std::exception& error) {
-    bench.interaction.ShowMessage(
-        {.text = error.what(), .title = "Error", .icon = Icon::kCritical});
-  }
-}
-
 }  // namespace
 
-void mnuKillAllTags_Click(Workbench& bench) { RunRemoverAtEdge(bench, kKillAllTags); }
-void mnuKillID3v11Tag_Click(Workbench& bench) { RunRemoverAtEdge(bench, kKillID3v1); }
-void mnuKillID3v2xTag_Click(Workbench& bench) { RunRemoverAtEdge(bench, kKillID3v2); }
-void mnuKillLyrics3_Click(Workbench& bench) { RunRemoverAtEdge(bench, kKillLyrics3); }
+void mnuKillAllTags_Click(Workbench& bench) { RunRemover(bench, kKillAllTags); }
+void mnuKillID3v11Tag_Click(Workbench& bench) { RunRemover(bench, kKillID3v1); }
+void mnuKillID3v2xTag_Click(Workbench& bench) { RunRemover(bench, kKillID3v2); }
+void mnuKillLyrics3_Click(Workbench& bench) { RunRemover(bench, kKillLyrics3); }
 
 }  // namespace tunemeadow

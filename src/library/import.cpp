@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <exception>
 #include <iterator>
 #include <optional>
 #include <string_view>
@@ -192,18 +191,6 @@ ImportEnd ImportAndTell(Workbench& bench, ImportRun& run) {
   return end;
 }
 
-ImportEnd ImportListOrFolder(Workbench& bench) {
-  const GivenListScope scope(bench);
-  const bool list_is_given = bench.ImportGivenFiles || bench.ImportFromMonitor;
-  ImportRun run;
-  if (!list_is_given && !EnsureScanFolder(bench)) return ImportEnd::kNothingDone;
-  if (!TakeFiles(bench, run)) return ImportEnd::kNothingDone;
-  if (!bench.ImportFromMonitor && !WantsImport(bench, CountOfFiles(run.ImportFileCount))) {
-    return ImportEnd::kNothingDone;
-  }
-  return ImportAndTell(bench, run);
-}
-
 // --- The drop ------------------------------------------------------------------------------------
 
 /// Whether the text behind the last "." of the whole path stands in the pattern.
@@ -222,7 +209,7 @@ ImportEnd ImportDroppedItems(Workbench& bench, const std::vector<std::string>& p
   if (paths.size() == 1 && !IsDroppedFile(paths.front(), preferences.txtPattern)) {
     const bool has_separator = paths.front().find_first_of("/\\") != std::string::npos;
     preferences.lblScan = has_separator ? paths.front() : WithTrailingSeparator(paths.front());
-    return ImportListOrFolder(bench);
+    return Command1_Click(bench);
   }
   std::vector<std::string> files;
   std::copy_if(paths.begin(), paths.end(), std::back_inserter(files), [&](const std::string& path) {
@@ -236,21 +223,18 @@ ImportEnd ImportDroppedItems(Workbench& bench, const std::vector<std::string>& p
   return ImportAndTell(bench, run);
 }
 
-/// The edge of the handlers: what got here is told, and everything else was put back on the way.
-template <typename Import>
-ImportEnd RunAtEdge(Workbench& bench, Import import) {
-  try {
-    return import();
-  } catch (const std::exception& error) {
-    bench.interaction.ShowMessage({.text = error.what()});
-    return ImportEnd::kNothingDone;
-  }
-}
-
 }  // namespace
 
 ImportEnd Command1_Click(Workbench& bench) {
-  return RunAtEdge(bench, [&] { return ImportListOrFolder(bench); });
+  const GivenListScope scope(bench);
+  const bool list_is_given = bench.ImportGivenFiles || bench.ImportFromMonitor;
+  ImportRun run;
+  if (!list_is_given && !EnsureScanFolder(bench)) return ImportEnd::kNothingDone;
+  if (!TakeFiles(bench, run)) return ImportEnd::kNothingDone;
+  if (!bench.ImportFromMonitor && !WantsImport(bench, CountOfFiles(run.ImportFileCount))) {
+    return ImportEnd::kNothingDone;
+  }
+  return ImportAndTell(bench, run);
 }
 
 ImportEnd ImportDropped(Workbench& bench, const std::optional<std::vector<std::string>>& paths) {
@@ -258,7 +242,7 @@ ImportEnd ImportDropped(Workbench& bench, const std::optional<std::vector<std::s
     bench.interaction.ShowMessage({.text = "This is not a supported OLE DataObject"});
     return ImportEnd::kNothingDone;
   }
-  return RunAtEdge(bench, [&] { return ImportDroppedItems(bench, *paths); });
+  return ImportDroppedItems(bench, *paths);
 }
 
 }  // namespace tunemeadow

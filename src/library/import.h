@@ -24,7 +24,7 @@ enum class ImportEnd {
 /// over but counted. With ImportFromMonitor it neither asks nor tells, but for a cancel.
 ///
 /// However it ends, ImportList is empty and both flags are cleared. A statement that the store
-/// refuses is shown with its reason, and the next file follows. No exception leaves it.
+/// refuses is shown with its reason, and the next file follows.
 ImportEnd Command1_Click(Workbench& bench);
 
 /// The same, for the other windows.

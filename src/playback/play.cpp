@@ -141,7 +141,6 @@ void AppendSelection(Workbench& bench) {
 
 template <typename Work>
 void RunQuietly(Workbench& bench, Work work) noexcept {
-  if (bench.session.busy) return;
   // A stamp for each of some thousand rows must not wait for the disk each time.
   const Busy busy(bench.session, bench.interaction, {.batch = true});
   bench.session.CancelRequested = false;

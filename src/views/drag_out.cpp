@@ -18,13 +18,8 @@ void ListView1_OLECompleteDrag(Workbench& bench) {
     keys.append(keys.empty() ? "" : ",").append(std::to_string(list.Uid(row)));
   }
   const std::string now = Now();
-  try {
-    bench.session.connection.Execute("Update mp3sTabelle set lasttimeplayed='" + now +
-                                     "' where UID in (" + keys + ")");
-  } catch (const DatabaseError& error) {
-    bench.interaction.ShowMessage({.text = error.WithStatement()});
-    return;
-  }
+  bench.session.connection.Execute("Update mp3sTabelle set lasttimeplayed='" + now +
+                                   "' where UID in (" + keys + ")");
   for (const std::size_t row : rows) {
     list.SetCell(row, Field::lasttimeplayed, now);
     bench.Watcher().RowChanged(row);

@@ -7,7 +7,7 @@ namespace tunemeadow {
 struct Workbench;
 
 /// Stamps the selected rows of the list in view as played now, in the catalogue and in their cells.
-/// A statement that fails is shown with its reason, and the cells stay.
+/// Throws DatabaseError; the cells stay then.
 void ListView1_OLECompleteDrag(Workbench& bench);
 
 }  // namespace tunemeadow

@@ -221,7 +221,7 @@ TEST_F(Import, PutsEverythingBackWhenSomethingFailsInTheMiddle) {
     interaction_.ExpectPutBack();
     EXPECT_FALSE(bench_.ImportFromMonitor || bench_.ImportGivenFiles || session_.busy);
   };
-  EXPECT_EQ(Command1_Click(bench_), ImportEnd::kNothingDone);
+  EXPECT_FALSE(RunAndTell(interaction_, [this] { Command1_Click(bench_); }));
   EXPECT_THAT(interaction_.BoxTexts(), ElementsAre("Tunemeadow: the sky fell"));
   EXPECT_THAT(Column("location"), ElementsAre(music_.Path("a.mp3")));
 }

@@ -212,7 +212,7 @@ TEST_F(Play, NoFailureIsToldAndNoneStopsTheOthers) {
   world_.throws = true;
   Press();
   session_.busy = true;
-  cmdSpielen_Click(bench_);
+  RunCommand(session_, interaction_, [this] { cmdSpielen_Click(bench_); });
   EXPECT_TRUE(session_.busy);
   EXPECT_TRUE(interaction_.boxes.empty());
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "run/command_run.h"
 #include "support/catalogue.h"
 #include "support/scripted_interaction.h"
 #include "support/scripted_world.h"

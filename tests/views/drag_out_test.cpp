@@ -34,7 +34,7 @@ TEST_F(DragOut, AFailedStampIsToldAndTheCellsStay) {
   bench_.ListView1.SelectOnly(0);
   session_.connection.Close();
   interaction_.WillAnswer(Answer::kOk);
-  ListView1_OLECompleteDrag(bench_);
+  RunAndTell(interaction_, [this] { ListView1_OLECompleteDrag(bench_); });
   EXPECT_EQ(bench_.ListView1.Cell(0, Field::lasttimeplayed), "1999-01-01 00:00:00");
 }
 

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QScreen>
 
+#include "run/command_run.h"
 #include "ui_frmLoading.h"
 
 namespace tunemeadow {
@@ -49,7 +50,7 @@ void frmLoading::reject() {
 }
 
 void frmLoading::Timer1_Timer() {
-  if (session_.busy) return;
+  if (!MayBegin(session_)) return;
   timer_.stop();
   hide();
 }

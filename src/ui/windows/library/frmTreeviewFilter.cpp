@@ -5,6 +5,7 @@
 #include <QIcon>
 
 #include "run/busy.h"
+#include "run/command_run.h"
 #include "ui/kit/help_pages.h"
 #include "ui/kit/tree_model.h"
 #include "ui_frmTreeviewFilter.h"
@@ -99,17 +100,21 @@ void frmTreeviewFilter::closeEvent(QCloseEvent* event) {
 
 void frmTreeviewFilter::Click(const QModelIndex& index) {
   const TreeNode* node = model_->NodeAt(index);
-  if (node == nullptr || bench_.session.busy) return;
+  if (node == nullptr) return;
   if (node->kind == NodeKind::kDatabase) return Load(std::string(node->key));
   const auto nodes = model_->Nodes();
-  TreeviewFilter_NodeClick(bench_, *nodes, TreeModel::NumberOf(index));
+  RunCommand(bench_.session, bench_.interaction,
+             [&] { TreeviewFilter_NodeClick(bench_, *nodes, TreeModel::NumberOf(index)); });
 }
 
 void frmTreeviewFilter::Load(const std::string& key) {
-  if (bench_.session.busy) return;
+  RunCommand(bench_.session, bench_.interaction, [this, &key] { LoadList(key); });
+}
+
+void frmTreeviewFilter::LoadList(const std::string& key) {
+  bench_.session.CancelRequested = false;
   const bool ran = [&] {
     const Busy busy(bench_.session, bench_.interaction, {.pointer = false});
-    bench_.session.CancelRequested = false;
     ShowLoading(true);
     const bool loaded = filter_.Load(key);
     ShowLoading(false);

@@ -38,6 +38,7 @@ class frmTreeviewFilter : public QDialog {
   void cmdClose_Click();
   void Click(const QModelIndex& index);
   void Load(const std::string& key);
+  void LoadList(const std::string& key);
   void ShowNodes(const std::string& current);
   void ShowLoading(bool loading);
 
