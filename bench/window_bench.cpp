@@ -89,7 +89,7 @@ void Search(frmStart& window, const char* figure, const SearchFields& fields) {
   bench.search = fields;
   bench.Watcher().SearchFieldsChanged();
   const double before = CpuMilliseconds();
-  window.cmdSuchenExternClick();
+  Run(CommandNamed("mnuSuchen"), window.Commands());
   Settle(window);
   Print(figure, CpuMilliseconds() - before, bench.ListInView().RowCount(),
         bench.history.Entries().back().statement.text);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QMessageBox>
 #include <QTest>
@@ -28,6 +29,11 @@ Control& Find(const QWidget& window, const char* name) {
 
 inline void Press(const QWidget& window, const char* button) {
   QTest::mouseClick(&Find<QAbstractButton>(window, button), Qt::LeftButton);
+}
+
+/// Chooses the entry of that name, wherever it stands.
+inline void Trigger(const QWidget& window, const char* entry) {
+  Find<QAction>(window, entry).trigger();
 }
 
 /// The shown top-level window of that kind, or null.

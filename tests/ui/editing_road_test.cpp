@@ -53,7 +53,7 @@ class EditingRoad : public testing::Test {
   void Import(frmStart& window) {
     BoxAnswers answers{kOkButton, kOkButton};
     ImportDropped(window.Bench(), std::vector<std::string>{music_.Path()});
-    window.cmdSuchenExternClick();
+    Trigger(window, "mnuSuchen");
   }
 
   static Shown Rows(frmStart& window) {

@@ -19,7 +19,6 @@
 #include "support/window_driver.h"
 #include "ui/panes/result_view.h"
 #include "ui/shell/frmStart.h"
-#include "views/popup_menu.h"
 
 namespace tunemeadow {
 namespace {
@@ -46,7 +45,7 @@ class EditingWindow : public testing::Test {
     EXPECT_TRUE(window_.Form_Load());
     BoxAnswers answers{kOkay, kOkay};
     ImportDropped(Bench(), std::vector<std::string>{music_.Path()});
-    window_.cmdSuchenExternClick();
+    Trigger(window_, "mnuSuchen");
     EXPECT_EQ(Bench().ListView1.RowCount(), 4U);
     window_.activateWindow();  // no platform gives that back after a box, as a desktop does
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));

@@ -52,7 +52,7 @@ class PlaylistsWindow : public testing::Test {
                                               {"chkBackup", "0"},
                                               {"chkRepair", "0"}});
     EXPECT_TRUE(window_.Form_Load());
-    window_.cmdSuchenExternClick();
+    Trigger(window_, "mnuSuchen");
   }
   ~PlaylistsWindow() override { window_.close(); }
 
@@ -106,10 +106,10 @@ TEST_F(PlaylistsWindow, TheOrderBarStandsBesideThePlaylistAndMovesItsRow) {
   EXPECT_EQ(Stored(), "11 13 12");
   EXPECT_EQ(Bar().value(), 2);
   Find<QLineEdit>(window_, "txtFileSearch").setText("1.mp3");
-  window_.cmdSuchenExternClick();
+  Trigger(window_, "mnuSuchen");
   EXPECT_EQ(Bench().ListView3.RowCount(), 1U);
   EXPECT_FALSE(Bar().isEnabled()) << "a search in the list has no order of its own";
-  window_.cmdResetExternalClick();
+  Trigger(window_, "mnuReset");
   TreeView1_NodeClick(Bench(), {.kind = NodeKind::kDatabase, .key = "Database"});
   EXPECT_FALSE(Bar().isVisible());
 }
@@ -194,7 +194,7 @@ TEST_F(PlaylistsWindow, TracksGoIntoAPlaylistThatIsPickedOrDroppedOn) {
 TEST_F(PlaylistsWindow, AnExistingFileIsAskedAboutOnce) {
   session_.connection.Execute("update mp3sTabelle set location='" + program_.Write("11.mp3", "x") +
                               "' where uid=11");
-  window_.cmdSuchenExternClick();
+  Trigger(window_, "mnuSuchen");
   Bench().ListView1.SelectOnly(*Bench().ListView1.RowOfUid(11));
   program_.Write("list.m3u", "old");
   WhenModal<QFileDialog> place([](QFileDialog& dialog) {

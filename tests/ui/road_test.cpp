@@ -69,7 +69,7 @@ class Road : public testing::Test {
       Press(shown, "cmdOK");
     });
     BoxAnswers answers{kOk, kOk};
-    window.mnuFileImport_Click();
+    Trigger(window, "mnuFileImport");
     EXPECT_EQ(answers.seen, (std::vector<std::string>{"Tunemeadow: Import 3 File(s)?",
                                                       "Import: 3 File(s) successfully imported."}));
   }

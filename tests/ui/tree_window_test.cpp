@@ -99,7 +99,7 @@ TEST_F(TreeWindow, ClicksAndEnterSearchAndTheTreeStaysAsItWas) {
   EXPECT_EQ(Find<QLineEdit>(*window_, "txtLocation").text(), "/m/Rock/");
   NodeOf(View(), "Database [2/4 Files]");
   Bench().session.connection.Execute("update mp3sTabelle set BPM='1' where uid=11");
-  window_->cmdSuchenExternClick();
+  Trigger(*window_, "mnuSuchen");
   EXPECT_TRUE(View().isExpanded(NodeOf(View(), "/m"))) << "the nodes were read anew";
   EXPECT_EQ(Current(), "Rock");
 
@@ -182,7 +182,7 @@ TEST_F(TreeWindow, ARightClickSelectsItsNodeAndOpensTheMenuOfItsKind) {
 }
 
 TEST_F(TreeWindow, TheFilterReadsAListOnItsClickAndSearches) {
-  window_->mnuExtrasTreeviewSearch_Click();
+  Trigger(*window_, "mnuExtrasTreeviewSearch");
   auto* filter = ShownWindow<frmTreeviewFilter>();
   ASSERT_NE(filter, nullptr);
   auto& view = Find<LibraryTree>(*filter, "TreeView1");
@@ -199,7 +199,7 @@ TEST_F(TreeWindow, TheFilterReadsAListOnItsClickAndSearches) {
 }
 
 TEST_F(TreeWindow, ClosingTheFilterInALoadOnlyStopsIt) {
-  window_->mnuExtrasTreeviewSearch_Click();
+  Trigger(*window_, "mnuExtrasTreeviewSearch");
   auto* filter = ShownWindow<frmTreeviewFilter>();
   ASSERT_NE(filter, nullptr);
   auto& view = Find<LibraryTree>(*filter, "TreeView1");

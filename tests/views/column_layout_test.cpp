@@ -6,7 +6,6 @@
 #include <set>
 
 #include "support/temp_folder.h"
-#include "views/popup_menu.h"
 #include "views/row_icons.h"
 
 namespace tunemeadow {

@@ -55,7 +55,6 @@ BottomStrip::BottomStrip(QWidget* parent)
   row->addWidget(time_);
   row->addSpacing(style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing) * 2);
   row->addWidget(size_);
-  connect(tree_button_, &QToolButton::clicked, this, &BottomStrip::TreeToggled);
   connect(selection_box_, &QCheckBox::toggled, this, &BottomStrip::TrackSelectionToggled);
   connect(picture_box_, &QCheckBox::toggled, this, &BottomStrip::PictureToggled);
   ShowTreeVisible(true);
@@ -73,9 +72,6 @@ void BottomStrip::BuildPlayButtons() {
   play_selection_button_->setAutoDefault(false);
   preview_box_->setObjectName("chkPlayPreview");
   preview_box_->setToolTip("Plays the preview of a track that has one");
-  connect(play_button_, &QToolButton::clicked, this, &BottomStrip::PlayRequested);
-  connect(play_selection_button_, &QPushButton::clicked, this,
-          &BottomStrip::PlaySelectionRequested);
   connect(preview_box_, &QCheckBox::toggled, this, &BottomStrip::TryPreviewToggled);
 }
 

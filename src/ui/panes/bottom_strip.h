@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The strip under the list: what stays usable when search and details are hidden.
+// The strip under the list: what stays usable when search and details are hidden. Its buttons are
+// connected by whoever has the commands.
 #pragma once
 
 #include <QWidget>
@@ -27,9 +28,6 @@ class BottomStrip : public QWidget {
   void SetPictureShown(bool shown);  ///< chkPicShow, without the signal
 
  signals:
-  void TreeToggled();
-  void PlayRequested();           ///< cmdSpielen
-  void PlaySelectionRequested();  ///< cmdPlaySelection
   void TryPreviewToggled(bool on);
   void TrackSelectionToggled(bool on);
   void PictureToggled(bool shown);

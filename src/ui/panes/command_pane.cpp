@@ -45,8 +45,6 @@ CommandPane::CommandPane(QWidget* parent) : QFrame(parent) {
   pair->addWidget(reset, 1);
   pair->addWidget(history, 1);
   grid->addLayout(pair, 2, 0, 1, 3);
-  connect(search, &QPushButton::clicked, this, &CommandPane::SearchRequested);
-  connect(reset, &QPushButton::clicked, this, &CommandPane::ResetRequested);
   BuildHistory();
   auto* menu = new QMenu(history);
   for (QAction* action : history_) menu->addAction(action);

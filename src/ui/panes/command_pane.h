@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Frame5: the buttons beside the search panels. "Panel 1..3" exchange a search panel and a detail
-// panel at once.
+// panel at once. cmdSuchen and cmdReset are connected by whoever has the commands.
 #pragma once
 
 #include <QFrame>
@@ -33,8 +33,6 @@ class CommandPane : public QFrame {
 
  signals:
   void PanelRequested(int index);
-  void SearchRequested();
-  void ResetRequested();
   void HistoryRequested(int index);  ///< 1 to 5
 
  private:

@@ -31,8 +31,6 @@ PicturePane::PicturePane(QWidget* parent) : QFrame(parent), ui_(new Ui::Picture1
   ui_->setupUi(this);
   FillKinds();
   connect(ui_->Image1, &PictureView::clicked, this, &PicturePane::Image1_Click);
-  connect(ui_->cmdAddpic, &QPushButton::clicked, this, &PicturePane::AddRequested);
-  connect(ui_->cmdSavePic, &QPushButton::clicked, this, &PicturePane::SaveRequested);
   Show(DetailEditor());
 }
 

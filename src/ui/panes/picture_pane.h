@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Picture1: the picture of the clicked track, with its description and kind, and the buttons for
-// it. A press on the picture opens it enlarged.
+// it, which are connected by whoever has the commands. A press on the picture opens it enlarged.
 #pragma once
 
 #include <QFrame>
@@ -33,10 +33,6 @@ class PicturePane : public QFrame {
 
   /// Opens the enlarged view; nothing without a picture.
   void Image1_Click();
-
- signals:
-  void AddRequested();   ///< cmdAddpic, "add" and "del" alike
-  void SaveRequested();  ///< cmdSavePic
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

@@ -80,7 +80,7 @@ bool frmStart::Form_Load() {
   }
   interaction_.HideLoading();
   show();
-  search_panels_->FocusFirst();
+  windows_.search_panels->FocusFirst();
   interaction_.SetStatus("Ready.");
   FillList();
   if (session_.first_run) ShowFirstRun();
@@ -93,23 +93,24 @@ void frmStart::LoadProperties() {
   session_.preferences = ReadPreferences(session_.ini);
   session_.success_messages = session_.preferences.chkWarnGlobal;
   session_.first_run = StoredValue(stored, "firstrun") != "1";
-  preferences_ = std::make_unique<frmPreferences>(session_, interaction_, bench_.world, this);
-  connect(preferences_.get(), &frmPreferences::PreferencesChanged, this,
+  windows_.preferences =
+      std::make_unique<frmPreferences>(session_, interaction_, bench_.world, this);
+  connect(windows_.preferences.get(), &frmPreferences::PreferencesChanged, this,
           &frmStart::ApplyPreferences);
   columns_ = ReadColumnLayout(stored);
   bench_.show_picture = StoredValue(stored, "chkPicShow") != "0";
-  bottom_strip_->SetPictureShown(bench_.show_picture);
+  windows_.bottom_strip->SetPictureShown(bench_.show_picture);
   bench_.try_preview = StoredValue(stored, "chkPlayPreview") == "1";
-  bottom_strip_->SetTryPreview(bench_.try_preview);
+  windows_.bottom_strip->SetTryPreview(bench_.try_preview);
   bench_.track_selection = StoredValue(stored, "chkTrackSelection") != "0";
-  bottom_strip_->SetTrackSelection(bench_.track_selection);
+  windows_.bottom_strip->SetTrackSelection(bench_.track_selection);
   const auto kind = ParseWhole(StoredValue(stored, "cboTreeSelector")).value_or(0);
   const bool known = kind >= 0 && kind < static_cast<std::int64_t>(kTreeKinds.size());
   bench_.tree.kind = known ? static_cast<TreeKind>(kind) : TreeKind::kLocation;
-  tree_pane_->ShowKind();
-  SetPanesVisible(StoredValue(stored, "mnuHideShowSearchandDetails") != "False");
+  windows_.tree_pane->ShowKind();
+  windows_.SetPanesVisible(bench_, StoredValue(stored, "mnuHideShowSearchandDetails") != "False");
   // The start rules the other way round than the item click, which takes over at the first one.
-  detail_panels_->EnableComment(session_.preferences.chkAutoComment);
+  windows_.detail_panels->EnableComment(session_.preferences.chkAutoComment);
 }
 
 void frmStart::ApplyGeometry() {
@@ -124,7 +125,7 @@ void frmStart::ApplyGeometry() {
   const bool fits = tree_width && *tree_width > 0 && Pixels(std::min(*tree_width, 1e6)) < width();
   const int tree_pixels = fits ? Pixels(*tree_width) : kStandardTreePixels;
   list_splitter_->setSizes({tree_pixels, std::max(1, width() - tree_pixels)});
-  if (StoredValue(stored, "TreeView1.Visible") == "False") SetTreeVisible(false);
+  if (StoredValue(stored, "TreeView1.Visible") == "False") windows_.SetTreeVisible(bench_, false);
 }
 
 void frmStart::FindCdDrive() {
@@ -136,8 +137,8 @@ void frmStart::FindCdDrive() {
 void frmStart::FindPlayer() { DetectPlayer(session_, bench_.world.player_finder, interaction_); }
 
 void frmStart::BuildLists() {
-  list_view_->SetLayout(columns_);
-  playlist_view_->SetLayout(StandardColumnLayout());
+  windows_.list_view->SetLayout(columns_);
+  windows_.playlist_view->SetLayout(StandardColumnLayout());
 }
 
 void frmStart::CompactAndRepair() {
@@ -147,7 +148,7 @@ void frmStart::CompactAndRepair() {
   // the same name.
   TakeOverCompactCopy(preferences.lblConfigDB, session_.program_folder);
   if (!StartRepairTool(session_, bench_.world.processes, ExecutableFolder()))
-    preferences_->DisableRepair();
+    windows_.preferences->DisableRepair();
 }
 
 bool frmStart::OpenCatalogue() {
@@ -159,7 +160,7 @@ bool frmStart::OpenCatalogue() {
       interaction_.HideLoading();
       interaction_.ShowMessage(OpenFailedBox(session_.preferences.lblConfigDB, error));
       session_.preferences.lblConfigDB.clear();
-      if (!preferences_->ChooseDatabase()) return false;
+      if (!windows_.preferences->ChooseDatabase()) return false;
       session_.preferences.sConnString.clear();
       DetermineConnection(session_);
       session_.ini.SaveString(kConfigSection, "lblConfigDB", session_.preferences.lblConfigDB);
@@ -168,7 +169,7 @@ bool frmStart::OpenCatalogue() {
   }
 }
 
-void frmStart::LoadGenresNEU() { detail_panels_->SetGenres({}); }
+void frmStart::LoadGenresNEU() { windows_.detail_panels->SetGenres({}); }
 
 void frmStart::FillList() {
   if (session_.preferences.chkAlleEinlesen) {
@@ -185,13 +186,14 @@ void frmStart::ShowFirstRun() {
   if (const auto row = bench_.ListView1.RowOfUid(1)) {
     bench_.ListView1.SelectOnly(*row);
     bench_.ListView1.SetFocusedRow(*row);
-    list_view_->ShowSelection();
+    windows_.list_view->ShowSelection();
     ListView1_ItemClick(bench_, *row);
   }
   session_.preferences.lblScan = FolderOfMusic();
-  preferences_->ShowPreferences();
+  windows_.preferences->ShowPreferences();
   frmStartInfos welcome(session_, this);
-  connect(&welcome, &frmStartInfos::PreferencesRequested, this, &frmStart::mnuPreferences_Click);
+  connect(&welcome, &frmStartInfos::PreferencesRequested, this,
+          [this] { Run(CommandNamed("mnuPreferences"), context_); });
   welcome.exec();
   interaction_.SetStatus("Now it's recommended to scan your disk for mp3 files");
 }
@@ -199,9 +201,9 @@ void frmStart::ShowFirstRun() {
 void frmStart::ApplyPreferences() {
   bench_.details.comment_enabled = !session_.preferences.chkAutoComment;
   if (bench_.details.enabled || bench_.details.save_all) {
-    detail_panels_->Show();
+    windows_.detail_panels->Show();
   } else {
-    detail_panels_->EnableComment(bench_.details.comment_enabled);
+    windows_.detail_panels->EnableComment(bench_.details.comment_enabled);
   }
   // Which tracks are archived, and so no locations of the tree, hangs on the tag.
   if (bench_.tree.nodes_tag != session_.preferences.txtCDTag) updatetreeview(bench_);
@@ -228,15 +230,17 @@ void frmStart::Form_Unload() {
   }
   values.emplace_back("chkTrackSelection", bench_.track_selection ? "1" : "0");
   values.emplace_back("cboTreeSelector", std::to_string(static_cast<int>(bench_.tree.kind)));
-  if (!tree_pane_->isHidden()) {
-    values.emplace_back("TreeView1.Width", std::to_string(tree_pane_->width() * kTwipsPerPixel));
+  if (!windows_.tree_pane->isHidden()) {
+    values.emplace_back("TreeView1.Width",
+                        std::to_string(windows_.tree_pane->width() * kTwipsPerPixel));
   }
-  values.emplace_back("TreeView1.Visible", tree_pane_->isHidden() ? "False" : "True");
+  values.emplace_back("TreeView1.Visible", windows_.tree_pane->isHidden() ? "False" : "True");
   values.emplace_back("chkPlayPreview", bench_.try_preview ? "1" : "0");
-  for (auto& value : ColumnLayoutPairs(list_view_->Layout())) values.push_back(std::move(value));
+  for (auto& value : ColumnLayoutPairs(windows_.list_view->Layout()))
+    values.push_back(std::move(value));
   session_.ini.SaveStrings(kConfigSection, values);
-  preferences_.reset();
-  if (treeview_filter_ != nullptr) treeview_filter_->close();
+  windows_.preferences.reset();
+  if (windows_.treeview_filter != nullptr) windows_.treeview_filter->close();
   session_.connection.Close();
   emit Unloaded();
 }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/shell/frmStart.h"
 
+#include <QCloseEvent>
 #include <QFrame>
 #include <QGridLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QMenu>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QShortcut>
@@ -14,7 +16,6 @@
 #include <QToolButton>
 
 #include "editing/save.h"
-#include "ui/kit/help_pages.h"
 #include "ui/panes/bottom_strip.h"
 #include "ui/panes/command_pane.h"
 #include "ui/panes/detail_panels.h"
@@ -23,6 +24,8 @@
 #include "ui/panes/result_view.h"
 #include "ui/panes/search_panels.h"
 #include "ui/panes/tree_pane.h"
+#include "ui/shell/command_menus.h"
+#include "ui/shell/connect_panes.h"
 #include "ui/windows/library/frmPreferences.h"
 
 namespace tunemeadow {
@@ -56,12 +59,14 @@ frmStart::frmStart(Session& session, World& world)
   setWindowIcon(QIcon::fromTheme("tunemeadow"));
   bench_.watcher = this;
   bench_.save_details = [this](Workbench& bench) {
-    if (detail_panels_->FieldsStand()) tunemeadow::cmdSpeichern_Click(bench);
+    if (!windows_.detail_panels->FieldsStand()) return;
+    RunAndTell(interaction_, [&bench] { cmdSpeichern_Click(bench); });
   };
   BuildStatusBar();
   BuildPanes();
-  BuildMenus();
-  ConnectPanes();
+  BuildMenus(*this, context_);
+  AddHistoryMenu();
+  ConnectPanes(context_);
   interaction_.SetMainWindow({this, status_label_, progress_bar_});
 }
 
@@ -88,38 +93,45 @@ void frmStart::BuildPanes() {
   auto* column = new QVBoxLayout(body);
   column->addWidget(BuildSearchRow());
   column->addWidget(BuildListRow(), 1);
-  bottom_strip_ = new BottomStrip(body);
-  column->addWidget(bottom_strip_);
+  windows_.bottom_strip = new BottomStrip(body);
+  column->addWidget(windows_.bottom_strip);
   column->addWidget(BuildDetailRow());
   setCentralWidget(body);
 }
 
+void frmStart::AddHistoryMenu() {
+  QMenu& menu = MenuOf(*this, Menu::kSearch);
+  menu.addSeparator();
+  for (QAction* action : windows_.command_pane->HistoryActions()) menu.addAction(action);
+}
+
 QWidget* frmStart::BuildSearchRow() {
-  search_frame_ = NamedFrame("Frame1");
-  auto* row = new QHBoxLayout(search_frame_);
+  windows_.search_frame = NamedFrame("Frame1");
+  auto* row = new QHBoxLayout(windows_.search_frame);
   row->setContentsMargins(0, 0, 0, 0);
-  search_panels_ = new SearchPanels(search_frame_);
-  command_pane_ = new CommandPane(search_frame_);
-  row->addWidget(search_panels_, 1, Qt::AlignTop);
-  row->addWidget(command_pane_, 0, Qt::AlignTop);
-  return search_frame_;
+  windows_.search_panels = new SearchPanels(windows_.search_frame);
+  windows_.command_pane = new CommandPane(windows_.search_frame);
+  row->addWidget(windows_.search_panels, 1, Qt::AlignTop);
+  row->addWidget(windows_.command_pane, 0, Qt::AlignTop);
+  return windows_.search_frame;
 }
 
 QWidget* frmStart::BuildListRow() {
   list_splitter_ = new QSplitter(Qt::Horizontal);
   list_splitter_->setObjectName("splTree");
-  tree_pane_ = new TreePane(bench_.tree, list_splitter_);
+  windows_.tree_pane = new TreePane(bench_.tree, list_splitter_);
   auto* lists = new QWidget(list_splitter_);
   auto* row = new QHBoxLayout(lists);
   row->setContentsMargins(0, 0, 0, 0);
-  list_view_ = new ResultView(bench_.ListView1, "ListView1", bench_.world.clipboard, lists);
-  playlist_view_ = new ResultView(bench_.ListView3, "ListView3", bench_.world.clipboard, lists);
-  order_bar_ = new OrderBar(lists);
-  playlist_view_->hide();
-  order_bar_->hide();
-  row->addWidget(list_view_);
-  row->addWidget(playlist_view_);
-  row->addWidget(order_bar_);
+  windows_.list_view = new ResultView(bench_.ListView1, "ListView1", bench_.world.clipboard, lists);
+  windows_.playlist_view =
+      new ResultView(bench_.ListView3, "ListView3", bench_.world.clipboard, lists);
+  windows_.order_bar = new OrderBar(lists);
+  windows_.playlist_view->hide();
+  windows_.order_bar->hide();
+  row->addWidget(windows_.list_view);
+  row->addWidget(windows_.playlist_view);
+  row->addWidget(windows_.order_bar);
   list_splitter_->setStretchFactor(0, 0);
   list_splitter_->setStretchFactor(1, 1);
   list_splitter_->setChildrenCollapsible(false);
@@ -130,15 +142,15 @@ QWidget* frmStart::BuildDetailRow() {
   auto* whole = new QWidget;
   auto* row = new QHBoxLayout(whole);
   row->setContentsMargins(0, 0, 0, 0);
-  detail_frame_ = NamedFrame("Frame2");
-  auto* column = new QVBoxLayout(detail_frame_);
+  windows_.detail_frame = NamedFrame("Frame2");
+  auto* column = new QVBoxLayout(windows_.detail_frame);
   column->setContentsMargins(0, 0, 0, 0);
-  detail_panels_ = new DetailPanels(bench_.details, interaction_, detail_frame_);
-  column->addWidget(detail_panels_, 1);
-  BuildDetailButtons(detail_frame_);
-  picture_pane_ = new PicturePane(whole);
-  row->addWidget(detail_frame_, 1);
-  row->addWidget(picture_pane_);
+  windows_.detail_panels = new DetailPanels(bench_.details, interaction_, windows_.detail_frame);
+  column->addWidget(windows_.detail_panels, 1);
+  BuildDetailButtons(windows_.detail_frame);
+  windows_.picture_pane = new PicturePane(whole);
+  row->addWidget(windows_.detail_frame, 1);
+  row->addWidget(windows_.picture_pane);
   return whole;
 }
 
@@ -166,20 +178,17 @@ void frmStart::BuildDetailButtons(QWidget* frame) {
 }
 
 void frmStart::BuildSaveButtons(QHBoxLayout& row) {
-  auto* help = new QPushButton(QStringLiteral("?"), detail_frame_);
+  auto* help = new QPushButton(QStringLiteral("?"), windows_.detail_frame);
   help->setObjectName("cmdHelpSave");
   help->setAccessibleName("Help on saving");
   help->setToolTip("Opens the help on saving");
   help->setAutoDefault(false);
   help->setFixedWidth(help->sizeHint().height() + help->fontMetrics().averageCharWidth());
-  connect(help, &QPushButton::clicked, this,
-          [this] { OpenHelpPage(session_, "saving.html", bench_.world.shell); });
   save_button_ =
-      new QPushButton(QIcon::fromTheme("save"), QStringLiteral("&Save all"), detail_frame_);
+      new QPushButton(QIcon::fromTheme("save"), QStringLiteral("&Save all"), windows_.detail_frame);
   save_button_->setObjectName("cmdSpeichern");
   save_button_->setDefault(true);
   save_button_->setMinimumWidth(save_button_->sizeHint().width());
-  connect(save_button_, &QPushButton::clicked, this, &frmStart::cmdSpeichern_Click);
   auto* shortcut = new QShortcut(QKeySequence::Save, this);
   connect(shortcut, &QShortcut::activated, this, [this] { save_button_->click(); });
   row.addWidget(help);
@@ -187,8 +196,18 @@ void frmStart::BuildSaveButtons(QHBoxLayout& row) {
   ShowSaveButton();
 }
 
-ResultView& frmStart::ViewInView() noexcept {
-  return bench_.playlist_in_view ? *playlist_view_ : *list_view_;
+/// A batch runs on this very thread: it must end before the connection goes from under it.
+void frmStart::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (!MayBegin(session_)) {
+    session_.CancelRequested = true;
+    return;
+  }
+  bool may_go = false;
+  RunAndTell(interaction_, [&] { may_go = AskToSaveChanges(bench_); });
+  if (!may_go) return;
+  Form_Unload();
+  event->accept();
 }
 
 }  // namespace tunemeadow

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include "playback/playlists.h"
 #include "ui/kit/qt_text.h"
 #include "ui/panes/bottom_strip.h"
 #include "ui/panes/command_pane.h"
@@ -18,54 +19,59 @@
 
 namespace tunemeadow {
 
-void frmStart::ListCleared() { ViewInView().Freeze(); }
+void frmStart::ListCleared() { windows_.ViewInView(bench_).Freeze(); }
 
 void frmStart::ListFilled() {
-  ViewInView().Thaw();
-  if (bench_.playlist_in_view) ShowOrderBar();
+  windows_.ViewInView(bench_).Thaw();
+  if (!bench_.playlist_in_view) return;
+  // Asked once for each filling: whether the order of these rows is that of the playlist.
+  windows_.order_matters = ShowsWholePlaylist(bench_);
+  windows_.ShowOrderPlace(bench_);
 }
 
 void frmStart::OrderChanged() {
-  ViewInView().ShowOrder();
-  ShowOrderPlace();
+  windows_.ViewInView(bench_).ShowOrder();
+  windows_.ShowOrderPlace(bench_);
 }
 
-void frmStart::RowChanged(std::size_t row) { ViewInView().RowChanged(static_cast<int>(row)); }
+void frmStart::RowChanged(std::size_t row) {
+  windows_.ViewInView(bench_).RowChanged(static_cast<int>(row));
+}
 
 void frmStart::SelectionSet() {
-  ViewInView().ShowSelection();
-  ShowOrderPlace();
+  windows_.ViewInView(bench_).ShowSelection();
+  windows_.ShowOrderPlace(bench_);
 }
 
-void frmStart::SearchFieldsChanged() { search_panels_->Show(bench_.search); }
+void frmStart::SearchFieldsChanged() { windows_.search_panels->Show(bench_.search); }
 
-void frmStart::SearchFieldsWanted() { bench_.search = search_panels_->Read(); }
+void frmStart::SearchFieldsWanted() { bench_.search = windows_.search_panels->Read(); }
 
-void frmStart::HistoryChanged() { command_pane_->ShowHistory(bench_.history); }
+void frmStart::HistoryChanged() { windows_.command_pane->ShowHistory(bench_.history); }
 
 void frmStart::SearchItemsChanged() {
-  search_panels_->SetItems(bench_.search_items);
-  detail_panels_->SetGenres(bench_.search_items.further_genres);
+  windows_.search_panels->SetItems(bench_.search_items);
+  windows_.detail_panels->SetGenres(bench_.search_items.further_genres);
 }
 
 void frmStart::TotalsChanged() {
-  bottom_strip_->ShowTotals(ToQt(bench_.total_time), ToQt(bench_.total_size));
+  windows_.bottom_strip->ShowTotals(ToQt(bench_.total_time), ToQt(bench_.total_size));
 }
 
 void frmStart::TreeChanged() {
-  tree_pane_->Show();
-  search_panels_->SetNames(bench_.tree);
+  windows_.tree_pane->Show();
+  windows_.search_panels->SetNames(bench_.tree);
 }
 
-void frmStart::TreeNodeSelected() { tree_pane_->ShowSelected(); }
+void frmStart::TreeNodeSelected() { windows_.tree_pane->ShowSelected(); }
 
 void frmStart::DetailsChanged() {
-  detail_panels_->Show();
+  windows_.detail_panels->Show();
   const bool one_track = bench_.details.enabled && !bench_.details.save_all;
   next_button_->setEnabled(one_track);
   previous_button_->setEnabled(one_track);
   seek_button_->setEnabled(one_track);
-  picture_pane_->EnableButtons(bench_.details);
+  windows_.picture_pane->EnableButtons(bench_.details);
   ShowSaveButton();
 }
 
@@ -82,13 +88,13 @@ void frmStart::ShowSaveButton() {
   save_button_->setEnabled(details.save_all ? !bench_.playlist_in_view : details.enabled);
 }
 
-void frmStart::PictureChanged() { picture_pane_->Show(bench_.details); }
+void frmStart::PictureChanged() { windows_.picture_pane->Show(bench_.details); }
 
 void frmStart::ListInViewChanged() {
-  list_view_->setVisible(!bench_.playlist_in_view);
-  playlist_view_->setVisible(bench_.playlist_in_view);
-  order_bar_->setVisible(bench_.playlist_in_view);
-  search_panels_->ShowNameCombos(NameCombosShown(bench_));
+  windows_.list_view->setVisible(!bench_.playlist_in_view);
+  windows_.playlist_view->setVisible(bench_.playlist_in_view);
+  windows_.order_bar->setVisible(bench_.playlist_in_view);
+  windows_.search_panels->ShowNameCombos(NameCombosShown(bench_));
   seek_button_->setEnabled(seek_button_->isEnabled() && !bench_.playlist_in_view);
   ShowSaveButton();
 }

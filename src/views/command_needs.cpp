@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "views/command_needs.h"
+
+#include "views/tree.h"
+#include "views/workbench.h"
+
+namespace tunemeadow {
+
+bool AreMet(Needs needs, const Workbench& bench) noexcept {
+  if (needs == Needs::kNothing) return true;
+  const ResultList& list = bench.playlist_in_view ? bench.ListView3 : bench.ListView1;
+  if (list.SelectedCount() == 0) return false;
+  switch (needs) {
+    case Needs::kNothing:
+    case Needs::kSelection:
+      return true;
+    case Needs::kAppendingPlayer:
+      return bench.session.PlayerKind == "Winamp";
+    case Needs::kPlaylist:
+      return !bench.tree.playlists.empty();
+    case Needs::kPlaylistRows:
+      return bench.playlist_in_view;
+    case Needs::kLibraryRows:
+      return ArchivesTakeRows(bench);
+  }
+  return true;
+}
+
+}  // namespace tunemeadow
