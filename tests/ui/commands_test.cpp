@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Every command of the main window: while something else is at work, and over a store that refuses
+// every statement.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMenu>
+#include <filesystem>
+#include <map>
+#include <set>
+
+#include "support/mp3_builder.h"
+#include "support/scripted_world.h"
+#include "support/temp_folder.h"
+#include "support/window_driver.h"
+#include "ui/panes/result_view.h"
+#include "ui/shell/command_menus.h"
+#include "ui/shell/frmStart.h"
+#include "ui/shell/gestures.h"
+#include "views/tree.h"
+
+namespace tunemeadow {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Texts = std::vector<std::string>;
+
+/// A person who says yes to everything, but chooses no file.
+class YesSayer {
+ public:
+  YesSayer() {
+    QObject::connect(&timer_, &QTimer::timeout, [this] { Answer(); });
+    timer_.start(1);
+  }
+
+  /// What has come since the last call: the text of each box, the name of each other window.
+  Texts TakeSeen() { return std::exchange(seen_, {}); }
+
+ private:
+  void Answer() {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr || !dialog->isVisible()) return;
+    if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
+      seen_.push_back(box->text().toStdString());
+      QAbstractButton* yes = box->button(QMessageBox::Yes);
+      QAbstractButton* ignore = box->button(QMessageBox::Ignore);
+      (yes != nullptr ? yes : ignore != nullptr ? ignore : box->button(QMessageBox::Ok))->click();
+      return;
+    }
+    seen_.push_back(dialog->metaObject()->className());
+    if (auto* input = qobject_cast<QInputDialog*>(dialog)) input->setTextValue("Typed");
+    qobject_cast<QFileDialog*>(dialog) != nullptr ? dialog->reject() : dialog->accept();
+  }
+
+  Texts seen_;
+  QTimer timer_;
+};
+
+/// The main window on two tracks, of which one is in a playlist and one on an archived disc.
+class Commands : public testing::Test {
+ protected:
+  Commands() {
+    std::filesystem::copy_file(TM_BINARY_DIR "/data/mp3s.mdb", program_.Path("mp3s.mdb"));
+    Connection connection;
+    connection.Open(program_.Path("mp3s.mdb"));
+    for (const std::string& statement :
+         {std::string("delete from mp3sTabelle"),
+          "insert into mp3sTabelle (uid,Songname,location) values (11,'Ash','" +
+              music_.Write("Ash.mp3", Mp3File().Id3v2({{"TIT2", "Ash"}}).Frames(20)) + "')",
+          std::string("insert into mp3sTabelle (uid,location) values (12,'MP3-CD01/b.mp3')"),
+          std::string("insert into playlists (Playlist,UID) values ('Mix',11)"),
+          std::string("insert into cdarchives (CDArchive,UID) values ('Disc',12)")}) {
+      connection.Execute(statement);
+    }
+    session_.ini.SaveStrings(kConfigSection, {{"firstrun", "1"},
+                                              {"lblConfigWinamp", "/opt/mpv"},
+                                              {"lblConfigCDROM", "/mnt"},
+                                              {"lblScan", music_.Path() + "/"},
+                                              {"chkBackup", "0"},
+                                              {"chkRepair", "0"}});
+    EXPECT_TRUE(window_.Form_Load());
+    world_.log.clear();
+  }
+  ~Commands() override {
+    session_.busy = false;
+    Bench().details.DetailsChanged = false;
+    window_.close();
+  }
+
+  Workbench& Bench() { return window_.Bench(); }
+
+  /// Every command and gesture by its name, as one call.
+  std::map<std::string, std::function<void()>> Calls() {
+    CommandContext& context = window_.Commands();
+    std::map<std::string, std::function<void()>> calls;
+    for (const CommandRow* row : AllCommands())
+      calls[row->name] = [row, &context] { tunemeadow::Run(*row, context); };
+    const auto add = [&](const auto& gesture, auto argument) {
+      calls[gesture.name] = [&gesture, &context, argument] {
+        tunemeadow::Run(gesture, context, argument);
+      };
+    };
+    add(kFilesDropped, std::vector{music_.Path("Ash.mp3")});
+    add(kRowChosen, std::size_t{0});
+    add(kHeaderClicked, 1);
+    add(kHistoryChosen, std::size_t{1});
+    add(kPanelChosen, 1);
+    add(kNodeClicked, TreeSelection{NodeKind::kDatabase, "Database", ""});
+    add(kTreeKindChosen, TreeKind::kArtist);
+    add(kRowsDroppedOnNode, TreeSelection{NodeKind::kPlaylist, "", "Mix"});
+    add(kRowsMoved, std::size_t{0});
+    add(kPlaceChosen, std::size_t{0});
+    return calls;
+  }
+
+  /// A selected track of the library, of the playlist or of the disc, with a tag of every kind.
+  void SetTheScene(const std::string& command) {
+    static const std::set<std::string> of_playlist = {
+        "mnuDelete", "mnuPlaylistDelete",    "mnuPlaylistPlayAll", "mnuPlaylistUmbenennen",
+        "vsOrder",   "ListView3_OLEDragDrop"};
+    static const std::set<std::string> of_archive = {"mnuItem3CDArchivlöschen",
+                                                     "mnuItem3GesamtesArchivabspielen"};
+    music_.Write("Ash.mp3", Mp3File()
+                                .Id3v2({{"TIT2", "Ash"}, {"APIC", PictureFrame("jpeg")}})
+                                .Frames(20)
+                                .Lyrics3({{"LYR", "la"}})
+                                .Id3v1({.title = "Ash"}));
+    CommandContext& context = window_.Commands();
+    tunemeadow::Run(
+        kNodeClicked, context,
+        of_playlist.contains(command)  ? TreeSelection{NodeKind::kPlaylist, "Mix|1", "Mix"}
+        : of_archive.contains(command) ? TreeSelection{NodeKind::kArchive, "CDArchive|Disc", "Disc"}
+                                       : TreeSelection{NodeKind::kDatabase, "Database", ""});
+    tunemeadow::Run(kRowChosen, context, 0);
+    person_.TakeSeen();
+  }
+
+  Texts TakeRefusals() {
+    const std::string error = "The database is not open.";
+    Texts refusals;
+    for (const std::string& text : person_.TakeSeen()) {
+      if (!text.starts_with(error)) continue;
+      const std::string statement = text.substr(std::min(text.size(), error.size() + 1));
+      refusals.push_back(statement.substr(0, statement.find(' ')));
+    }
+    return refusals;
+  }
+
+  TempFolder program_, music_;
+  Session session_{program_.Path(), "tunemeadow"};
+  ScriptedWorld world_;
+  frmStart window_{session_, world_};
+  YesSayer person_;
+};
+
+TEST_F(Commands, NoneBeginsWhileSomethingIsAtWork) {
+  const std::set<std::string> any_time = {
+      "mnuExit",     "mnuHelpContents", "mnuReset",  "mnuHideShowSearchandDetails",
+      "mnuAutoSize", "cmdHelpSave",     "cmdSwitch", "cmdHideShowTreeview"};
+  Bench().ListView1.SelectOnly(0);
+  session_.busy = true;
+  const auto kind = Bench().tree.kind;
+  const auto history = Bench().history.Entries().size();
+  const std::int64_t writes = session_.connection.WriteCount();
+  for (const auto& [name, call] : Calls()) {
+    if (any_time.contains(name)) continue;
+    call();
+    EXPECT_THAT(person_.TakeSeen(), IsEmpty()) << name;
+    EXPECT_THAT(world_.log, IsEmpty()) << name;
+    EXPECT_EQ(session_.connection.WriteCount(), writes) << name;
+    EXPECT_EQ(Bench().history.Entries().size(), history) << name;
+    EXPECT_EQ(Bench().tree.kind, kind) << name;
+    EXPECT_EQ(Bench().details.uid, 0) << name;
+  }
+  Calls()["mnuExit"]();
+  EXPECT_TRUE(window_.isVisible());
+  EXPECT_TRUE(session_.CancelRequested);
+  EXPECT_TRUE(session_.busy);
+}
+
+TEST_F(Commands, ARefusedStatementIsToldWhereverSilenceIsNotLaidDown) {
+  // The boxes on refused statements: the first word of the statement that they show, or none where
+  // a box with the error's own text alone is laid down. All others ask nothing of the store, or go
+  // on without its answer.
+  const std::map<std::string, Texts> told = {{"ListView1_OLECompleteDrag", {"Update"}},
+                                             {"ListView1_OLEDragDrop", {"insert", "SELECT"}},
+                                             {"TreeView1_NodeClick", {"SELECT"}},
+                                             {"TreeView1_OLEDragDrop", {"insert"}},
+                                             {"cmdSpeichern", {"Update"}},
+                                             {"mnuDelete", {""}},
+                                             {"mnuExtrasDisk2CD", {"", "SELECT"}},
+                                             {"mnuFileImport", {"insert", "SELECT"}},
+                                             {"mnuItem3CDArchivlöschen", {"", "SELECT"}},
+                                             {"mnuItem3GesamtesArchivabspielen", {"SELECT"}},
+                                             {"mnuKillAllTags", {"Update", "Update", "Update"}},
+                                             {"mnuKillID3v11Tag", {"Update"}},
+                                             {"mnuKillID3v2xTag", {"Update"}},
+                                             {"mnuKillLyrics3", {"Update"}},
+                                             {"mnuPlaylistDelete", {""}},
+                                             {"mnuPlaylistSave", {"insert"}},
+                                             {"mnuPlaylistUmbenennen", {""}},
+                                             {"mnuRemoveImagefromfile", {"Update"}},
+                                             {"mnuSuche", {"SELECT"}},
+                                             {"mnuSuchen", {"SELECT"}},
+                                             {"mnuToolsRandomPlaylist", {"insert"}}};
+  for (const auto& [name, call] : Calls()) {
+    if (name == "mnuExit") continue;
+    SetTheScene(name);
+    session_.connection.Close();
+    call();
+    const auto expected = told.find(name);
+    EXPECT_EQ(TakeRefusals(), expected == told.end() ? Texts{} : expected->second) << name;
+    EXPECT_FALSE(session_.busy) << name;
+    EXPECT_TRUE(window_.isEnabled()) << name;
+    session_.connection.Open(session_.connection_string);
+  }
+}
+
+}  // namespace
+}  // namespace tunemeadow
