@@ -19,9 +19,8 @@
 #include "ui/panes/result_view.h"
 #include "ui/panes/tree_pane.h"
 #include "ui/shell/frmStart.h"
-#include "ui/windows/playback/frmChooseCDArchive.h"
 #include "ui/windows/playback/frmLaufwerke.h"
-#include "ui/windows/playback/frmShowPlaylists.h"
+#include "ui/windows/playback/name_pickers.h"
 #include "views/tree.h"
 
 namespace tunemeadow {

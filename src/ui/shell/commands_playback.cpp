@@ -14,7 +14,7 @@
 #include "ui/shell/gestures.h"
 #include "ui/shell/windows.h"
 #include "ui/windows/playback/frmLaufwerke.h"
-#include "ui/windows/playback/frmShowPlaylists.h"
+#include "ui/windows/playback/name_pickers.h"
 #include "views/tree.h"
 
 namespace tunemeadow {
