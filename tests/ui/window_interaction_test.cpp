@@ -221,15 +221,6 @@ TEST_F(WindowInteractionTest, FrmLoadingClosesItselfWhenNoBatchIsActive) {
   EXPECT_FALSE(session_.CancelRequested);
 }
 
-TEST_F(WindowInteractionTest, TheSplashGoesWhenFrmLoadingComes) {
-  QWidget splash;
-  splash.show();
-  interaction_.SetSplash(&splash);
-  interaction_.ShowLoading("Loading Properties...");
-  EXPECT_FALSE(splash.isVisible());
-  interaction_.HideLoading();
-}
-
 TEST_F(WindowInteractionTest, PathsComeBackAsBytesAndTextAsUtf8) {
   const std::string chosen = folder_.Path("Grün & Co");
   std::filesystem::create_directory(chosen);

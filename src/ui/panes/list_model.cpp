@@ -50,12 +50,6 @@ ListModel::ListModel(const ResultList& list, ListKind kind, QObject* parent)
   ShowRows();
 }
 
-void ListModel::HideRows() {
-  beginResetModel();
-  rows_ = 0;
-  endResetModel();
-}
-
 void ListModel::ShowRows() {
   beginResetModel();
   rows_ =

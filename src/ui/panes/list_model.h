@@ -28,9 +28,6 @@ class ListModel : public QAbstractTableModel {
   /// `list` must outlive the model.
   ListModel(const ResultList& list, ListKind kind, QObject* parent = nullptr);
 
-  /// No rows, whatever the list holds, until ShowRows.
-  void HideRows();
-
   /// The rows that the list holds now. Selection and current index of the views go.
   void ShowRows();
 

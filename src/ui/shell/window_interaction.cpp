@@ -138,7 +138,6 @@ class WindowInteraction::BoxScope {
  public:
   explicit BoxScope(WindowInteraction& owner) : owner_(owner) {
     owner_.Push();
-    owner_.CloseSplash();
     ++owner_.boxes_;
     owner_.ApplyPointer();
     loading_shown_ = owner_.loading_->isVisible();
@@ -318,7 +317,6 @@ void WindowInteraction::ShowLoading(const std::string& line) {
     return;
   }
   if (session_.CancelRequested || (job_ && job_->Running())) return;
-  CloseSplash();
   Push();
   loading_->Appear(window_);
   since_push_.invalidate();
@@ -326,11 +324,6 @@ void WindowInteraction::ShowLoading(const std::string& line) {
 }
 
 void WindowInteraction::HideLoading() { loading_->hide(); }
-
-void WindowInteraction::CloseSplash() {
-  if (splash_) splash_->close();
-  splash_.clear();
-}
 
 void WindowInteraction::ShowJob(const std::string& title, std::int64_t maximum) {
   if (!job_) job_ = std::make_unique<frmdoUmbenennen>(session_);

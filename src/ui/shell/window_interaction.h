@@ -42,9 +42,6 @@ class WindowInteraction : public Interaction {
   /// From now on the main window shows what is told, the present state first.
   void SetMainWindow(const MainWindow& parts);
 
-  /// A window that is closed as soon as frmLoading or a box appears: the splash.
-  void SetSplash(QWidget* splash) { splash_ = splash; }
-
   /// A text too long for a screen is cut with an ellipsis and stands whole behind "Show Details".
   Answer ShowMessage(const MessageBox& box) override;
   std::optional<std::string> AskText(const std::string& prompt, const std::string& title,
@@ -85,7 +82,6 @@ class WindowInteraction : public Interaction {
   void Push();
   [[nodiscard]] bool MayPaint() const;
   void ApplyPointer();
-  void CloseSplash();
   [[nodiscard]] QWidget* ParentOfBox() const;
   std::optional<std::string> RunFileDialog(QFileDialog& dialog, const std::string& start);
 
@@ -93,7 +89,6 @@ class WindowInteraction : public Interaction {
   QPointer<QWidget> window_;
   QPointer<QLabel> status_label_;
   QPointer<QProgressBar> progress_bar_;
-  QPointer<QWidget> splash_;
   QPointer<QWidget> focus_before_;  ///< had the focus when the main window was disabled
   std::unique_ptr<frmLoading> loading_;
   std::unique_ptr<frmdoUmbenennen> job_;  ///< made at the first job
