@@ -28,7 +28,7 @@ namespace {
 
 using tunemeadow::CellTable;
 using tunemeadow::Field;
-using tunemeadow::kTrackFields;
+using tunemeadow::kSelectedFields;
 using tunemeadow::ResultList;
 using tunemeadow::ResultView;
 
@@ -62,8 +62,8 @@ std::vector<std::string> RandomCells(std::size_t rows) {
 }
 
 CellTable TableOf(const std::vector<std::string>& cells) {
-  CellTable table(kTrackFields);
-  std::array<std::string_view, kTrackFields> row;
+  CellTable table(kSelectedFields);
+  std::array<std::string_view, kSelectedFields> row;
   for (std::size_t i = 0; i < cells.size(); i += kLengths.size()) {
     for (std::size_t column = 0; column < row.size(); ++column) row[column] = cells[i + column];
     table.AppendRow(row);

@@ -155,9 +155,10 @@ void BM_SortFloor(benchmark::State& state) {
 
 /// A column of each kind, and texts with few values, long beginnings in common, and long bodies.
 void EachColumn(benchmark::internal::Benchmark* benchmark) {
-  for (const Field field :
-       {Field::uid, Field::Songname, Field::Artist, Field::quality, Field::location, Field::trackno,
-        Field::Playtime, Field::Filesize, Field::lasttimeplayed, Field::Lyrics, Field::url}) {
+  for (const TrackField field :
+       {TrackField::uid, TrackField::Songname, TrackField::Artist, TrackField::quality,
+        TrackField::location, TrackField::trackno, TrackField::Playtime, TrackField::Filesize,
+        TrackField::lasttimeplayed, TrackField::Lyrics, TrackField::url}) {
     benchmark->Arg(static_cast<int>(IndexOf(field)));
   }
   benchmark->Arg(static_cast<int>(kFileColumn))->Unit(benchmark::kMillisecond);

@@ -105,7 +105,7 @@ void Sort(frmStart& window, const char* figure, int column) {
 
 void MeasureList(frmStart& window) {
   SearchFields none;
-  none.cboSongname = "no such title anywhere";
+  none.texts[TrackField::Songname] = "no such title anywhere";
   Search(window, "nothing", none);
   malloc_trim(0);
   const double before = ResidentMib();
@@ -120,7 +120,7 @@ void MeasureList(frmStart& window) {
   Sort(window, "sort_size", 10);
   Sort(window, "sort_date", 14);
   SearchFields some;
-  some.cboArtistSearch = "umbo";
+  some.texts[TrackField::Artist] = "umbo";
   Search(window, "search", some);
 }
 
@@ -162,7 +162,7 @@ void SaveAll(frmStart& window, const char* artist) {
   bench.Watcher().SelectionSet();
   ListView1_ItemClick(bench, 0);
   bench.details.selectors.chkInterpret = true;
-  bench.details.txtInterpretSave = artist;
+  bench.details.texts[TrackField::Artist] = artist;
   const std::size_t rows = list.RowCount();
   const auto began = std::chrono::steady_clock::now();
   const double before = CpuMilliseconds();

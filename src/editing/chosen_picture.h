@@ -15,7 +15,7 @@ namespace tunemeadow {
 /// whatever its name says. nullopt for a JPEG image.
 [[nodiscard]] std::optional<MessageBox> ObjectionToPicture(const std::string& path);
 
-/// Sets the picture that WriteID3v2Tag puts into the tags.
+/// Sets the picture that TagPort::WritePicture puts into the tags.
 void SetPicture(TagWriting& writing, const std::string& path);
 
 }  // namespace tunemeadow

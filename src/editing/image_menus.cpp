@@ -3,13 +3,10 @@
 #include <cstdint>
 #include <string>
 
-#include "audio/id3v2_reader.h"
-#include "audio/id3v2_writer.h"
 #include "core/paths.h"
 #include "editing/chosen_picture.h"
 #include "editing/file_run.h"
 #include "editing/tag_menus.h"
-#include "editing/tag_values.h"
 
 namespace tunemeadow {
 namespace {
@@ -54,44 +51,31 @@ class ImageJob {
   FileRun run_;
 };
 
-enum class PictureState { kNone, kHasOne, kEmptyFile, kUnreadable };
-
-/// By the file's own tag: its row may be older than it.
-PictureState PictureStateOf(const std::string& path) {
-  FileBytes file;
-  if (!file.Open(path)) return PictureState::kUnreadable;
-  if (file.Length() == 0) return PictureState::kEmptyFile;
-  Mp3Info own;
-  const bool has = ReadID3v2Tag(file, ID3v2Versions::kAny, own) == "OK" && own.HasPicture;
-  return has ? PictureState::kHasOne : PictureState::kNone;
-}
-
 /// Why no image can be written into the file; empty where nothing speaks against it.
 std::string WhyNoImage(Workbench& bench, const std::string& path, PictureState state,
-                       Mp3Info& info) {
+                       TrackTexts& texts) {
   if (state == PictureState::kEmptyFile) return "the file is empty";
   // The image was there when the job began. Without it the tag would be written all the same.
   if (ObjectionToPicture(bench.PictureFile)) return "the image can't be read any more";
-  if (state == PictureState::kUnreadable ||
-      !FillInfoFromFile(path, bench.session.preferences, info)) {
+  if (state == PictureState::kUnreadable || !bench.Tags().ReadTexts(path, texts)) {
     return "the file can't be read";
   }
   return {};
 }
 
 bool AddImage(Workbench& bench, ImageJob& job, const std::string& path) {
-  const PictureState state = PictureStateOf(path);
+  const PictureState state = bench.Tags().StateOfPicture(path);
   if (state == PictureState::kHasOne) {
     job.Log(DisplayPath(path) + " already has an image.");
     return false;
   }
-  Mp3Info info;
-  if (const std::string why = WhyNoImage(bench, path, state, info); !why.empty()) {
+  TrackTexts texts;
+  if (const std::string why = WhyNoImage(bench, path, state, texts); !why.empty()) {
     job.LogError(path, why);
     return false;
   }
   job.SetStatus("Updating file (saving ID3v2Tag), please wait...");
-  const std::string result = WriteID3v2Tag(job.Writing(), path, true, info);
+  const std::string result = bench.Tags().WritePicture(path, texts, job.Writing());
   job.SetStatus("");
   if (result != "OK") {
     job.LogError(path, result);
@@ -101,9 +85,9 @@ bool AddImage(Workbench& bench, ImageJob& job, const std::string& path) {
   return true;
 }
 
-bool RemoveImage(ImageJob& job, const std::string& path) {
+bool RemoveImage(Workbench& bench, ImageJob& job, const std::string& path) {
   job.SetStatus("Updating file (removing Image from ID3v2Tag), please wait...");
-  const std::string result = RemoveID3v2Picture(job.Writing(), path);
+  const std::string result = bench.Tags().RemovePictures(path, job.Writing());
   job.SetStatus("");
   if (result == kNoID3v2Picture) {
     job.Log(DisplayPath(path) + " has no image.");
@@ -168,8 +152,8 @@ void mnuRemoveImagefromfile_Click(Workbench& bench) {
   }
   const Stopwatch watch;
   const std::size_t count =
-      ImageJob(bench, selected).Run(kPictureRemoved, [](ImageJob& run, const SelectedFile& file) {
-        return RemoveImage(run, file.path);
+      ImageJob(bench, selected).Run(kPictureRemoved, [&bench](ImageJob& run, const SelectedFile& file) {
+        return RemoveImage(bench, run, file.path);
       });
   RefreshPicture(bench, selected);
   TellTagResult(bench, "Images from " + std::to_string(count) + "/" + items + " file(s) removed.",

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editing/mass_save.h"
 
-#include <array>
 #include <string_view>
 #include <vector>
 
@@ -14,68 +13,21 @@
 #include "editing/saved_row.h"
 #include "editing/tag_steps.h"
 #include "store/database.h"
+#include "tracks/field_order.h"
 
 namespace tunemeadow {
 namespace {
 
-constexpr std::int64_t kGrowthOfRecord = sizeof(ID3v1Tag);
-
-/// A field with a selector, as its name in the question, and where its value stands.
-struct MassField {
-  std::string_view name;
-  bool MassSelectors::*selector;
-  const std::string DetailEditor::*control;
-  std::string TagValues::*value;
-  Field cell;
-};
-
-constexpr std::array<MassField, 8> kMassFields = {{
-    {"Album", &MassSelectors::chkAlbum, &DetailEditor::txtAlbumSave, &TagValues::album,
-     Field::album},
-    {"Genre", &MassSelectors::chkGenre, &DetailEditor::cboGenre1, &TagValues::genre,
-     Field::genrereal},
-    {"Artist", &MassSelectors::chkInterpret, &DetailEditor::txtInterpretSave, &TagValues::artist,
-     Field::Artist},
-    {"Year", &MassSelectors::chkYear, &DetailEditor::txtYearSave, &TagValues::year, Field::year},
-    {"Situation", &MassSelectors::chkSituation, &DetailEditor::txtSituationSave,
-     &TagValues::situation, Field::Situation},
-    {"Preference", &MassSelectors::chkPreference, &DetailEditor::txtPreferenceSave,
-     &TagValues::preference, Field::preference},
-    {"Tempo", &MassSelectors::chkTempo, &DetailEditor::txtTempoSave, &TagValues::tempo,
-     Field::tempo},
-    {"Mood", &MassSelectors::chkMood, &DetailEditor::txtMoodSave, &TagValues::mood, Field::Mood},
-}};
-
-/// The fields of txtSave3, in its order.
-struct MassExtra {
-  std::string TagValues::*value;
-  Field cell;
-};
-
-constexpr std::array<MassExtra, kExtraFields> kMassExtras = {{
-    {&TagValues::composer, Field::composer},
-    {&TagValues::copyright, Field::copyright},
-    {&TagValues::encoded_by, Field::encodedby},
-    {&TagValues::original, Field::originalartist},
-    {&TagValues::url, Field::url},
-}};
-
-/// A ticked field: its name, the text that every track takes, and where that goes.
+/// A ticked field and the text that every track takes.
 struct TickedField {
-  std::string_view name;
+  TrackField field;
   std::string text;
-  std::string TagValues::*value;
 };
 
 std::vector<TickedField> TickedFields(const DetailEditor& details) {
   std::vector<TickedField> ticked;
-  for (const MassField& field : kMassFields) {
-    if (!(details.selectors.*field.selector)) continue;
-    ticked.push_back({field.name, details.*field.control, field.value});
-  }
-  for (std::size_t i = 0; i < kExtraFields; ++i) {
-    if (!details.selectors.chkDetail3[i]) continue;
-    ticked.push_back({kExtraCaptions[i], details.txtSave3[i], kMassExtras[i].value});
+  for (const TrackField field : FieldsInOrder<&TrackFieldRow::save_all>()) {
+    if (details.chosen[IndexOf(field)]) ticked.push_back({field, details.texts[field]});
   }
   return ticked;
 }
@@ -86,7 +38,7 @@ std::string MassSaveQuestion(std::size_t count, const std::vector<TickedField>& 
   if (ticked.empty() && !preferences.chkAutoComment) return question + "?";
   if (!ticked.empty()) {
     question += " with the ";
-    for (const TickedField& field : ticked) question.append(field.name) += ',';
+    for (const TickedField& field : ticked) question.append(RowOf(field.field).list.caption) += ',';
     question.pop_back();
     question += "-Tag";
   }
@@ -99,7 +51,7 @@ std::vector<SelectedFile> TracksToSave(Workbench& bench) {
   std::vector<SelectedFile> tracks;
   for (const std::size_t row : bench.ListView1.SelectedRows()) {
     SelectedFile track{.uid = bench.ListView1.Uid(row),
-                       .path = std::string(bench.ListView1.Cell(row, Field::location)),
+                       .path = std::string(bench.ListView1.Cell(row, TrackField::location)),
                        .row = row};
     track.is_written =
         bench.session.preferences.chkSaveTags && WritesTags(track.path, bench.session.preferences);
@@ -111,7 +63,7 @@ std::vector<SelectedFile> TracksToSave(Workbench& bench) {
 FileRunPlan PlanOfMassSave(const Preferences& preferences) {
   FileRunPlan plan{.line = "saving...", .first_step = 1, .shows_path = true};
   if (preferences.chkSaveTags) {
-    plan.save = SavePlan{.ranges = TagRanges, .growth = kGrowthOfRecord};
+    plan.save = SavePlan{.ranges = TagRanges, .growth = kGrowthOfTags};
   }
   return plan;
 }
@@ -135,7 +87,7 @@ class MassSave {
 
  private:
   void SaveItem(const SelectedFile& track) {
-    TakeValues(track.row);
+    TakeTexts(track.row);
     TagStepsDone done;
     if (track.is_written) {
       done = SaveTags(track.path);
@@ -146,18 +98,21 @@ class MassSave {
   }
 
   /// Every value is the track's own but for those of the ticked fields.
-  void TakeValues(std::size_t row) {
-    values_ = ValuesOfRow(bench_.ListView1, row);
-    for (const TickedField& field : ticked_) values_.*field.value = field.text;
-    for (const auto text : {&TagValues::artist, &TagValues::title, &TagValues::album}) {
-      values_.*text = ApplySaveRules(std::move(values_.*text), preferences_);
+  void TakeTexts(std::size_t row) {
+    texts_ = bench_.ListView1.Record(row);
+    for (const TickedField& field : ticked_) texts_[field.field] = field.text;
+    for (const TrackFieldRow& each : kTrackFieldTable) {
+      if (!each.editor.ruled) continue;
+      texts_[each.field] = ApplySaveRules(std::move(texts_[each.field]), preferences_);
     }
-    if (preferences_.chkAutoComment) values_.comment = preferences_.txtautocomment;
+    if (preferences_.chkAutoComment) {
+      texts_[TrackField::Comment] = preferences_.txtautocomment;
+    }
   }
 
   TagStepsDone SaveTags(const std::string& path) {
-    const TagStepsDone done = WriteTags({path, values_, FillRecord(values_)}, preferences_,
-                                        bench_.info, run_.Writing(), talk_);
+    const TagStepsDone done =
+        WriteTags({path, {texts_}}, preferences_, bench_.Tags(), run_.Writing(), talk_);
     run_.FileDone();
     return done;
   }
@@ -173,58 +128,36 @@ class MassSave {
   /// stays what it is; as there, so does the genre.
   void EscapeTexts() {
     for (const TickedField& field : ticked_) {
-      if (field.value == &TagValues::genre) continue;
-      values_.*field.value = EscapeEditorText(values_.*field.value, '"');
+      if (RowOf(field.field).editor.escaped) Escape(texts_[field.field]);
     }
-    if (preferences_.chkAutoComment) values_.comment = EscapeEditorText(values_.comment, '"');
+    if (preferences_.chkAutoComment) Escape(texts_[TrackField::Comment]);
   }
+
+  static void Escape(std::string& text) { text = EscapeEditorText(text, '"'); }
 
   /// Where the store refuses the statement, the cells stay as they were, and the run ends.
   void SaveRow(const SelectedFile& track, const TagStepsDone& done) {
-    const ResultList& list = bench_.ListView1;
-    MassSaveTexts texts = TextsOfRow();
-    texts.uid = track.uid;
-    texts.hasid3v1 = FlagOfRow(list.Cell(track.row, Field::hasid3v1), done.id3v1);
-    texts.hasid3v2 = FlagOfRow(list.Cell(track.row, Field::hasid3v2), done.id3v2);
+    SetFlagOfRow(texts_[TrackField::hasid3v1], done.id3v1);
+    SetFlagOfRow(texts_[TrackField::hasid3v2], done.id3v2);
     try {
-      const std::string now = Now();
-      const std::string file_time = FileTimeOfRow(bench_.session, track.path, texts.uid);
-      texts.now = now;
-      texts.file_time = file_time;
-      BuildMassSaveStatement(texts, statement_);
+      texts_[TrackField::datetimeofdbupdate] = Now();
+      texts_[TrackField::datetimeoffile] = FileTimeOfRow(bench_.session, track.path, track.uid);
+      BuildMassSaveStatement(texts_, track.uid, statement_);
       bench_.session.connection.Execute(statement_);
     } catch (const DatabaseError& error) {
       run_.Tell({.text = error.WithStatement(), .icon = Icon::kCritical});
       run_.Stop();
       return;
     }
-    StoreCells(texts);
+    StoreCells();
   }
 
-  [[nodiscard]] MassSaveTexts TextsOfRow() const {
-    return {.preference = values_.preference,
-            .situation = values_.situation,
-            .mood = values_.mood,
-            .tempo = values_.tempo,
-            .extra = {values_.composer, values_.copyright, values_.encoded_by, values_.original,
-                      values_.url},
-            .comment = values_.comment,
-            .title = values_.title,
-            .album = values_.album,
-            .year = values_.year,
-            .genre = values_.genre,
-            .artist = values_.artist};
-  }
-
-  void StoreCells(const MassSaveTexts& texts) {
-    const std::string hasid3v1 = std::to_string(texts.hasid3v1);
-    const std::string hasid3v2 = std::to_string(texts.hasid3v2);
-    cells_.assign({{Field::Songname, texts.title},
-                   {Field::Comment, texts.comment},
-                   {Field::hasid3v1, hasid3v1},
-                   {Field::hasid3v2, hasid3v2}});
-    for (const MassField& field : kMassFields) cells_.push_back({field.cell, values_.*field.value});
-    for (const MassExtra& extra : kMassExtras) cells_.push_back({extra.cell, values_.*extra.value});
+  /// Those of the written fields that a list shows.
+  void StoreCells() {
+    cells_.clear();
+    for (const TrackField field : FieldsInOrder<&TrackFieldRow::mass_save>()) {
+      if (IndexOf(field) < kSelectedFields) cells_.push_back({field, texts_[field]});
+    }
     run_.SetCells(cells_);
   }
 
@@ -233,7 +166,7 @@ class MassSave {
   std::vector<TickedField> ticked_;
   FileRun run_;
   TagStepTalk talk_;
-  TagValues values_;       ///< of the track at work
+  TrackTexts texts_;       ///< of the track at work
   std::string statement_;  ///< of its row; its memory serves them all
   std::vector<FieldText> cells_;
 };

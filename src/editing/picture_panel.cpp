@@ -4,11 +4,9 @@
 #include <cstdio>
 #include <string_view>
 
-#include "audio/id3v2_writer.h"
 #include "core/paths.h"
 #include "editing/chosen_picture.h"
 #include "editing/row_update.h"
-#include "editing/tag_values.h"
 #include "files/durable_file.h"
 #include "run/busy.h"
 
@@ -37,7 +35,8 @@ void TellPictureError(Workbench& bench, const std::string& text) {
 }
 
 void CorrectRowAndPane(Workbench& bench, const RowUpdate& update) {
-  const SelectedFile file = {.uid = bench.details.uid, .path = bench.details.txtLocationSave};
+  const SelectedFile file = {.uid = bench.details.uid,
+                             .path = bench.details.texts[TrackField::location]};
   const auto box = TryUpdateRow(bench, update, file, TrackRows(bench));
   if (box) bench.interaction.ShowMessage(*box);
   ShowPic(bench, file.path);
@@ -49,11 +48,11 @@ std::string RemoveShownPicture(Workbench& bench, const std::string& path) {
   const OneFileAtWork work(bench, "Updating file (removing Image from ID3v2Tag), please wait...");
   TagWriting writing(bench.session.journal);
   writing.yield = [&bench] { bench.interaction.KeepPainting(); };
-  return RemoveID3v2Picture(writing, path);
+  return bench.Tags().RemovePictures(path, writing);
 }
 
 void DeletePicture(Workbench& bench) {
-  const std::string path = bench.details.txtLocationSave;
+  const std::string path = bench.details.texts[TrackField::location];
   const std::string result = RemoveShownPicture(bench, path);
   if (result == "OK") {
     CorrectRowAndPane(bench, kPictureRemoved);
@@ -83,23 +82,18 @@ bool ChoosePicture(Workbench& bench) {
   return true;
 }
 
-/// A file of no bytes would stay without a tag, and its row would tell of a picture.
-bool IsEmptyFile(const std::string& path) {
-  FileBytes file;
-  return file.Open(path) && file.Length() == 0;
-}
-
 /// "OK", or what failed. `losses` tells what the tag could not hold.
 std::string WriteChosenPicture(Workbench& bench, TagLosses& losses) {
   const DetailEditor& details = bench.details;
-  if (IsEmptyFile(details.txtLocationSave)) return "The file is empty.";
+  // A file of no bytes would stay without a tag, and its row would tell of a picture.
+  const PictureState state = bench.Tags().StateOfPicture(details.texts[TrackField::location]);
+  if (state == PictureState::kEmptyFile) return "The file is empty.";
   const OneFileAtWork work(bench, "Updating file (saving ID3v2Tag), please wait...");
   TagWriting writing(bench.session.journal);
   writing.yield = [&bench] { bench.interaction.KeepPainting(); };
   SetPicture(writing, bench.PictureFile);
-  Mp3Info info;
-  FillInfo(ValuesOfEditor(details), info, writing.losses);
-  std::string result = WriteID3v2Tag(writing, details.txtLocationSave, true, info);
+  std::string result =
+      bench.Tags().WritePicture(details.texts[TrackField::location], details.texts, writing);
   losses = writing.losses;
   return result;
 }
@@ -124,7 +118,7 @@ std::string AddPictureCaption(const DetailEditor& details) {
 
 void cmdAddpic_Click(Workbench& bench) {
   const DetailEditor& details = bench.details;
-  if (!details.enabled || details.save_all || !HasExtension(details.txtLocationSave, "mp3")) return;
+  if (!details.enabled || details.save_all || !HasExtension(details.texts[TrackField::location], "mp3")) return;
   details.picture.data.empty() ? AddPicture(bench) : DeletePicture(bench);
 }
 

@@ -14,13 +14,13 @@
 namespace tunemeadow {
 namespace {
 
-constexpr std::array kWithPicture = {FieldText{Field::haspic, "1"}};
-constexpr std::array kWithoutPicture = {FieldText{Field::haspic, "0"}};
+constexpr std::array kWithPicture = {FieldText{TrackField::haspic, "1"}};
+constexpr std::array kWithoutPicture = {FieldText{TrackField::haspic, "0"}};
 
 void SetFlagsOfEditor(DetailEditor& details, std::span<const FieldText> cells) {
   for (const FieldText& cell : cells) {
-    if (cell.field == Field::hasid3v1) details.hasid3v1 = cell.text;
-    if (cell.field == Field::hasid3v2) details.hasid3v2 = cell.text;
+    const bool is_flag = cell.field == TrackField::hasid3v1 || cell.field == TrackField::hasid3v2;
+    if (is_flag) details.texts[cell.field] = cell.text;
   }
 }
 
@@ -51,7 +51,7 @@ SelectedFiles TakeSelectedFiles(Workbench& bench) {
   SelectedFiles selected;
   selected.items = rows.size();
   for (const std::size_t row : rows) {
-    const std::string_view path = list.Cell(row, Field::location);
+    const std::string_view path = list.Cell(row, TrackField::location);
     if (!HasExtension(path, "mp3")) continue;
     selected.files.push_back({.uid = list.Uid(row), .path = std::string(path), .row = row});
   }
@@ -73,7 +73,7 @@ void RefreshPicture(Workbench& bench, const SelectedFiles& files) {
   if (details.uid == 0) return;
   const bool holds = std::any_of(files.files.begin(), files.files.end(),
                                  [&](const SelectedFile& file) { return file.uid == details.uid; });
-  if (holds) ShowPic(bench, details.txtLocationSave);
+  if (holds) ShowPic(bench, details.texts[TrackField::location]);
 }
 
 void TellLosses(Workbench& bench, const TagLosses& losses) {

@@ -14,7 +14,7 @@
 
 #include "audio/tag_writing.h"
 #include "editing/track_rows.h"
-#include "tracks/track_record.h"
+#include "tracks/track_fields.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {

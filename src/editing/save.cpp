@@ -21,30 +21,13 @@
 #include "run/busy.h"
 #include "store/database.h"
 #include "tracks/cd_archive_path.h"
+#include "tracks/tag_texts.h"
+#include "tracks/track_field_table.h"
 
 namespace tunemeadow {
 namespace {
 
-/// The texts that go between delimiters; genre and playtime keep their quotes.
-constexpr std::array kEscapedTexts = {
-    &DetailEditor::txtTitelSave,     &DetailEditor::txtQualitaetSave,
-    &DetailEditor::txtInterpretSave, &DetailEditor::txtYearSave,
-    &DetailEditor::txtAlbumSave,     &DetailEditor::txtCommentSave,
-    &DetailEditor::txtTracknumber,   &DetailEditor::txtBPMSave,
-    &DetailEditor::txtSituationSave, &DetailEditor::txtPreferenceSave,
-    &DetailEditor::txtTempoSave,     &DetailEditor::txtMoodSave,
-    &DetailEditor::txtLyricsSave,    &DetailEditor::txtBiosSave,
-};
-
-constexpr std::array kCutTexts = {
-    &DetailEditor::txtSituationSave,
-    &DetailEditor::txtPreferenceSave,
-    &DetailEditor::txtMoodSave,
-    &DetailEditor::txtTempoSave,
-};
-
 constexpr std::size_t kLongestText = 255;
-constexpr std::int64_t kRecordBytes = sizeof(ID3v1Tag);
 
 /// Name in the status line and in the box of each tag.
 struct SavedTagName {
@@ -82,7 +65,7 @@ class SingleSave {
   /// A row whose file is gone stays as it is while the tags belong to the save. What is burnt on a
   /// disc takes no tags.
   bool FileIsThere() {
-    const std::string& path = details_.txtLocationSave;
+    const std::string& path = details_.texts[TrackField::location];
     if (!preferences_.chkSaveTags || bCheckCDArchive(path, preferences_)) return true;
     if (MyFileExists(path)) return true;
     if (preferences_.chkWarn) {
@@ -93,9 +76,9 @@ class SingleSave {
   }
 
   bool TakeTrack() {
-    const std::optional<std::string> track = TrackToSave(details_.txtTracknumber);
+    const std::optional<std::string> track = TrackToSave(details_.texts[TrackField::trackno]);
     if (track) {
-      details_.txtTracknumber = *track;
+      details_.texts[TrackField::trackno] = *track;
       return true;
     }
     bench_.interaction.ShowMessage(
@@ -105,43 +88,43 @@ class SingleSave {
 
   /// Whether there is anything to be put in order.
   [[nodiscard]] bool HoldsTexts() const {
-    for (const std::string* text :
-         {&details_.txtInterpretSave, &details_.txtTitelSave, &details_.txtYearSave,
-          &details_.txtQualitaetSave, &details_.txtAlbumSave}) {
-      if (!Trim(*text).empty()) return true;
+    for (const TrackField field : {TrackField::Artist, TrackField::Songname, TrackField::year,
+                                   TrackField::quality, TrackField::album}) {
+      if (!Trim(details_.texts[field]).empty()) return true;
     }
-    return !details_.cboGenre1.empty();
+    return !details_.texts[TrackField::genrereal].empty();
   }
 
-  /// Without texts the record stays empty.
+  /// Without texts the ID3v1 record stays empty.
   void ApplyRules() {
-    if (!HoldsTexts()) return;
-    for (std::string* text :
-         {&details_.txtTitelSave, &details_.txtInterpretSave, &details_.txtAlbumSave}) {
-      *text = ApplySaveRules(std::move(*text), preferences_);
+    holds_texts_ = HoldsTexts();
+    if (!holds_texts_) return;
+    for (const TrackFieldRow& row : kTrackFieldTable) {
+      if (!row.editor.ruled) continue;
+      std::string& text = details_.texts[row.field];
+      text = ApplySaveRules(std::move(text), preferences_);
     }
-    if (preferences_.chkAutoComment) details_.txtCommentSave = preferences_.txtautocomment;
-    record_ = FillRecord(ValuesOfEditor(details_));
+    if (preferences_.chkAutoComment) details_.texts[TrackField::Comment] = preferences_.txtautocomment;
   }
 
   /// False: the person gave the save up.
   bool SaveTags() {
     // The details may be looked at while the window lives; the save keeps to what it began with.
-    const std::string path = details_.txtLocationSave;
+    const std::string path = details_.texts[TrackField::location];
     if (!preferences_.chkSaveTags || !WritesTags(path, preferences_)) return true;
     UndoJournal& journal = bench_.session.journal;
     TagWriting writing(journal);
     writing.yield = [this] { bench_.interaction.Yield(); };
-    const TagValues values = ValuesOfEditor(details_);
+    const TrackTexts texts = details_.texts;
     const TagStepTalk talk = {
         .begins = [this](SavedTag tag) { TellStep(tag); },
         .failed = [this](SavedTag tag) { return AskAboutFailure(tag); },
     };
     group_.emplace(
         journal, [this](const MessageBox& box) { bench_.interaction.ShowMessage(box); },
-        std::vector{path}, SavePlan{.ranges = TagRanges, .growth = kRecordBytes});
+        std::vector{path}, SavePlan{.ranges = TagRanges, .growth = kGrowthOfTags});
     group_->BeginFile(0);
-    done_ = WriteTags({path, values, record_, true}, preferences_, bench_.info, writing, talk);
+    done_ = WriteTags({path, {texts, !holds_texts_}, true}, preferences_, bench_.Tags(), writing, talk);
     if (!done_.aborted) group_->FileDone(0);
     group_.reset();
     bench_.interaction.SetStatus("Ready.");
@@ -177,40 +160,47 @@ class SingleSave {
   }
 
   void EscapeTexts() {
-    const char quote = bench_.session.quote;
-    for (const auto text : kEscapedTexts) details_.*text = EscapeEditorText(details_.*text, quote);
-    for (std::string& text : details_.txtSave3) text = EscapeEditorText(text, quote);
+    for (const TrackFieldRow& row : kTrackFieldTable) {
+      if (!row.editor.escaped) continue;
+      std::string& text = details_.texts[row.field];
+      text = EscapeEditorText(text, bench_.session.quote);
+    }
   }
 
   void CutTexts() {
-    const auto cut = [this](std::string& text) {
+    for (const TrackFieldRow& row : kTrackFieldTable) {
+      if (!row.editor.cut) continue;
+      std::string& text = details_.texts[row.field];
       const std::size_t length = Left(text, kLongestText).size();
       if (length < text.size()) ++losses_.cut_texts;
       text.resize(length);
-    };
-    for (const auto text : kCutTexts) cut(details_.*text);
-    for (std::string& text : details_.txtSave3) cut(text);
+    }
   }
 
   /// False, with nothing changed, where the store refuses the statement.
   bool SaveRow() {
-    Session& session = bench_.session;
     try {
-      const SaveFacts facts = {
-          .now = Now(),
-          .file_time = FileTimeOfRow(session, details_.txtLocationSave, details_.uid),
-          .hasid3v1 = FlagOfRow(details_.hasid3v1, done_.id3v1),
-          .hasid3v2 = FlagOfRow(details_.hasid3v2, done_.id3v2)};
+      const TrackTexts texts = TextsOfRow();
       std::string statement;
-      BuildSaveStatement(details_, facts, session.quote, statement);
-      session.connection.Execute(statement);
-      details_.hasid3v1 = std::to_string(facts.hasid3v1);
-      details_.hasid3v2 = std::to_string(facts.hasid3v2);
+      BuildSaveStatement(texts, details_.uid, bench_.session.quote, statement);
+      bench_.session.connection.Execute(statement);
+      details_.texts = texts;
       return true;
     } catch (const DatabaseError& error) {
       bench_.interaction.ShowMessage({.text = error.WithStatement(), .icon = Icon::kCritical});
       return false;
     }
+  }
+
+  /// The texts of the editor and what the save knows beside them.
+  TrackTexts TextsOfRow() {
+    TrackTexts texts = details_.texts;
+    texts[TrackField::datetimeofdbupdate] = Now();
+    texts[TrackField::datetimeoffile] =
+        FileTimeOfRow(bench_.session, texts[TrackField::location], details_.uid);
+    SetFlagOfRow(texts[TrackField::hasid3v1], done_.id3v1);
+    SetFlagOfRow(texts[TrackField::hasid3v2], done_.id3v2);
+    return texts;
   }
 
   /// Wherever a list shows the track, which may be several times.
@@ -227,7 +217,7 @@ class SingleSave {
   Workbench& bench_;
   DetailEditor& details_ = bench_.details;
   const Preferences& preferences_ = bench_.session.preferences;
-  ID3v1Tag record_;
+  bool holds_texts_ = false;  ///< there was anything to be put in order
   std::optional<SaveGroup> group_;  ///< the rewrites of the one file share their syncs
   TagStepsDone done_;
   TagLosses losses_;

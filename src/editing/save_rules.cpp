@@ -38,13 +38,6 @@ std::optional<MessageBox> CheckYear(std::string_view text) {
   return MessageBox{.text = "Year is not a number!"};
 }
 
-std::optional<std::string> TrackToSave(std::string_view text) {
-  const double number = LeadingNumber(text);
-  if (!(number > 0)) return std::string();
-  if (number > kLargestTrack) return std::nullopt;
-  return FormatShortest(number);
-}
-
 std::string ApplySaveRules(std::string text, const Preferences& preferences) {
   if (preferences.chkCapitalizeSave) text = Capitalize(text);
   if (preferences.chkReplaceSave) {

@@ -18,10 +18,6 @@ namespace tunemeadow {
 [[nodiscard]] std::optional<MessageBox> CheckTracknumber(std::string_view text);
 [[nodiscard]] std::optional<MessageBox> CheckYear(std::string_view text);
 
-/// The text of txtTracknumber as it is saved: the leading number without leading zeros, empty where
-/// that is not above 0. nullopt where it is above 255.
-[[nodiscard]] std::optional<std::string> TrackToSave(std::string_view text);
-
 /// Title, artist and album: Capitalize, then Replace each/with, each where its setting is on.
 [[nodiscard]] std::string ApplySaveRules(std::string text, const Preferences& preferences);
 

@@ -1,109 +1,63 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "editing/save_statement.h"
 
+#include <span>
+#include <string_view>
+
 #include "audio/genres.h"
 #include "editing/save_rules.h"
 #include "store/statement.h"
+#include "tracks/field_order.h"
 
 namespace tunemeadow {
 namespace {
 
-/// Appends assignments to a statement.
+constexpr auto kSaved = FieldsInOrder<&TrackFieldRow::save>();
+constexpr auto kMassSaved = FieldsInOrder<&TrackFieldRow::mass_save>();
+
+/// Writes updates of one kind.
 class UpdateWriter {
  public:
-  UpdateWriter(std::string& statement, char quote) : statement_(statement), quote_(quote) {
-    statement_ = "Update mp3sTabelle set ";
-  }
+  UpdateWriter(StatementPlace TrackFieldRow::*kind, char quote) : kind_(kind), quote_(quote) {}
 
-  /// `assignment` is what stands before the value: "name=", with the comma before it.
-  UpdateWriter& Text(std::string_view assignment, std::string_view text) {
-    statement_ += assignment;
-    statement_ += quote_;
-    if (text.find(quote_) == std::string_view::npos) {
-      statement_ += text;
-    } else {
-      statement_ += QuoteInner(text, quote_);
+  void Write(std::span<const TrackField> fields, const TrackTexts& texts, std::int64_t uid,
+             std::string& statement) const {
+    statement = "Update mp3sTabelle set ";
+    for (const TrackField field : fields) {
+      statement += (RowOf(field).*kind_).text;
+      AppendValue(field, texts, statement);
     }
-    statement_ += quote_;
-    return *this;
-  }
-
-  UpdateWriter& Number(std::string_view assignment, std::int64_t number) {
-    statement_ += assignment;
-    statement_ += std::to_string(number);
-    return *this;
+    statement.append(" where uid=").append(std::to_string(uid));
   }
 
  private:
-  std::string& statement_;
+  void AppendValue(TrackField field, const TrackTexts& texts, std::string& statement) const {
+    if (RowOf(field).bare_number) {
+      statement += texts[field];
+    } else if (field == TrackField::genre) {
+      const std::int16_t number = GenreNumberFromName(texts[TrackField::genrereal]);
+      AppendQuoted(std::to_string(number), quote_, statement);
+    } else if (field == TrackField::playtimereal) {
+      const std::int64_t seconds = PlaytimeSeconds(texts[TrackField::Playtime]);
+      AppendQuoted(std::to_string(seconds), quote_, statement);
+    } else {
+      AppendQuoted(texts[field], quote_, statement);
+    }
+  }
+
+  StatementPlace TrackFieldRow::*kind_;
   char quote_;
 };
 
-std::string GenreNumberText(std::string_view genre) {
-  return std::to_string(GenreNumberFromName(genre));
-}
-
 }  // namespace
 
-void BuildSaveStatement(const DetailEditor& details, const SaveFacts& facts, char quote,
+void BuildSaveStatement(const TrackTexts& texts, std::int64_t uid, char quote,
                         std::string& statement) {
-  const auto& [composer, copyright, encoded_by, original, url] = details.txtSave3;
-  UpdateWriter(statement, quote)
-      .Text("BPM=", details.txtBPMSave)
-      .Text(",trackno=", details.txtTracknumber)
-      .Text(",playtime=", details.txtPlaytime)
-      .Text(",playtimeREAL=", std::to_string(PlaytimeSeconds(details.txtPlaytime)))
-      .Text(",comment=", details.txtCommentSave)
-      .Text(",[year]=", details.txtYearSave)
-      .Text(",album=", details.txtAlbumSave)
-      .Text(",location=", details.txtLocationSave)
-      .Text(",Situation=", details.txtSituationSave)
-      .Text(",datetimeoffile=", facts.file_time)
-      .Text(",datetimeofdbupdate=", facts.now)
-      .Text(",Composer=", composer)
-      .Number(",hasid3v1=", facts.hasid3v1)
-      .Number(",hasid3v2=", facts.hasid3v2)
-      .Text(",Copyright=", copyright)
-      .Text(",Encodedby=", encoded_by)
-      .Text(",originalartist=", original)
-      .Text(",url=", url)
-      .Text(",Preference=", details.txtPreferenceSave)
-      .Text(",Mood=", details.txtMoodSave)
-      .Text(",Bios=", details.txtBiosSave)
-      .Text(",Lyrics=", details.txtLyricsSave)
-      .Text(",Tempo=", details.txtTempoSave)
-      .Text(",Songname=", details.txtTitelSave)
-      .Text(",Genre=", GenreNumberText(details.cboGenre1))
-      .Text(",GenreReal=", details.cboGenre1)
-      .Text(",Artist=", details.txtInterpretSave)
-      .Text(",quality=", details.txtQualitaetSave)
-      .Number(" where uid=", details.uid);
+  UpdateWriter(&TrackFieldRow::save, quote).Write(kSaved, texts, uid, statement);
 }
 
-void BuildMassSaveStatement(const MassSaveTexts& texts, std::string& statement) {
-  const auto& [composer, copyright, encoded_by, original, url] = texts.extra;
-  UpdateWriter(statement, '"')
-      .Text("Preference=", texts.preference)
-      .Text(", Situation=", texts.situation)
-      .Text(",Mood=", texts.mood)
-      .Text(",Tempo=", texts.tempo)
-      .Text(",composer=", composer)
-      .Text(",CopyRight=", copyright)
-      .Text(",encodedby=", encoded_by)
-      .Text(",OriginalArtist=", original)
-      .Text(",url=", url)
-      .Number(",hasid3v1=", texts.hasid3v1)
-      .Number(",hasid3v2=", texts.hasid3v2)
-      .Text(",comment=", texts.comment)
-      .Text(",Songname=", texts.title)
-      .Text(",album=", texts.album)
-      .Text(" ,[Year]=", texts.year)
-      .Text(",Genre=", GenreNumberText(texts.genre))
-      .Text(",GenreReal=", texts.genre)
-      .Text(",datetimeofdbupdate=", texts.now)
-      .Text(",datetimeoffile=", texts.file_time)
-      .Text(",Artist=", texts.artist)
-      .Number(" where uid=", texts.uid);
+void BuildMassSaveStatement(const TrackTexts& texts, std::int64_t uid, std::string& statement) {
+  UpdateWriter(&TrackFieldRow::mass_save, '"').Write(kMassSaved, texts, uid, statement);
 }
 
 }  // namespace tunemeadow

@@ -15,9 +15,9 @@ std::string FileTimeOfRow(Session& session, const std::string& path, std::int64_
       .Fields("datetimeoffile");
 }
 
-std::int64_t FlagOfRow(std::string_view cell, bool written) noexcept {
-  const std::int64_t flag = ParseWhole(cell).value_or(0);
-  return flag == 0 && written ? 1 : flag;
+void SetFlagOfRow(std::string& flag, bool written) {
+  const std::int64_t number = ParseWhole(flag).value_or(0);
+  flag = std::to_string(number == 0 && written ? 1 : number);
 }
 
 }  // namespace tunemeadow

@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "run/session.h"
 
@@ -15,8 +14,8 @@ namespace tunemeadow {
 [[nodiscard]] std::string FileTimeOfRow(Session& session, const std::string& path,
                                         std::int64_t uid);
 
-/// A flag hasid3v1 or hasid3v2 of the row: `cell` as it was, an empty one counting as 0; a 0
-/// becomes 1 where the tag was written.
-[[nodiscard]] std::int64_t FlagOfRow(std::string_view cell, bool written) noexcept;
+/// A flag hasid3v1 or hasid3v2 of the row as a number: what is none counts as 0, and a 0 becomes 1
+/// where the tag was written.
+void SetFlagOfRow(std::string& flag, bool written);
 
 }  // namespace tunemeadow

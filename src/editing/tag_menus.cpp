@@ -9,9 +9,6 @@
 #include <string_view>
 #include <vector>
 
-#include "audio/id3v1_writer.h"
-#include "audio/id3v2_writer.h"
-#include "audio/lyrics3_writer.h"
 #include "editing/file_run.h"
 
 namespace tunemeadow {
@@ -19,32 +16,28 @@ namespace {
 
 /// One kind of tag and what goes with its removal.
 struct Removal {
-  std::string (*remove)(TagWriting& writing, const std::string& path);
-  std::string_view none;    ///< result that no such tag is there
+  SavedTag tag;
   std::string_view status;  ///< shown meanwhile; may be empty
   RowUpdate update;
 };
 
-constexpr std::array kCellsWithoutId3v1 = {FieldText{Field::hasid3v1, "0"}};
-constexpr std::array kCellsWithoutId3v2 = {FieldText{Field::hasid3v2, "0"},
-                                           FieldText{Field::haspic, "0"}};
+constexpr std::array kCellsWithoutId3v1 = {FieldText{TrackField::hasid3v1, "0"}};
+constexpr std::array kCellsWithoutId3v2 = {FieldText{TrackField::hasid3v2, "0"},
+                                           FieldText{TrackField::haspic, "0"}};
 
 /// In the order in which mnuKillAllTags goes through them.
 constexpr std::array kRemovals = {
-    Removal{RemoveID3v1Tag,
-            kNoID3v1Tag,
+    Removal{SavedTag::kID3v1,
             "",
             {.before = "Update MP3sTabelle set hasid3v1=0,datetimeoffile ='",
              .after = "' where UID=",
              .cells = kCellsWithoutId3v1}},
-    Removal{RemoveID3v2Tag,
-            kNoID3v2Tag,
+    Removal{SavedTag::kID3v2,
             "Updating file (removing ID3v2Tag), please wait...",
             {.before = "Update MP3sTabelle set hasid3v2=0,haspic=0 ,datetimeoffile ='",
              .after = "' where UID=",
              .cells = kCellsWithoutId3v2}},
-    Removal{KillLyrics3Tag,
-            kNoLyrics3Tag,
+    Removal{SavedTag::kLyrics3,
             "",
             {.before = "Update MP3sTabelle set datetimeoffile ='",
              .after = "' where UID=",
@@ -102,10 +95,10 @@ bool RemoveOne(Workbench& bench, FileRun& run, const TagRemover& remover, const 
   bool removed = false;
   const auto try_once = [&]() -> std::optional<MessageBox> {
     if (!removal.status.empty()) bench.interaction.SetStatus(std::string(removal.status));
-    const std::string result = removal.remove(run.Writing(), path);
+    const std::string result = bench.Tags().Remove(removal.tag, path, run.Writing());
     if (!removal.status.empty()) bench.interaction.SetStatus("");
     removed = result == "OK";
-    if (removed || result == removal.none) return std::nullopt;
+    if (removed || result == NoTagText(removal.tag)) return std::nullopt;
     return RemovalFailure(remover, result);
   };
   if (!run.Try(try_once) || !removed) return false;

@@ -6,24 +6,19 @@
 #include <functional>
 #include <string>
 
-#include "audio/mdl_ID3.h"
-#include "audio/mp3_info.h"
 #include "audio/tag_writing.h"
-#include "editing/tag_values.h"
 #include "run/interaction.h"
 #include "run/preferences.h"
+#include "tracks/tag_port.h"
 
 namespace tunemeadow {
-
-enum class SavedTag { kID3v2, kID3v1, kLyrics3 };
 
 /// What is to be written.
 struct TagJob {
   const std::string& path;  ///< bytes
-  const TagValues& values;
-  const ID3v1Tag& record;
-  bool lyrics3 =
-      false;  ///< the Lyrics3 block too, where there are lyrics and chkSaveLyrics2 is set
+  TagsToWrite tags;
+  /// The Lyrics3 block too, where there are lyrics and chkSaveLyrics2 is set.
+  bool lyrics3 = false;
 };
 
 /// How the steps speak to the person.
@@ -43,9 +38,10 @@ struct TagStepsDone {
 [[nodiscard]] bool WritesTags(const std::string& path, const Preferences& preferences);
 
 /// Runs the steps that the preferences want; chkSaveTags is the caller's to ask. Files that do not
-/// end in ".mp3" are passed over. Retry repeats the write, Ignore goes on to the next step. `info`
-/// is filled anew for each try. `writing.losses` counts what the tags that were written have lost.
+/// end in ".mp3" are passed over. Retry repeats the write, Ignore goes on to the next step.
+/// `writing.losses` counts what the tags that were written have lost, a text that several of them
+/// lack once.
 [[nodiscard]] TagStepsDone WriteTags(const TagJob& job, const Preferences& preferences,
-                                     Mp3Info& info, TagWriting& writing, const TagStepTalk& talk);
+                                     TagPort& port, TagWriting& writing, const TagStepTalk& talk);
 
 }  // namespace tunemeadow

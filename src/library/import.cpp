@@ -145,7 +145,7 @@ void InsertRow(Workbench& bench, Batch& batch, const ImportRow& row, ImportRun& 
 ImportEnd ImportFiles(Workbench& bench, ImportRun& run) {
   const auto last = static_cast<std::int64_t>(run.ImportFileList.size()) - 1;
   Batch batch(bench.session, bench.interaction, "importing...", std::max<std::int64_t>(last, 1));
-  ImportReader reader(bench.session.preferences, bench.info);
+  ImportReader reader(bench.session.preferences, bench.Tags());
   HeaderSearchProgress progress(bench.interaction);
   for (std::int64_t i = 0; i <= last; ++i) {
     if (!batch.Step(i)) {

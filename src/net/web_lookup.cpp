@@ -49,10 +49,10 @@ std::string LookupValues(const DetailEditor& details, const LookupChoice& choice
   const struct {
     bool chosen;
     std::string_view text;
-  } values[] = {{choice.chkCDDBSong, details.txtTitelSave},
-                {choice.chkCDDBArtist, details.txtInterpretSave},
-                {choice.chkCDDBAlbum, details.txtAlbumSave},
-                {choice.chkCDDBLocation, FileNamePart(details.txtLocationSave)}};
+  } values[] = {{choice.chkCDDBSong, details.texts[TrackField::Songname]},
+                {choice.chkCDDBArtist, details.texts[TrackField::Artist]},
+                {choice.chkCDDBAlbum, details.texts[TrackField::album]},
+                {choice.chkCDDBLocation, FileNamePart(details.texts[TrackField::location])}};
   std::string joined;
   bool first = true;
   for (const auto& value : values) {
@@ -104,15 +104,17 @@ void mnusonicnet_Click(Workbench& bench, const LookupChoice& choice) {
     return;
   }
   if (choice.chkCDDBAlbum) {
-    OpenQuery(bench, kSites.music_guide,
-              "/allmusic/albumsearch.jhtml?query=" + LookupText(bench.details.txtAlbumSave));
+    OpenQuery(
+        bench, kSites.music_guide,
+        "/allmusic/albumsearch.jhtml?query=" + LookupText(bench.details.texts[TrackField::album]));
     return;
   }
   if (!choice.chkCDDBArtist) {
     bench.interaction.ShowMessage({.text = "Artist is automatically choosen."});
   }
-  OpenQuery(bench, kSites.music_guide,
-            "/allmusic/artistsearch.jhtml?query=" + LookupText(bench.details.txtInterpretSave));
+  OpenQuery(
+      bench, kSites.music_guide,
+      "/allmusic/artistsearch.jhtml?query=" + LookupText(bench.details.texts[TrackField::Artist]));
 }
 
 }  // namespace tunemeadow

@@ -24,7 +24,7 @@ void ShowStoreError(Workbench& bench, const DatabaseError& error) {
 std::vector<std::string> ArchivableUids(const ResultList& list, std::string_view tag) {
   std::vector<std::string> uids;
   for (const std::size_t row : list.SelectedRows()) {
-    if (!tag.empty() && list.Cell(row, Field::location).starts_with(tag)) continue;
+    if (!tag.empty() && list.Cell(row, TrackField::location).starts_with(tag)) continue;
     uids.push_back(std::to_string(list.Uid(row)));
   }
   return uids;

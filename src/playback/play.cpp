@@ -40,7 +40,7 @@ void StampAsPlayed(Workbench& bench, std::size_t row) {
   } catch (const DatabaseError&) {
     return;
   }
-  list.SetCell(row, Field::lasttimeplayed, now);
+  list.SetCell(row, TrackField::lasttimeplayed, now);
   bench.Watcher().RowChanged(row);
 }
 

@@ -30,7 +30,7 @@ constexpr PlaylistFormat kPls{"Sonique-Playlist (*.pls)", "*.pls", ".pls", &PlsT
 
 bool AnyMp3Selected(const ResultList& list, const std::vector<std::size_t>& rows) {
   return std::any_of(rows.begin(), rows.end(), [&](std::size_t row) {
-    return EndsWithNoCase(list.Cell(row, Field::location), ".MP3");
+    return EndsWithNoCase(list.Cell(row, TrackField::location), ".MP3");
   });
 }
 
@@ -55,7 +55,7 @@ std::optional<std::vector<std::string>> FilesThatAreThere(Workbench& bench,
                                                           const std::vector<std::size_t>& rows) {
   std::vector<std::string> paths;
   for (const std::size_t row : rows) {
-    std::string path(bench.ListInView().Cell(row, Field::location));
+    std::string path(bench.ListInView().Cell(row, TrackField::location));
     CheckCDArchive(path, bench.session.preferences);
     const FileState state = LookForFile(bench.interaction, path);
     if (state == FileState::kAborted) return std::nullopt;

@@ -369,6 +369,16 @@ std::string Quoted(std::string_view text, char quote) {
   return quote + QuoteInner(text, quote) + quote;
 }
 
+void AppendQuoted(std::string_view text, char quote, std::string& statement) {
+  statement += quote;
+  if (text.find(quote) == std::string_view::npos) {
+    statement += text;
+  } else {
+    statement += QuoteInner(text, quote);
+  }
+  statement += quote;
+}
+
 std::string EscapeTagText(std::string_view text) {
   return ReplaceEach(ReplaceEach(text, "'", "\""), "\"", "''");
 }

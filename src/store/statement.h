@@ -34,6 +34,7 @@ struct StoreStatement {
 
 /// The literal: quote, QuoteInner, quote.
 [[nodiscard]] std::string Quoted(std::string_view text, char quote);
+void AppendQuoted(std::string_view text, char quote, std::string& statement);
 
 /// Tag text on its way into an insert or update of the import: every single quote becomes a double
 /// quote, then every double quote becomes two single quotes. They come back as two single quotes.

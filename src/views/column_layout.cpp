@@ -34,7 +34,7 @@ std::optional<double> StoredNumber(std::span<const std::pair<std::string, std::s
 
 ColumnLayout StandardColumnLayout() noexcept {
   ColumnLayout layout;
-  for (std::size_t i = 0; i < layout.size(); ++i) layout[i] = {kColumns[i].standard_width, i};
+  for (std::size_t i = 0; i < layout.size(); ++i) layout[i] = {ListColumn(i).standard_width, i};
   return layout;
 }
 
@@ -84,7 +84,7 @@ void ShowColumns(ColumnLayout& layout, const std::array<bool, kListColumns>& che
     if (!checked[i]) {
       layout[i].width = 0;
     } else if (layout[i].width == 0) {
-      layout[i].width = kColumns[i].standard_width;
+      layout[i].width = ListColumn(i).standard_width;
     }
   }
 }

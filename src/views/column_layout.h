@@ -20,7 +20,7 @@ struct ColumnPlace {
   bool operator==(const ColumnPlace&) const = default;
 };
 
-/// By column of kColumns. The places are those of 0 to 29, each once.
+/// By column of the list. The places are those of 0 to 29, each once.
 using ColumnLayout = std::array<ColumnPlace, kListColumns>;
 
 [[nodiscard]] ColumnLayout StandardColumnLayout() noexcept;

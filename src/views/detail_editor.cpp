@@ -13,51 +13,28 @@
 #include "core/text.h"
 #include "files/file_facts.h"
 #include "run/busy.h"
+#include "tracks/track_field_table.h"
 #include "views/tree.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
 namespace {
 
-/// Which cell goes into which detail field.
-struct CellToDetail {
-  Field field;
-  std::string DetailEditor::*text;
-};
+/// Calls `each` with the fields that the panels show.
+template <typename Each>
+void ForEachShownField(Each each) {
+  for (const TrackFieldRow& row : kTrackFieldTable) {
+    if (row.editor.shown) each(row.field);
+  }
+}
 
-constexpr std::array kCellsToDetails = {
-    CellToDetail{Field::Artist, &DetailEditor::txtInterpretSave},
-    CellToDetail{Field::album, &DetailEditor::txtAlbumSave},
-    CellToDetail{Field::Songname, &DetailEditor::txtTitelSave},
-    CellToDetail{Field::genrereal, &DetailEditor::cboGenre1},
-    CellToDetail{Field::quality, &DetailEditor::txtQualitaetSave},
-    CellToDetail{Field::location, &DetailEditor::txtLocationSave},
-    CellToDetail{Field::year, &DetailEditor::txtYearSave},
-    CellToDetail{Field::trackno, &DetailEditor::txtTracknumber},
-    CellToDetail{Field::Playtime, &DetailEditor::txtPlaytime},
-    CellToDetail{Field::Filesize, &DetailEditor::lblFilesize},
-    CellToDetail{Field::Comment, &DetailEditor::txtCommentSave},
-    CellToDetail{Field::BPM, &DetailEditor::txtBPMSave},
-    CellToDetail{Field::Situation, &DetailEditor::txtSituationSave},
-    CellToDetail{Field::preference, &DetailEditor::txtPreferenceSave},
-    CellToDetail{Field::tempo, &DetailEditor::txtTempoSave},
-    CellToDetail{Field::Mood, &DetailEditor::txtMoodSave},
-    CellToDetail{Field::bios, &DetailEditor::txtBiosSave},
-    CellToDetail{Field::Lyrics, &DetailEditor::txtLyricsSave},
-};
-
-/// The columns of txtSave3, in its order.
-constexpr std::array<Field, kExtraFields> kExtraDetails = {
-    Field::composer, Field::copyright, Field::encodedby, Field::originalartist, Field::url};
+constexpr std::array kFlags = {TrackField::hasid3v1, TrackField::hasid3v2};
 
 void CopyCells(const ResultList& list, std::size_t row, DetailEditor& details) {
   details.uid = list.Uid(row);
-  for (const CellToDetail& pair : kCellsToDetails) details.*pair.text = list.Cell(row, pair.field);
-  for (std::size_t extra = 0; extra < kExtraFields; ++extra) {
-    details.txtSave3[extra] = list.Cell(row, kExtraDetails[extra]);
-  }
-  details.hasid3v1 = list.Cell(row, Field::hasid3v1);
-  details.hasid3v2 = list.Cell(row, Field::hasid3v2);
+  const auto copy = [&](TrackField field) { details.texts[field] = list.Cell(row, field); };
+  ForEachShownField(copy);
+  for (const TrackField flag : kFlags) copy(flag);
   details.DetailsKeyed = false;
   details.DetailsChanged = false;
 }
@@ -66,30 +43,21 @@ bool HasChanges(const DetailEditor& details) noexcept {
   return details.DetailsKeyed && details.DetailsChanged;
 }
 
-/// Calls `each` with every text that a row fills, always in the same order.
-template <typename Each>
-void ForEachText(DetailEditor& details, Each each) {
-  for (const CellToDetail& pair : kCellsToDetails) each(details.*pair.text);
-  for (std::string& text : details.txtSave3) each(text);
-}
-
 void EnterModeForMany(DetailEditor& details) {
-  if (std::exchange(details.save_all, true)) return;
-  details.texts_of_one.clear();
-  ForEachText(details, [&](const std::string& text) { details.texts_of_one.push_back(text); });
+  if (!std::exchange(details.save_all, true)) details.texts_of_one = details.texts;
 }
 
+/// The flags stay: a command may have changed them meanwhile.
 void LeaveModeForMany(DetailEditor& details) {
   details.save_all = false;
-  std::vector<std::string> texts = std::exchange(details.texts_of_one, {});
-  if (texts.empty()) return;
-  auto next = texts.begin();
-  ForEachText(details, [&](std::string& text) { text = std::move(*next++); });
+  auto texts = std::exchange(details.texts_of_one, std::nullopt);
+  if (!texts) return;
+  ForEachShownField([&](TrackField field) { details.texts[field] = std::move((*texts)[field]); });
 }
 
 /// What the list does not hold. The values of a block that is not whole are not used.
 void ReadOwnLyrics3(DetailEditor& details) {
-  if (!ReadLyrics3Tag(details.txtLocationSave, details.lyrics3)) details.lyrics3 = {};
+  if (!ReadLyrics3Tag(details.texts[TrackField::location], details.lyrics3)) details.lyrics3 = {};
 }
 
 /// The copy in the program's folder goes with its picture; the next one may have another name.
@@ -142,8 +110,8 @@ void LoadTexts(Workbench& bench, std::size_t row) {
 
 void ShowDetails(Workbench& bench, std::size_t row) {
   bench.Watcher().DetailsChanged();
-  if (bench.show_picture && bench.ListInView().Cell(row, Field::haspic) == "1") {
-    ShowPic(bench, bench.details.txtLocationSave);
+  if (bench.show_picture && bench.ListInView().Cell(row, TrackField::haspic) == "1") {
+    ShowPic(bench, bench.details.texts[TrackField::location]);
   } else {
     ClearPicture(bench);
   }
@@ -211,13 +179,10 @@ void ReloadDetails(Workbench& bench) {
 }
 
 void StoreDetails(const DetailEditor& details, ResultList& list, std::size_t row) {
-  std::vector<FieldText> texts = {{Field::hasid3v1, details.hasid3v1},
-                                  {Field::hasid3v2, details.hasid3v2}};
-  for (const CellToDetail& pair : kCellsToDetails)
-    texts.push_back({pair.field, details.*pair.text});
-  for (std::size_t extra = 0; extra < kExtraFields; ++extra) {
-    texts.push_back({kExtraDetails[extra], details.txtSave3[extra]});
-  }
+  std::vector<FieldText> texts;
+  const auto add = [&](TrackField field) { texts.push_back({field, details.texts[field]}); };
+  ForEachShownField(add);
+  for (const TrackField flag : kFlags) add(flag);
   list.SetCells(row, texts);
 }
 
@@ -250,7 +215,7 @@ void ShowPic(Workbench& bench, const std::string& path) {
   const Busy busy(bench.session, bench.interaction);
   DetailEditor& details = bench.details;
   DropPicture(details);
-  details.picture = ReadID3v2Pictures(path).value_or(ID3v2Picture{});
+  details.picture = bench.Tags().ReadPicture(path).value_or(ID3v2Picture{});
   if (!details.picture.data.empty()) {
     details.picture_path = path;
     details.picture_file = WritePictureFile(bench.session, details.picture);
@@ -267,7 +232,7 @@ void RefreshLocation(Workbench& bench) {
             .Execute("select location from mp3sTabelle where uid=" + std::to_string(details.uid))
             .GetRows();
     if (rows.Empty()) return;
-    details.txtLocationSave = rows.Cell(0, 0);
+    details.texts[TrackField::location] = rows.Cell(0, 0);
     bench.Watcher().DetailsChanged();
   } catch (const DatabaseError&) {
     // The store that cannot tell the location takes no save either.
@@ -277,8 +242,8 @@ void RefreshLocation(Workbench& bench) {
 void ShowPicOfDetails(Workbench& bench) {
   const ResultList& list = bench.ListInView();
   const auto row = list.RowOfUid(bench.details.uid);
-  if (bench.details.uid != 0 && row && list.Cell(*row, Field::haspic) == "1") {
-    ShowPic(bench, bench.details.txtLocationSave);
+  if (bench.details.uid != 0 && row && list.Cell(*row, TrackField::haspic) == "1") {
+    ShowPic(bench, bench.details.texts[TrackField::location]);
   } else {
     ClearPicture(bench);
   }

@@ -1,41 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The texts of the three detail panels, named as their controls, and what fills them.
+// The texts of the three detail panels, and what fills them.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "audio/id3v2_pictures.h"
 #include "audio/lyrics3.h"
-#include "views/quick_search.h"
+#include "tracks/track_fields.h"
 
 namespace tunemeadow {
 
 class ResultList;
 struct Workbench;
 
-/// The boxes beside the fields that "&Save all" writes.
-struct MassSelectors {
-  bool chkAlbum = false, chkGenre = false, chkInterpret = false, chkYear = false;
-  bool chkSituation = false, chkPreference = false, chkTempo = false, chkMood = false;
-  std::array<bool, kExtraFields> chkDetail3{};
-};
-
-/// The captions of lblDetail3, in the order of txtSave3.
-inline constexpr std::array<std::string_view, kExtraFields> kExtraCaptions = {
-    "Composer", "Copyright", "Encoded by", "Orig. Artist", "URL"};
-
-/// The record in the panels. Texts are UTF-8; txtLocationSave is bytes.
+/// The record in the panels.
 struct DetailEditor {
   std::int64_t uid = 0;  ///< key of the row it was loaded from; 0: nothing is loaded
-  std::string txtTitelSave, txtInterpretSave, txtAlbumSave, cboGenre1, txtYearSave, txtTracknumber,
-      txtBPMSave, txtPlaytime, txtQualitaetSave, lblFilesize, txtLocationSave, txtCommentSave;
-  std::string txtSituationSave, txtPreferenceSave, txtTempoSave, txtMoodSave, txtBiosSave,
-      txtLyricsSave;
-  std::array<std::string, kExtraFields> txtSave3;
+  TrackTexts texts;      ///< of the panels' fields, and the flags hasid3v1 and hasid3v2 of the row
 
   bool enabled = false;          ///< one row is loaded
   bool save_all = false;         ///< several rows are selected: the save button reads "&Save all"
@@ -45,12 +30,10 @@ struct DetailEditor {
   bool DetailsChanged = false;  ///< the text of a field was changed since
   bool InRenameSave = false;    ///< a rename saves through the save command
 
-  std::string hasid3v1, hasid3v2;  ///< cells of the row it was loaded from
-
   /// The record's own texts, while save_all lets the controls hold what is meant for many.
-  std::vector<std::string> texts_of_one;
+  std::optional<TrackTexts> texts_of_one;
 
-  MassSelectors selectors;  ///< which fields "&Save all" writes
+  std::array<bool, kTrackFields> chosen{};  ///< by field: "&Save all" writes it into all tracks
 
   Lyrics3 lyrics3;  ///< the file's own block, read at the item click
 

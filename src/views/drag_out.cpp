@@ -21,7 +21,7 @@ void ListView1_OLECompleteDrag(Workbench& bench) {
   bench.session.connection.Execute("Update mp3sTabelle set lasttimeplayed='" + now +
                                    "' where UID in (" + keys + ")");
   for (const std::size_t row : rows) {
-    list.SetCell(row, Field::lasttimeplayed, now);
+    list.SetCell(row, TrackField::lasttimeplayed, now);
     bench.Watcher().RowChanged(row);
   }
 }

@@ -42,7 +42,7 @@ void FillListInView(Workbench& bench, CellTable rows) {
 void ClearListInView(Workbench& bench) {
   bench.interaction.SetStatus("Clearing View...");
   bench.row_icons = {};
-  FillListInView(bench, CellTable(kTrackFields));
+  FillListInView(bench, CellTable(kSelectedFields));
 }
 
 CellTable RunStatement(Workbench& bench, const SearchStatement& statement) {
@@ -71,8 +71,9 @@ ListTotals WalkRows(Workbench& bench, const CellTable& rows) {
       interaction.SetProgress(static_cast<std::int64_t>(row));
       interaction.Yield();
     }
-    totals.Add(rows.Cell(row, IndexOf(Field::Playtime)), rows.Cell(row, IndexOf(Field::Filesize)));
-    bench.row_icons.Add(rows.Cell(row, IndexOf(Field::location)));
+    totals.Add(rows.Cell(row, IndexOf(TrackField::Playtime)),
+               rows.Cell(row, IndexOf(TrackField::Filesize)));
+    bench.row_icons.Add(rows.Cell(row, IndexOf(TrackField::location)));
   }
   return totals;
 }
@@ -82,7 +83,7 @@ ListTotals RunSearch(Workbench& bench, const SearchStatement& statement) {
   CellTable rows = RunStatement(bench, statement);
   bench.interaction.SetStatus("Visualization...");
   if (rows.Empty()) return {};
-  if (rows.ColumnCount() < kTrackFields) {
+  if (rows.ColumnCount() < kSelectedFields) {
     throw DatabaseError(0, "The statement does not yield the columns of the list.");
   }
   const ListTotals totals = WalkRows(bench, rows);

@@ -2,44 +2,25 @@
 // The search panels as data: their fields, the statement they make, the last five searches.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "tracks/track_fields.h"
+
 namespace tunemeadow {
 
 struct Workbench;
 
-inline constexpr std::size_t kExtraFields = 5;
-
-/// Texts of the search controls, named as they are. txtFileSearch and txtLocation are bytes.
+/// What is searched for. The file name and the location are bytes.
 struct SearchFields {
-  std::string cboSongname, cboArtistSearch, cboGenre, txtQualitaet, txtFileSearch, txtLocation;
-  std::string cboSituation, cboPreference, cboMood, cboTempo, txtLyrics, txtBios;
-  std::array<std::string, kExtraFields> txtSearch3;  ///< composer, copyright, encodedby, ...
-  std::string cboYearSearch, cboAlbum, txtComment;
+  TrackTexts texts;  ///< of the fields that have a place in a search; empty: any
   std::string cboPlaylists, cboCDArchive;
 
   bool operator==(const SearchFields&) const = default;
 };
-
-/// Column names of the extra fields, the tags of lblSearch3 and of lblDetail3.
-extern const std::array<std::string_view, kExtraFields> kExtraFieldColumns;
-
-/// One field of a search: its text, the column it searches, its word in a label.
-struct SearchField {
-  std::string SearchFields::*text;  ///< null for an extra field
-  std::size_t extra;                ///< number of the extra field
-  std::string_view column;
-  std::string_view word;
-  bool escaped;
-};
-
-/// The fields in the order in which they are evaluated.
-[[nodiscard]] const std::vector<SearchField>& SearchFieldTable();
 
 /// What a search asks of the store.
 struct SearchRequest {

@@ -12,7 +12,7 @@
 
 namespace tunemeadow {
 
-ResultList::ResultList() : rows_(kTrackFields) {}
+ResultList::ResultList() : rows_(kSelectedFields) {}
 
 void ResultList::Fill(CellTable rows) {
   rows_ = std::move(rows);
@@ -26,12 +26,12 @@ void ResultList::Fill(CellTable rows) {
 
 void ResultList::Clear() {
   order_ = {};
-  Fill(CellTable(kTrackFields));
+  Fill(CellTable(kSelectedFields));
 }
 
 std::string_view ResultList::TableCell(std::uint32_t table_row, std::size_t column) const noexcept {
   const bool is_file = column == kFileColumn;
-  const std::size_t source = is_file ? IndexOf(Field::location) : column;
+  const std::size_t source = is_file ? IndexOf(TrackField::location) : column;
   if (source >= rows_.ColumnCount()) return {};
   const std::string_view cell = rows_.Cell(table_row, source);
   return is_file ? FileNamePart(cell) : cell;
@@ -41,13 +41,13 @@ std::string_view ResultList::Cell(std::size_t row, std::size_t column) const noe
   return row < order_.size() ? TableCell(order_[row], column) : std::string_view();
 }
 
-std::string_view ResultList::Cell(std::size_t row, Field field) const noexcept {
+std::string_view ResultList::Cell(std::size_t row, TrackField field) const noexcept {
   const std::size_t column = IndexOf(field);  // of the table: 29 is `position` there
   if (row >= order_.size() || column >= rows_.ColumnCount()) return {};
   return rows_.Cell(order_[row], column);
 }
 
-void ResultList::SetCell(std::size_t row, Field field, std::string_view text) {
+void ResultList::SetCell(std::size_t row, TrackField field, std::string_view text) {
   if (row >= order_.size() || IndexOf(field) >= rows_.ColumnCount()) return;
   rows_.SetCell(order_[row], IndexOf(field), text);
 }
@@ -64,7 +64,7 @@ void ResultList::SetCells(std::size_t row, std::span<const FieldText> texts) {
 }
 
 std::int64_t ResultList::Uid(std::size_t row) const noexcept {
-  return ParseWhole(Cell(row, Field::uid)).value_or(0);
+  return ParseWhole(Cell(row, TrackField::uid)).value_or(0);
 }
 
 std::optional<std::size_t> ResultList::RowOfUid(std::int64_t uid) const noexcept {
@@ -175,10 +175,10 @@ void ResultList::SetFocusedRow(std::optional<std::size_t> row) {
   if (row && *row < order_.size()) focused_ = order_[*row];
 }
 
-TrackRecord ResultList::Record(std::size_t row) const {
-  TrackRecord record;
+TrackTexts ResultList::Record(std::size_t row) const {
+  TrackTexts record;
   for (std::size_t i = 0; i < kPlaylistFields; ++i) {
-    record.fields[i] = Cell(row, static_cast<Field>(i));
+    record.texts[i] = Cell(row, static_cast<TrackField>(i));
   }
   return record;
 }

@@ -12,16 +12,10 @@
 #include <vector>
 
 #include "core/cell_table.h"
-#include "tracks/track_record.h"
+#include "tracks/track_fields.h"
 #include "views/list_columns.h"
 
 namespace tunemeadow {
-
-/// A text and its field.
-struct FieldText {
-  Field field;
-  std::string_view text;
-};
 
 /// Rows and columns count from 0; a row number is a place in the shown order.
 class ResultList {
@@ -38,8 +32,8 @@ class ResultList {
   /// Text of a cell: UTF-8, but for `location` and the file name, which are bytes. Lives until the
   /// row is changed.
   [[nodiscard]] std::string_view Cell(std::size_t row, std::size_t column) const noexcept;
-  [[nodiscard]] std::string_view Cell(std::size_t row, Field field) const noexcept;
-  void SetCell(std::size_t row, Field field, std::string_view text);
+  [[nodiscard]] std::string_view Cell(std::size_t row, TrackField field) const noexcept;
+  void SetCell(std::size_t row, TrackField field, std::string_view text);
   void SetCells(std::size_t row, std::span<const FieldText> texts);
 
   /// Key of the row; 0 where it is no number.
@@ -74,8 +68,8 @@ class ResultList {
   [[nodiscard]] std::optional<std::size_t> FocusedRow() const noexcept;
   void SetFocusedRow(std::optional<std::size_t> row);
 
-  /// One record, with all its fields.
-  [[nodiscard]] TrackRecord Record(std::size_t row) const;
+  /// The texts of one record; those that the list does not hold are empty.
+  [[nodiscard]] TrackTexts Record(std::size_t row) const;
 
   /// Bytes held.
   [[nodiscard]] std::size_t MemoryUsed() const noexcept;

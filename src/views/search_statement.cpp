@@ -2,54 +2,31 @@
 #include <utility>
 
 #include "store/statement.h"
+#include "tracks/field_order.h"
 #include "views/quick_search.h"
 
 namespace tunemeadow {
 
-const std::array<std::string_view, kExtraFields> kExtraFieldColumns = {
-    "composer", "copyright", "encodedby", "originalartist", "url"};
-
 namespace {
 
-constexpr std::string_view kSelectList =
-    "SELECT mp3sTabelle.uid,Songname,Artist,genrereal,quality,location,[year],album,trackno,"
-    "Playtime,Filesize,Comment,BPM,preview,lasttimeplayed,Situation,preference,tempo,Mood,bios,"
-    "Lyrics,haspic ,composer,copyright,encodedby,originalartist,url,hasid3v1,hasid3v2";
+constexpr auto kSearched = FieldsInOrder<&TrackFieldRow::search>();
 
-std::vector<SearchField> MakeSearchFieldTable() {
-  using F = SearchFields;
-  const auto field = [](std::string F::*text, std::string_view column, std::string_view word,
-                        bool escaped = true) {
-    return SearchField{text, 0, column, word, escaped};
-  };
-  std::vector<SearchField> table = {
-      field(&F::cboSongname, "Songname", "Songname"),
-      field(&F::cboArtistSearch, "Artist", "Artist"),
-      field(&F::cboGenre, "Genrereal", "Genre", false),
-      field(&F::txtQualitaet, "quality", "quality"),
-      field(&F::txtFileSearch, "Location", "Filename"),
-      field(&F::txtLocation, "Location", "Location"),
-      field(&F::cboSituation, "Situation", "Situation"),
-      field(&F::cboPreference, "Preference", "Preference"),
-      field(&F::cboMood, "Mood", "Mood"),
-      field(&F::cboTempo, "tempo", "Tempo"),
-      field(&F::txtLyrics, "Lyrics", "Lyrics"),
-      field(&F::txtBios, "Bios", "Bios"),
-  };
-  for (std::size_t extra = 0; extra < kExtraFields; ++extra) {
-    table.push_back({nullptr, extra, kExtraFieldColumns[extra], kExtraFieldColumns[extra], true});
-  }
-  table.push_back(field(&F::cboYearSearch, "[year]", "year"));
-  table.push_back(field(&F::cboAlbum, "Album", "Album"));
-  table.push_back(field(&F::txtComment, "comment", "comment"));
-  return table;
+const std::string& SelectList() {
+  static const std::string list = [] {
+    std::string text = "SELECT ";
+    for (std::size_t i = 0; i < kSelectedFields; ++i) {
+      text.append(i == 0 ? "" : ",").append(kTrackFieldTable[i].select);
+    }
+    return text;
+  }();
+  return list;
 }
 
 void AppendLabel(std::string& label, std::string_view word, std::string_view value) {
   label.append(";").append(word).append("=").append(value);
 }
 
-void AppendLike(std::string& clause, const SearchField& field, const std::string& text,
+void AppendLike(std::string& clause, const SearchPlace& field, const std::string& text,
                 char quote) {
   const std::string value = field.escaped ? EscapeSearchValue(text, quote) : text;
   clause.append(clause.empty() ? " " : " AND ").append(field.column).append(" like ");
@@ -83,19 +60,20 @@ void AppendJoins(const SearchFields& fields, std::string& from, std::string& cla
 std::string ClauseOfFields(const SearchRequest& request, std::string& label) {
   const SearchFields& fields = request.fields;
   std::string clause;
-  for (const SearchField& field : SearchFieldTable()) {
-    const std::string& text =
-        field.text != nullptr ? fields.*field.text : fields.txtSearch3[field.extra];
+  for (const TrackField field : kSearched) {
+    const std::string& text = fields.texts[field];
     if (text.empty()) continue;
-    AppendLabel(label, field.word, text);
-    AppendLike(clause, field, text, request.quote);
+    const SearchPlace& place = RowOf(field).search;
+    AppendLabel(label, place.word, text);
+    AppendLike(clause, place, text, request.quote);
   }
   return clause;
 }
 
 SearchStatement StatementOfPlaylist(const std::string& playlist, const std::string& clause) {
-  SearchStatement statement{.text = std::string(kSelectList), .playlist = playlist};
-  statement.text.append(", [position] FROM mp3sTabelle , playlists ");
+  SearchStatement statement{.text = SelectList(), .playlist = playlist};
+  statement.text.append(",").append(RowOf(TrackField::position).select);
+  statement.text.append(" FROM mp3sTabelle , playlists ");
   if (!clause.empty()) statement.text.append(" where ").append(clause);
   statement.text.append(clause.empty() ? " where" : " and").append(" playlists.playlist='");
   statement.text.append(QuoteInner(playlist, '\''));
@@ -111,7 +89,7 @@ SearchStatement StatementOfLibrary(const SearchFields& fields, std::string claus
   AppendJoins(fields, tables, clause);
   if (!clause.empty()) clause.insert(0, " where ");
   const std::string rows = " FROM mp3sTabelle " + tables + clause;
-  statement.text.append(kSelectList).append(" ").append(rows);
+  statement.text.append(SelectList()).append(" ").append(rows);
   statement.text.append(" order by mp3sTabelle.location");
   if (is_product) {
     statement.product_count = "SELECT count(*) FROM (SELECT 1" + rows + " limit " +
@@ -121,11 +99,6 @@ SearchStatement StatementOfLibrary(const SearchFields& fields, std::string claus
 }
 
 }  // namespace
-
-const std::vector<SearchField>& SearchFieldTable() {
-  static const std::vector<SearchField> table = MakeSearchFieldTable();
-  return table;
-}
 
 BuiltSearch BuildSearch(const SearchRequest& request) {
   const SearchFields& fields = request.fields;

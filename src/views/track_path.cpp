@@ -8,14 +8,14 @@
 namespace tunemeadow {
 
 std::string PathOfRow(Workbench& bench, std::size_t row) {
-  std::string path(bench.ListInView().Cell(row, Field::location));
+  std::string path(bench.ListInView().Cell(row, TrackField::location));
   CheckCDArchive(path, bench.session.preferences);
   return path;
 }
 
 std::string PathToPlay(Workbench& bench, std::size_t row) {
   const ResultList& list = bench.ListInView();
-  if (!bench.try_preview || list.Cell(row, Field::preview) != "Available") {
+  if (!bench.try_preview || list.Cell(row, TrackField::preview) != "Available") {
     return PathOfRow(bench, row);
   }
   const Preferences& preferences = bench.session.preferences;

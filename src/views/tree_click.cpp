@@ -22,17 +22,17 @@ bool IsPath(std::string_view rest) {
 void FillField(SearchFields& fields, std::string_view key, char quote) {
   if (!key.starts_with(kGroups)) return;
   key.remove_prefix(kGroups.size());
-  constexpr std::pair<std::string_view, std::string SearchFields::*> kFields[] = {
-      {"Artist\\", &SearchFields::cboArtistSearch},
-      {"Album\\", &SearchFields::cboAlbum},
-      {"Genrereal\\", &SearchFields::cboGenre},
-      {"Year\\", &SearchFields::cboYearSearch}};
+  constexpr std::pair<std::string_view, TrackField> kFields[] = {
+      {"Artist\\", TrackField::Artist},
+      {"Album\\", TrackField::album},
+      {"Genrereal\\", TrackField::genrereal},
+      {"Year\\", TrackField::year}};
   for (const auto& [prefix, field] : kFields) {
     if (!key.starts_with(prefix)) continue;
-    fields.*field = key.substr(prefix.size());
+    fields.texts[field] = key.substr(prefix.size());
     return;
   }
-  if (IsPath(key)) fields.txtLocation = PathPattern(key, quote);
+  if (IsPath(key)) fields.texts[TrackField::location] = PathPattern(key, quote);
 }
 
 void BringIntoView(Workbench& bench, std::string_view view, bool playlist) {
@@ -54,7 +54,7 @@ void ShowArchive(Workbench& bench, const TreeSelection& node) {
   bench.search.cboCDArchive = node.name;
   const std::size_t folder = std::string_view("CDArchive|").size() + node.name.size() + 1;
   if (node.kind == NodeKind::kArchiveFolder && node.key.size() > folder) {
-    bench.search.txtLocation =
+    bench.search.texts[TrackField::location] =
         PathPattern(std::string_view(node.key).substr(folder), bench.session.quote);
   }
   bench.Watcher().SearchFieldsChanged();
@@ -93,7 +93,7 @@ std::int32_t NodeOfRow(const TreeData& tree, const ResultList& list, std::size_t
   const TreeNodes& nodes = *tree.nodes;
   const std::int32_t database = IndexOfKey(nodes, "Database");
   if (database < 0 || row >= list.RowCount()) return -1;
-  const auto value = [&](std::string_view prefix, Field field) {
+  const auto value = [&](std::string_view prefix, TrackField field) {
     const std::string_view cell = list.Cell(row, field);
     if (cell.empty()) return -1;
     return ChildOfKey(nodes, database,
@@ -101,15 +101,15 @@ std::int32_t NodeOfRow(const TreeData& tree, const ResultList& list, std::size_t
   };
   switch (tree.nodes_kind) {
     case TreeKind::kLocation:
-      return NodeOfLocation(nodes, database, list.Cell(row, Field::location));
+      return NodeOfLocation(nodes, database, list.Cell(row, TrackField::location));
     case TreeKind::kArtist:
-      return value("Artist", Field::Artist);
+      return value("Artist", TrackField::Artist);
     case TreeKind::kAlbum:
-      return value("Album", Field::album);
+      return value("Album", TrackField::album);
     case TreeKind::kGenre:
-      return value("Genrereal", Field::genrereal);
+      return value("Genrereal", TrackField::genrereal);
     case TreeKind::kYear:
-      return value("Year", Field::year);
+      return value("Year", TrackField::year);
   }
   return -1;
 }

@@ -182,19 +182,19 @@ void TreeviewFilter_NodeClick(Workbench& bench, const TreeNodes& nodes, std::int
   SearchFields& fields = bench.search;
   const auto begins = [&](std::string_view prefix) { return clicked.key.starts_with(prefix); };
   if (begins("ArtistAlbumLIST|")) {
-    fields.cboArtistSearch = above;
-    fields.cboAlbum = clicked.text;
+    fields.texts[TrackField::Artist] = above;
+    fields.texts[TrackField::album] = clicked.text;
   } else if (begins("ArtistLIST|")) {
-    fields.cboArtistSearch = clicked.text;
+    fields.texts[TrackField::Artist] = clicked.text;
   } else if (begins("AlbumLIST|")) {
-    fields.cboAlbum = clicked.text;
+    fields.texts[TrackField::album] = clicked.text;
   } else if (begins("AlbumArtistLIST|")) {
-    fields.cboAlbum = above;
-    fields.cboArtistSearch = clicked.text;
+    fields.texts[TrackField::album] = above;
+    fields.texts[TrackField::Artist] = clicked.text;
   } else if (begins("GenreLIST|")) {
-    fields.cboGenre = clicked.text;
+    fields.texts[TrackField::genrereal] = clicked.text;
   } else if (begins(kLocationKey)) {
-    fields.txtLocation =
+    fields.texts[TrackField::location] =
         PathPattern(std::string_view(clicked.key).substr(kLocationKey.size()), bench.session.quote);
   }
   bench.Watcher().SearchFieldsChanged();

@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "audio/mp3_info.h"
 #include "platform/world.h"
 #include "run/interaction.h"
 #include "run/session.h"
+#include "tracks/classic_tags.h"
 #include "views/detail_editor.h"
 #include "views/quick_search.h"
 #include "views/result_list.h"
@@ -87,7 +87,7 @@ struct Workbench {
   bool try_preview = false;     ///< chkPlayPreview
   std::string WinampWindow;     ///< the running player found last; empty: unknown
 
-  Mp3Info info;  ///< the current file's record
+  [[nodiscard]] TagPort& Tags() noexcept { return classic_tags_; }  ///< of every command
 
   std::vector<std::string> ImportList;  ///< paths left by ripper, encoder or monitor
   bool ImportGivenFiles = false;        ///< ImportList is to be imported instead of a folder
@@ -95,6 +95,7 @@ struct Workbench {
 
  private:
   WorkbenchWatcher silent_;
+  ClassicTags classic_tags_;
 };
 
 /// Renews the tree's nodes and the names of playlists and archives, and tells the window where

@@ -70,7 +70,7 @@ class EditedTracksTest : public CatalogueTest {
   /// Fills the list in view with all rows.
   void Show() {
     std::string columns;
-    for (std::size_t i = 0; i < kTrackFields; ++i) {
+    for (std::size_t i = 0; i < kSelectedFields; ++i) {
       columns.append(i == 0 ? "" : ",").append("[").append(kFieldNames[i]).append("]");
     }
     bench_.ListInView().Fill(

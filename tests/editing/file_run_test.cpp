@@ -68,7 +68,7 @@ TEST_F(FileRuns, AFailureIsTriedAgainPassedOverOrTheEnd) {
 }
 
 TEST_F(FileRuns, EachFileIsAStepAndItsRowAndCellsFollow) {
-  const FieldText cells[] = {{Field::Mood, "well"}};
+  const FieldText cells[] = {{TrackField::Mood, "well"}};
   {
     FileRun run(bench_, Plan(), Files());
     EXPECT_FALSE(session_.journal.InGroup()) << "before the first write";
@@ -82,7 +82,7 @@ TEST_F(FileRuns, EachFileIsAStepAndItsRowAndCellsFollow) {
   }
   EXPECT_EQ(Flags(), (Texts{"110 new", "110 new", "111 old"}));
   EXPECT_EQ(Cells(), (Texts{"110", "110", "111"}));
-  EXPECT_EQ(bench_.ListView1.Cell(1, Field::Mood), "well");
+  EXPECT_EQ(bench_.ListView1.Cell(1, TrackField::Mood), "well");
   EXPECT_EQ(interaction_.progress, (std::vector<std::int64_t>{1, 2}));
   EXPECT_EQ(interaction_.loading_lines, Texts{"at it..."});
   EXPECT_TRUE(interaction_.SawStatus(folder_.Path("music/b.mp3")));

@@ -50,7 +50,7 @@ class MassSaving : public EditedTracksTest {
   }
 
   static void TickAlbum(DetailEditor& details, const std::string& album) {
-    details.txtAlbumSave = album;
+    details.texts[TrackField::album] = album;
     details.selectors.chkAlbum = true;
   }
 
@@ -108,10 +108,11 @@ TEST_F(MassSaving, TickedFieldsTakeTheEditorsTextAllOthersKeepTheTracksOwn) {
   bench_.playlist_in_view = true;
   Show();
   bench_.playlist_in_view = false;
-  details.txtAlbumSave = "the album";
-  details.cboGenre1 = "Blues";
-  details.txtSave3[4] = "the url";
-  details.txtInterpretSave = details.txtMoodSave = details.txtCommentSave = "not ticked";
+  details.texts[TrackField::album] = "the album";
+  details.texts[TrackField::genrereal] = "Blues";
+  details.texts[TrackField::url] = "the url";
+  details.texts[TrackField::Artist] = details.texts[TrackField::Mood] =
+      details.texts[TrackField::Comment] = "not ticked";
   details.selectors.chkAlbum = details.selectors.chkGenre = details.selectors.chkDetail3[4] = true;
   watcher_.rows.clear();
   SaveAll({Answer::kOk});
@@ -132,10 +133,10 @@ TEST_F(MassSaving, TickedFieldsTakeTheEditorsTextAllOthersKeepTheTracksOwn) {
     EXPECT_EQ(texts, head + "|(0)" + tail);
     EXPECT_EQ(Bytes(n + ".mp3").substr(Bytes(n + ".mp3").size() - 128, 9), "TAGtitle" + n);
   }
-  std::vector<TrackRecord> shown;
+  std::vector<TrackTexts> shown;
   for (std::size_t row = 0; row < 3; ++row) shown.push_back(bench_.ListView1.Record(row));
-  EXPECT_EQ(details.txtInterpretSave, "artist1") << "the editor holds the row again";
-  EXPECT_EQ(details.txtAlbumSave, "the album");
+  EXPECT_EQ(details.texts[TrackField::Artist], "artist1") << "the editor holds the row again";
+  EXPECT_EQ(details.texts[TrackField::album], "the album");
   Show();
   for (std::size_t row = 0; row < 3; ++row) {
     EXPECT_EQ(shown[row].fields, bench_.ListView1.Record(row).fields);
@@ -158,10 +159,11 @@ TEST_F(MassSaving, ATrackThatTheListShowsTwiceChangesInBothRows) {
   AddTrack("a.mp3", audio_, {{"album", "old"}});
   AddTrack("b.mp3", audio_, {{"album", "old"}});
   Edit(0);
-  CellTable twice(kTrackFields);
+  CellTable twice(kSelectedFields);
   for (const std::size_t row : {0U, 1U, 0U}) {
     std::vector<std::string_view> cells;
-    for (std::size_t i = 0; i < kTrackFields; ++i) cells.push_back(bench_.ListView1.Cell(row, i));
+    for (std::size_t i = 0; i < kSelectedFields; ++i)
+      cells.push_back(bench_.ListView1.Cell(row, i));
     twice.AppendRow(cells);
   }
   bench_.ListView1.Fill(std::move(twice));
@@ -171,7 +173,7 @@ TEST_F(MassSaving, ATrackThatTheListShowsTwiceChangesInBothRows) {
   watcher_.rows.clear();
   SaveAll({Answer::kOk});
   for (std::size_t row = 0; row < 3; ++row) {
-    EXPECT_EQ(bench_.ListView1.Cell(row, Field::album), "new");
+    EXPECT_EQ(bench_.ListView1.Cell(row, TrackField::album), "new");
   }
   EXPECT_THAT(watcher_.rows, ElementsAre(1, 0, 2));
 }
@@ -184,13 +186,13 @@ TEST_F(MassSaving, QuotesOfTheEditorGiveWayThoseOfATrackStay) {
       AddTrack(name, audio_, {{"Songname", R"(O'Hara "x")"}, {"Mood", R"(o'wn "y")"}});
     }
     TickAlbum(EditAll(), R"(Al'bum "z")");
-    bench_.details.cboGenre1 = R"(R'n"B)";
+    bench_.details.texts[TrackField::genrereal] = R"(R'n"B)";
     bench_.details.selectors.chkGenre = true;
     SaveAll({Answer::kOk});
     EXPECT_EQ(Column("Songname || Mood || album || genrereal"),
               Texts(2, R"(O'Hara "x"o'wn "y"Al'bum ''z''R'n"B)"))
         << "as in a single save, the genre keeps its own";
-    EXPECT_EQ(bench_.ListView1.Cell(1, Field::album), "Al'bum ''z''");
+    EXPECT_EQ(bench_.ListView1.Cell(1, TrackField::album), "Al'bum ''z''");
     EXPECT_EQ(Tag("a'\"2.mp3").Album, R"(Al'bum "z")");
   }
 }
@@ -203,7 +205,7 @@ TEST_F(MassSaving, WithoutATickTheRulesAndTheAutoCommentStillGoIntoTheTags) {
   SaveAll();
   EXPECT_EQ(Column("Songname || comment || Artist || album").back(), "Title3autoArtist3Album3");
   EXPECT_EQ(Tag("3.mp3").Title + Tag("3.mp3").Comment, "Title3auto");
-  EXPECT_EQ(bench_.ListView1.Cell(2, Field::Comment), "auto");
+  EXPECT_EQ(bench_.ListView1.Cell(2, TrackField::Comment), "auto");
 }
 
 TEST_F(MassSaving, AfterIgnoreNoFailureIsTold) {
@@ -228,7 +230,7 @@ TEST_F(MassSaving, AbortLeavesWhatWasSavedBefore) {
   SaveAll({Answer::kAbort});
   EXPECT_THAT(interaction_.BoxTexts(), ElementsAre(testing::StartsWith(kAskAll), kFailed));
   EXPECT_EQ(Column("album"), (Texts{"new", "new", "album3"}));
-  EXPECT_EQ(bench_.ListView1.Cell(2, Field::album), "album3");
+  EXPECT_EQ(bench_.ListView1.Cell(2, TrackField::album), "album3");
   EXPECT_EQ(Tag("2.mp3").Album, "new");
 }
 
@@ -244,7 +246,7 @@ TEST_F(MassSaving, ACancelEndsItWithoutAWord) {
 TEST_F(MassSaving, WithoutTagsOnlyTheRowsChange) {
   session_.preferences.chkSaveTags = false;
   DetailEditor& details = EditThree();
-  details.txtYearSave = "1999";
+  details.texts[TrackField::year] = "1999";
   details.selectors.chkYear = true;
   SaveAll({Answer::kOk});
   EXPECT_EQ(Column("[year] || hasid3v1 || hasid3v2"), Texts(3, "199900"));

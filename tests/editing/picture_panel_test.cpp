@@ -29,8 +29,8 @@ class PicturePanel : public TagFilesTest {
 TEST_F(PicturePanel, AddWritesTheEditorsTextsAndTheImageAndCorrectsTheRow) {
   Load("a.mp3", v2_ + audio_);
   Run("update mp3sTabelle set haspic=0");
-  bench_.ListView1.SetCell(0, Field::haspic, "0");
-  bench_.details.txtTitelSave = "D\xC5\x8Dmo";  // the o with its stroke is in no tag
+  bench_.ListView1.SetCell(0, TrackField::haspic, "0");
+  bench_.details.texts[TrackField::Songname] = "D\xC5\x8Dmo";  // the o with its stroke is in no tag
   EXPECT_EQ(AddPictureCaption(bench_.details), "add");
   interaction_.WillChoose(folder_.Write("covers/cover.jpg", FakeJpeg()));
   cmdAddpic_Click(bench_);
@@ -91,7 +91,7 @@ TEST_F(PicturePanel, TheButtonNeedsOneMp3FileInTheEditor) {
   bench_.details.save_all = true;
   cmdAddpic_Click(bench_);
   bench_.details.save_all = false;
-  bench_.details.txtLocationSave = folder_.Write("a.ogg", with_picture_);
+  bench_.details.texts[TrackField::location] = folder_.Write("a.ogg", with_picture_);
   cmdAddpic_Click(bench_);
   EXPECT_EQ(Bytes("a.mp3"), with_picture_);
   EXPECT_EQ(folder_.Read("a.ogg"), with_picture_);

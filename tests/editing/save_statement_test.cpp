@@ -10,7 +10,7 @@ DetailEditor SampleEditor() {
   DetailEditor details;
   FillSample(details);
   details.uid = 17;
-  details.txtLocationSave = "/m/AC'DC \"x\".mp3";
+  details.texts[TrackField::location] = "/m/AC'DC \"x\".mp3";
   return details;
 }
 

@@ -27,8 +27,8 @@ class SingleSave : public EditedTracksTest {
     AddTrack("a.mp3", "", {{"Songname", "old"}});
     std::filesystem::create_directories(folder_.Path("music/a.mp3"));
     DetailEditor& details = Edit();
-    details.txtTitelSave = "new";
-    details.txtLyricsSave = "la";
+    details.texts[TrackField::Songname] = "new";
+    details.texts[TrackField::Lyrics] = "la";
     return details;
   }
 };
@@ -63,7 +63,7 @@ TEST_F(SingleSave, WritesTheTagsThenTheRowThenTheCells) {
       (Texts{std::string(25, '|') + other + "|",
              "ti|ar|al|17|Rock|2001|7|99|3:05|185|co|si|pr|te|mo|bi|ly|x0|x1|x2|x3|x4|qu|1|1|" +
                  path + "|" + FileTimeText(path)}));
-  const TrackRecord cells = bench_.ListView1.Record(1);
+  const TrackTexts cells = bench_.ListView1.Record(1);
   Show();
   EXPECT_EQ(cells.fields, bench_.ListView1.Record(1).fields) << "the list shows what is stored";
   EXPECT_EQ(watcher_.rows, (std::vector<std::size_t>{1}));
@@ -76,14 +76,14 @@ TEST_F(SingleSave, WritesTheTagsThenTheRowThenTheCells) {
 TEST_F(SingleSave, ATrackIsItsNumberOrStopsTheSave) {
   AddTrack("a.mp3", audio_);
   for (const auto& [text, saved] : {std::pair{"abc", ""}, {"0", ""}, {"3/12", "3"}}) {
-    Edit().txtTracknumber = text;
+    Edit().texts[TrackField::trackno] = text;
     Save();
     EXPECT_EQ(Tag("a.mp3").TrackV2, saved);
     EXPECT_EQ(Column("trackno"), Texts{saved});
-    EXPECT_EQ(bench_.details.txtTracknumber, saved);
+    EXPECT_EQ(bench_.details.texts[TrackField::trackno], saved);
   }
   const std::string before = Bytes("a.mp3");
-  Edit().txtTracknumber = "256";
+  Edit().texts[TrackField::trackno] = "256";
   Save({Answer::kOk});
   EXPECT_EQ(interaction_.BoxTexts(),
             Texts{"Error!: Tracknumber is not a valid number! (<256)\n\n"});
@@ -94,7 +94,7 @@ TEST_F(SingleSave, ATrackIsItsNumberOrStopsTheSave) {
 
 TEST_F(SingleSave, AMissingFileEndsItAndIsNotCreated) {
   const std::string path = AddTrack("a.mp3", "", {{"Songname", "old"}, {"datetimeoffile", "then"}});
-  Edit().txtTitelSave = "new";
+  Edit().texts[TrackField::Songname] = "new";
   Save({Answer::kOk});
   session_.preferences.chkWarn = false;
   Save();
@@ -110,12 +110,12 @@ TEST_F(SingleSave, ATrackOnABurntDiscIsSavedInItsRowAlone) {
   session_.preferences.lblConfigCDROM = folder_.Path("music");
   AddTrack("a.mp3", audio_, {{"Songname", "old"}});
   Run("update mp3sTabelle set location='MP3-CD01/a.mp3'");
-  Edit().txtTitelSave = "new";
+  Edit().texts[TrackField::Songname] = "new";
   Save();
   EXPECT_EQ(Column("Songname || hasid3v2"), Texts{"new0"});
   EXPECT_EQ(Bytes("a.mp3"), audio_);
   session_.preferences.lblConfigCDROM = folder_.Path("no disc here");
-  Edit().txtTitelSave = "newer";
+  Edit().texts[TrackField::Songname] = "newer";
   Save();
   EXPECT_EQ(Column("Songname"), Texts{"newer"});
   session_.preferences.lblConfigCDROM.clear();
@@ -130,14 +130,14 @@ TEST_F(SingleSave, QuotesGiveWayInTheRowAndStayInTheTag) {
     Run("delete from mp3sTabelle");
     const std::string path = AddTrack("O'Hara \"x\".mp3", audio_);
     DetailEditor& details = Edit();
-    details.txtTitelSave = R"(O'Hara "x")";
-    details.cboGenre1 = R"(Rock'n"Roll)";
+    details.texts[TrackField::Songname] = R"(O'Hara "x")";
+    details.texts[TrackField::genrereal] = R"(Rock'n"Roll)";
     Save();
     EXPECT_EQ(Tag("O'Hara \"x\".mp3").Title, R"(O'Hara "x")");
     const std::string title = quote == '"' ? "O'Hara ''x''" : R"(O"Hara "x")";
     EXPECT_EQ(Column("Songname"), Texts{title});
-    EXPECT_EQ(details.txtTitelSave, title);
-    EXPECT_EQ(bench_.ListView1.Cell(0, Field::Songname), title);
+    EXPECT_EQ(details.texts[TrackField::Songname], title);
+    EXPECT_EQ(bench_.ListView1.Cell(0, TrackField::Songname), title);
     EXPECT_EQ(Joined("GenreReal Genre location"), Texts{R"(Rock'n"Roll|255|)" + path});
   }
 }
@@ -150,7 +150,7 @@ TEST_F(SingleSave, IgnoreGoesOnFromTagToTagAndSavesTheRow) {
                    "Error: LYRICS3-Tag can't be written!"}));
   EXPECT_EQ(Column("Songname || hasid3v1 || hasid3v2"), Texts{"new00"});
   session_.preferences.chkWarn = false;
-  bench_.details.txtTitelSave = "newer";
+  bench_.details.texts[TrackField::Songname] = "newer";
   Save();
   EXPECT_EQ(Column("Songname"), Texts{"newer"}) << "without the warning it is silent";
 }
@@ -159,15 +159,16 @@ TEST_F(SingleSave, AbortLeavesTheRowAndWhatWasWritten) {
   EditBlocked();
   Save({Answer::kAbort});
   EXPECT_EQ(Column("Songname"), Texts{"old"});
-  EXPECT_EQ(bench_.ListView1.Cell(0, Field::Songname), "old");
+  EXPECT_EQ(bench_.ListView1.Cell(0, TrackField::Songname), "old");
   EXPECT_TRUE(bench_.details.DetailsChanged);
   EXPECT_EQ(interaction_.Status(), "Ready.");
   bench_.details.DetailsChanged = false;
   Run("delete from mp3sTabelle");
   AddTrack("b.mp3", audio_);
   DetailEditor& details = Edit();
-  details.txtTitelSave = "tags only";
-  details.txtLyricsSave = std::string(100'000, 'l');  // more than a block has digits for
+  details.texts[TrackField::Songname] = "tags only";
+  details.texts[TrackField::Lyrics] =
+      std::string(100'000, 'l');  // more than a block has digits for
   Save({Answer::kAbort});
   EXPECT_EQ(interaction_.boxes.back().text, "LYRICS3-Tag can't be written!");
   EXPECT_EQ(Tag("b.mp3").Title, "tags only");
@@ -177,10 +178,10 @@ TEST_F(SingleSave, AbortLeavesTheRowAndWhatWasWritten) {
 
 TEST_F(SingleSave, RetryWritesTheVeryTagThatTheFirstTryWouldHave) {
   const std::string path = AddTrack("whole.mp3", audio_);
-  Edit().txtLyricsSave = "la";
+  Edit().texts[TrackField::Lyrics] = "la";
   Save();
   Run("delete from mp3sTabelle");
-  EditBlocked().txtTitelSave = "";
+  EditBlocked().texts[TrackField::Songname] = "";
   interaction_.on_box = [&](const MessageBox&) {
     if (interaction_.boxes.size() < 3) return;
     std::filesystem::remove(folder_.Path("music/a.mp3"));
@@ -193,7 +194,7 @@ TEST_F(SingleSave, RetryWritesTheVeryTagThatTheFirstTryWouldHave) {
 
 TEST_F(SingleSave, NothingIsOpenInTheJournalWhileABoxStandsAndRetryBeginsAnew) {
   AddTrack("a.mp3", audio_);
-  Edit().txtLyricsSave = std::string(100'000, 'l');
+  Edit().texts[TrackField::Lyrics] = std::string(100'000, 'l');
   interaction_.on_box = [&](const MessageBox&) {
     EXPECT_FALSE(session_.journal.InGroup());
     EXPECT_EQ(folder_.Read("undo.journal"), "");
@@ -210,16 +211,16 @@ TEST_F(SingleSave, TheRulesChangeTheTextsInTheEditorWhereThereAreAny) {
   session_.preferences.chkAutoComment = true;
   session_.preferences.txtautocomment = "mine";
   AddTrack("a.mp3", audio_, {{"Comment", "own"}});
-  Edit().txtTitelSave = "  ";
+  Edit().texts[TrackField::Songname] = "  ";
   Save();
-  EXPECT_EQ(bench_.details.txtCommentSave, "own") << "no text that would need a rule";
+  EXPECT_EQ(bench_.details.texts[TrackField::Comment], "own") << "no text that would need a rule";
   EXPECT_EQ(Bytes("a.mp3").substr(Bytes("a.mp3").size() - 128, 125),
             "TAG" + std::string(122, '\0'));
   DetailEditor& details = bench_.details;
-  details.txtTitelSave = "one_two three";
-  details.txtCommentSave = "typed";
+  details.texts[TrackField::Songname] = "one_two three";
+  details.texts[TrackField::Comment] = "typed";
   Save();
-  EXPECT_EQ(details.txtTitelSave, "One two Three");
+  EXPECT_EQ(details.texts[TrackField::Songname], "One two Three");
   EXPECT_EQ(Column("Songname || comment"), Texts{"One two Threemine"});
   EXPECT_EQ(Tag("a.mp3").Title + Tag("a.mp3").Comment, "One two Threemine");
 }
@@ -234,21 +235,21 @@ TEST_F(SingleSave, AFlagOfARowIsOnlyEverSet) {
   Save();
   EXPECT_EQ(Column("hasid3v1 || hasid3v2"), (Texts{"00", "11"}));
   EXPECT_EQ(Bytes("a.mp2"), audio_) << "only .mp3 files get tags";
-  EXPECT_EQ(bench_.ListView1.Cell(1, Field::hasid3v2), "1");
+  EXPECT_EQ(bench_.ListView1.Cell(1, TrackField::hasid3v2), "1");
 }
 
 TEST_F(SingleSave, LongTextsAreCutInTheRowAndTheNoticeSaysWhatATagLoses) {
   AddTrack("a.mp3", audio_);
   DetailEditor& details = Edit();
-  details.txtMoodSave = std::string(300, 'm');
-  details.txtSave3[4] = "\xE6\x97\xA5";
+  details.texts[TrackField::Mood] = std::string(300, 'm');
+  details.texts[TrackField::url] = "\xE6\x97\xA5";
   Save();
   EXPECT_EQ(Joined("length(Mood) url"), Texts{"255|\xE6\x97\xA5"});
   EXPECT_TRUE(interaction_.SawStatus("Ready."));
   EXPECT_EQ(interaction_.Status(),
             LossSentence({.characters = 1, .long_texts = 1, .cut_texts = 1}));
   session_.preferences.chkSaveTags = false;
-  details.txtTempoSave = details.txtSave3[0] = std::string(256, 'x');
+  details.texts[TrackField::tempo] = details.texts[TrackField::composer] = std::string(256, 'x');
   Save();
   EXPECT_EQ(interaction_.Status(), LossSentence({.cut_texts = 2})) << "the row alone loses as well";
 }
@@ -259,7 +260,8 @@ TEST_F(SingleSave, WhatALyrics3BlockLosesIsToldOnce) {
   for (const bool id3v2 : {false, true}) {
     session_.preferences.chkSaveTags23 = id3v2;
     DetailEditor& details = Edit();
-    details.txtLyricsSave = details.txtMoodSave = details.txtTitelSave = "\xE6\x97\xA5";
+    details.texts[TrackField::Lyrics] = details.texts[TrackField::Mood] =
+        details.texts[TrackField::Songname] = "\xE6\x97\xA5";
     Save();
     EXPECT_EQ(interaction_.Status(), LossSentence({.characters = 3, .blocks = id3v2 ? 0 : 1}));
   }
@@ -267,11 +269,11 @@ TEST_F(SingleSave, WhatALyrics3BlockLosesIsToldOnce) {
 
 TEST_F(SingleSave, AStatementThatFailsLeavesCellsAndFlags) {
   AddTrack("a.mp3", audio_, {{"Songname", "old"}});
-  Edit().txtTitelSave = "new";
+  Edit().texts[TrackField::Songname] = "new";
   Run("alter table mp3sTabelle rename to gone");
   Save({Answer::kOk});
   EXPECT_NE(interaction_.boxes.back().text.find("no such table"), std::string::npos);
-  EXPECT_EQ(bench_.ListView1.Cell(0, Field::Songname), "old");
+  EXPECT_EQ(bench_.ListView1.Cell(0, TrackField::Songname), "old");
   EXPECT_TRUE(bench_.details.DetailsKeyed && bench_.details.DetailsChanged);
   EXPECT_EQ(Tag("a.mp3").Title, "new") << "the tags came first";
 }
@@ -279,9 +281,9 @@ TEST_F(SingleSave, AStatementThatFailsLeavesCellsAndFlags) {
 TEST_F(SingleSave, OfALyrics3BlockTheFilesOwnFieldsStay) {
   AddTrack("a.mp3", Mp3File().Frames(5).Lyrics3({{"AUT", "someone"}, {"LYR", "a"}}).Id3v1({}));
   const std::string path = AddTrack("b.mp3", Mp3File().Frames(5).Id3v1({}));
-  Edit(0).txtLyricsSave = "la";
+  Edit(0).texts[TrackField::Lyrics] = "la";
   Save();
-  Edit(1).txtLyricsSave = "lo";
+  Edit(1).texts[TrackField::Lyrics] = "lo";
   Save();
   Lyrics3 block;
   ASSERT_TRUE(ReadLyrics3Tag(folder_.Path("music/a.mp3"), block));

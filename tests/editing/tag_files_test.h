@@ -45,8 +45,8 @@ class TagFilesTest : public EditedTracksTest {
     Texts cells;
     const ResultList& list = bench_.ListInView();
     for (std::size_t row = 0; row < list.RowCount(); ++row) {
-      std::string text(list.Cell(row, Field::hasid3v1));
-      text.append(list.Cell(row, Field::hasid3v2)).append(list.Cell(row, Field::haspic));
+      std::string text(list.Cell(row, TrackField::hasid3v1));
+      text.append(list.Cell(row, TrackField::hasid3v2)).append(list.Cell(row, TrackField::haspic));
       cells.push_back(text);
     }
     return cells;

@@ -157,10 +157,10 @@ TEST_F(TagMenus, CancelEndsTheLoopAndTellsTheCount) {
 TEST_F(TagMenus, TheEditorAndItsPictureFollow) {
   Add("a.mp3", Id3v2Tag(PictureFrame(FakeJpeg())) + audio_ + v1_);
   DetailEditor& details = Edit();
-  details.hasid3v1 = details.hasid3v2 = "1";
+  details.texts[TrackField::hasid3v1] = details.texts[TrackField::hasid3v2] = "1";
   ASSERT_FALSE(details.picture.data.empty());
   Run(mnuKillAllTags_Click, {Answer::kYes, Answer::kOk});
-  EXPECT_EQ(details.hasid3v1 + details.hasid3v2, "00");
+  EXPECT_EQ(details.texts[TrackField::hasid3v1] + details.texts[TrackField::hasid3v2], "00");
   EXPECT_TRUE(details.picture.data.empty());
 }
 
@@ -168,17 +168,17 @@ TEST_F(TagMenus, APlaylistThatHoldsATrackTwiceShowsItAlike) {
   Add("a.mp3", audio_ + v1_);
   Show();
   bench_.playlist_in_view = true;
-  CellTable twice(kTrackFields);
-  const TrackRecord track = bench_.ListView1.Record(0);
+  CellTable twice(kSelectedFields);
+  const TrackTexts track = bench_.ListView1.Record(0);
   for (int i = 0; i < 2; ++i) {
-    twice.AppendRow(
-        std::vector<std::string_view>(track.fields.begin(), track.fields.begin() + kTrackFields));
+    twice.AppendRow(std::vector<std::string_view>(track.fields.begin(),
+                                                  track.fields.begin() + kSelectedFields));
   }
   bench_.ListView3.Fill(std::move(twice));
   bench_.ListView3.SetSelected(0, 1, true);
   Run(mnuKillID3v11Tag_Click, {Answer::kYes, Answer::kOk});
   EXPECT_EQ(Cells(), (Texts{"011", "011"}));
-  EXPECT_EQ(bench_.ListView1.Cell(0, Field::hasid3v1), "0") << "the search result behind it";
+  EXPECT_EQ(bench_.ListView1.Cell(0, TrackField::hasid3v1), "0") << "the search result behind it";
   EXPECT_EQ(Boxes().back().substr(0, 31), "Tunemeadow: ID3v1.x Tags of 1/2");
 }
 

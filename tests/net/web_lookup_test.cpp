@@ -15,10 +15,10 @@ class WebLookup : public testing::Test {
   using Lookup = void (*)(Workbench&, const LookupChoice&);
 
   WebLookup() {
-    bench_.details.txtTitelSave = "50% more";
-    bench_.details.txtInterpretSave = "Anna & Bert";
-    bench_.details.txtAlbumSave = "#1  hits";
-    bench_.details.txtLocationSave = "/m/AC\\DC.mp3";
+    bench_.details.texts[TrackField::Songname] = "50% more";
+    bench_.details.texts[TrackField::Artist] = "Anna & Bert";
+    bench_.details.texts[TrackField::album] = "#1  hits";
+    bench_.details.texts[TrackField::location] = "/m/AC\\DC.mp3";
   }
 
   /// Path and query of what was opened, behind the host; empty where nothing was.
@@ -49,7 +49,7 @@ TEST_F(WebLookup, TheChosenValuesStandInTheQueryWithWhatWouldEndItCoded) {
   EXPECT_EQ(Opened(mnuSearchCovers_Click, {.chkCDDBArtist = true, .chkCDDBAlbum = true}),
             "/results.asp?searchtype=4&s=Anna %26 Bert %231  hits");
   EXPECT_EQ(Opened(mnuSearchCovers_Click, kNone), "/results.asp?searchtype=4&s=");
-  bench_.details.txtInterpretSave.clear();
+  bench_.details.texts[TrackField::Artist].clear();
   EXPECT_EQ(Opened(mnuSearchCovers_Click, kAll),
             "/results.asp?searchtype=4&s=50%25 more  %231  hits AC\\DC.mp3");
 }

@@ -108,12 +108,12 @@ TEST_F(CDArchives, TheTrackInTheEditorKnowsWhereItIsNow) {
   Select(bench_.ListView1, 0);
   bench_.ListView1.SelectOnly(row);
   ListView1_ItemClick(bench_, row);
-  bench_.details.txtTitelSave = "typed and not saved";
+  bench_.details.texts[TrackField::Songname] = "typed and not saved";
   interaction_.WillAnswerText("MP3-CD01");
   mnuExtrasDisk2CD_Click(bench_);
-  EXPECT_EQ(bench_.details.txtLocationSave.rfind("MP3-CD01/", 0), 0U)
-      << "a save would write the old path back: " << bench_.details.txtLocationSave;
-  EXPECT_EQ(bench_.details.txtTitelSave, "typed and not saved");
+  EXPECT_EQ(bench_.details.texts[TrackField::location].rfind("MP3-CD01/", 0), 0U)
+      << "a save would write the old path back: " << bench_.details.texts[TrackField::location];
+  EXPECT_EQ(bench_.details.texts[TrackField::Songname], "typed and not saved");
 }
 
 TEST_F(CDArchives, WhatIsArchivedAlreadyOrNotSelectedIsLeftAlone) {

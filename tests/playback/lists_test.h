@@ -53,7 +53,7 @@ class ListsTest : public CatalogueTest {
   static Texts Locations(const ResultList& list) {
     Texts texts;
     for (std::size_t row = 0; row < list.RowCount(); ++row) {
-      texts.emplace_back(list.Cell(row, Field::location));
+      texts.emplace_back(list.Cell(row, TrackField::location));
     }
     return texts;
   }

@@ -130,7 +130,7 @@ TEST_F(Play, AnUnknownPlayerIsStartedOncePerTrackAndEachIsStampedBefore) {
                                "start /opt/player [" + M("c.mp3") + "]"}));
   EXPECT_EQ(stamped, (Texts{"100", "110", "111"}));
   for (std::size_t row = 0; row < 3; ++row) {
-    EXPECT_TRUE(ParseDateTime(bench_.ListView1.Cell(row, Field::lasttimeplayed)));
+    EXPECT_TRUE(ParseDateTime(bench_.ListView1.Cell(row, TrackField::lasttimeplayed)));
   }
   EXPECT_TRUE(std::filesystem::is_empty(folder_.Path("tmp"))) << "no list is written";
 }
@@ -184,13 +184,13 @@ TEST_F(Play, TheListInViewIsTheOneThatIsPlayed) {
   AddRows({"a.mp3", "b.mp3"});
   const std::string one = std::to_string(bench_.ListView1.Uid(0)), a = M("a.mp3");
   const std::string two = std::to_string(bench_.ListView1.Uid(1)), b = M("b.mp3");
-  bench_.ListView3.Fill(ListRows(
-      {{{Field::uid, one}, {Field::location, a}}, {{Field::uid, two}, {Field::location, b}}}));
+  bench_.ListView3.Fill(ListRows({{{TrackField::uid, one}, {TrackField::location, a}},
+                                  {{TrackField::uid, two}, {TrackField::location, b}}}));
   bench_.ListView3.SelectOnly(1);
   bench_.playlist_in_view = true;
   Press();
   EXPECT_EQ(ListBytes("1.m3u"), "#EXTM3U\r\n" + M("b.mp3") + "\r\n");
-  EXPECT_NE(bench_.ListView3.Cell(1, Field::lasttimeplayed), "");
+  EXPECT_NE(bench_.ListView3.Cell(1, TrackField::lasttimeplayed), "");
   bench_.ListView3.ClearSelection();
   Press();
   EXPECT_EQ(world_.log.size(), 1U) << "nothing selected, nothing started";
@@ -208,7 +208,7 @@ TEST_F(Play, NoFailureIsToldAndNoneStopsTheOthers) {
   Run("alter table mp3sTabelle rename to gone");
   Press();
   EXPECT_EQ(world_.log.size(), 5U);
-  EXPECT_EQ(bench_.ListView1.Cell(0, Field::lasttimeplayed), "") << "as in the catalogue";
+  EXPECT_EQ(bench_.ListView1.Cell(0, TrackField::lasttimeplayed), "") << "as in the catalogue";
   world_.throws = true;
   Press();
   session_.busy = true;

@@ -242,12 +242,12 @@ TEST_F(Playlists, AMovedRowStaysSelectedAndItsOrderIsStored) {
   MovePlaylistRow(bench_, 2, 0);
   MovePlaylistRow(bench_, 0, 3);
   EXPECT_EQ(Order("Mine"), "cba");
-  bench_.search.txtFileSearch = "b.mp3";
+  bench_.search.texts[TrackField::file] = "b.mp3";
   OpenPlaylist("Mine");
   EXPECT_FALSE(ShowsWholePlaylist(bench_));
   MovePlaylistRow(bench_, 0, 0);
-  bench_.search.txtFileSearch = "m";
-  bench_.search.cboSongname = "t";
+  bench_.search.texts[TrackField::file] = "m";
+  bench_.search.texts[TrackField::Songname] = "t";
   OpenPlaylist("Mine");
   EXPECT_TRUE(ShowsWholePlaylist(bench_)) << "the search leaves nothing out";
 }
@@ -258,7 +258,7 @@ TEST_F(Playlists, ASearchInAPlaylistNeverChangesItsOrder) {
   OpenPlaylist("Mine");
   MovePlaylistRow(bench_, 0, 2);
   Run("update mp3sTabelle set Artist='x' where uid<>" + uids_[1]);
-  bench_.search.cboArtistSearch = "x";
+  bench_.search.texts[TrackField::Artist] = "x";
   OpenPlaylist("Mine");
   ASSERT_EQ(bench_.ListView3.RowCount(), 2U);
   MovePlaylistRow(bench_, 0, 1);
@@ -304,7 +304,7 @@ TEST_F(Playlists, DeletingTakesTheRowsOutOfThisPlaylistAlone) {
 TEST_F(Playlists, AllRowsOfASearchInAPlaylistLeaveItOpen) {
   Save("Mine");
   OpenPlaylist("Mine");
-  bench_.search.txtFileSearch = "a.mp3";
+  bench_.search.texts[TrackField::file] = "a.mp3";
   cmdSuchen(bench_);
   ASSERT_EQ(bench_.ListView3.RowCount(), 1U);
   Select(bench_.ListView3, 1);

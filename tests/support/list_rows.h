@@ -9,33 +9,33 @@
 #include <utility>
 
 #include "core/cell_table.h"
-#include "tracks/track_record.h"
+#include "tracks/track_fields.h"
 
 namespace tunemeadow {
 
-using RowCells = std::initializer_list<std::pair<Field, std::string_view>>;
+using RowCells = std::initializer_list<std::pair<TrackField, std::string_view>>;
 
 inline void AppendCells(CellTable& rows, RowCells row) {
-  std::array<std::string_view, kTrackFields> cells;
+  std::array<std::string_view, kSelectedFields> cells;
   for (const auto& [field, text] : row) cells[IndexOf(field)] = text;
   rows.AppendRow(cells);
 }
 
 inline CellTable ListRows(std::initializer_list<RowCells> rows) {
-  CellTable table(kTrackFields);
+  CellTable table(kSelectedFields);
   for (const RowCells& row : rows) AppendCells(table, row);
   return table;
 }
 
 /// Rows with the uids 1 to `count`, titles that sort the other way round, and /music/<uid>.mp3.
 inline CellTable NumberedRows(int count) {
-  CellTable table(kTrackFields);
+  CellTable table(kSelectedFields);
   for (int uid = 1; uid <= count; ++uid) {
     const std::string number = std::to_string(uid);
     const std::string title = "t" + std::to_string(10'000'000 - uid);
-    AppendCells(table, {{Field::uid, number},
-                        {Field::Songname, title},
-                        {Field::location, "/music/" + number + ".mp3"}});
+    AppendCells(table, {{TrackField::uid, number},
+                        {TrackField::Songname, title},
+                        {TrackField::location, "/music/" + number + ".mp3"}});
   }
   return table;
 }

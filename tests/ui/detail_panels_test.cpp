@@ -25,16 +25,16 @@ using testing::ElementsAre;
 DetailEditor LoadedEditor() {
   DetailEditor editor;
   editor.uid = 7;
-  editor.txtTitelSave = "Blue";
-  editor.txtInterpretSave = "Anna";
-  editor.txtAlbumSave = "Sky";
-  editor.cboGenre1 = "rock";
-  editor.txtYearSave = "199x";
-  editor.txtTracknumber = "3/12";
-  editor.txtLocationSave = "/music/a.mp3";
-  editor.txtCommentSave = "one\r\ntwo\u00A0three";
-  editor.txtSituationSave = "Party";
-  editor.txtLyricsSave = "la";
+  editor.texts[TrackField::Songname] = "Blue";
+  editor.texts[TrackField::Artist] = "Anna";
+  editor.texts[TrackField::album] = "Sky";
+  editor.texts[TrackField::genrereal] = "rock";
+  editor.texts[TrackField::year] = "199x";
+  editor.texts[TrackField::trackno] = "3/12";
+  editor.texts[TrackField::location] = "/music/a.mp3";
+  editor.texts[TrackField::Comment] = "one\r\ntwo\u00A0three";
+  editor.texts[TrackField::Situation] = "Party";
+  editor.texts[TrackField::Lyrics] = "la";
   editor.txtSave3 = {"C", "R", "E", "O", "U"};
   editor.enabled = true;
   editor.comment_enabled = true;
@@ -129,7 +129,7 @@ TEST_F(DetailPanelsTest, ALongTextKeepsItsLineEndsAndNoBreakSpaces) {
   comment.setFocus();
   comment.moveCursor(QTextCursor::End);
   QTest::keyClicks(&comment, "!");
-  EXPECT_EQ(editor_.txtCommentSave, "one\r\ntwo\u00A0three!");
+  EXPECT_EQ(editor_.texts[TrackField::Comment], "one\r\ntwo\u00A0three!");
 }
 
 TEST_F(DetailPanelsTest, AGenreKeepsTheCaseInWhichItWasTyped) {
@@ -145,13 +145,13 @@ TEST_F(DetailPanelsTest, AGenreKeepsTheCaseInWhichItWasTyped) {
     QTest::keyClick(&genre, Qt::Key_Return);
     elsewhere_->setFocus();
     EXPECT_EQ(genre.currentText(), typed);
-    EXPECT_EQ(editor_.cboGenre1, typed);
+    EXPECT_EQ(editor_.texts[TrackField::genrereal], typed);
     genre.setFocus();
   }
   EXPECT_TRUE(editor_.DetailsChanged);
   genre.setCurrentText("Jazz");
   QTest::keyClick(&genre, Qt::Key_Down);
-  EXPECT_EQ(genre.currentText().toStdString(), editor_.cboGenre1);
+  EXPECT_EQ(genre.currentText().toStdString(), editor_.texts[TrackField::genrereal]);
 }
 
 TEST_F(DetailPanelsTest, ALeftFieldIsCheckedAndTheFocusComesBack) {
@@ -225,7 +225,7 @@ TEST_F(DetailPanelsTest, SeveralTracksHaveBoxesForTheFieldsThatAreWritten) {
   EXPECT_TRUE(Line("txtInterpretSave").hasFocus());
   Press(window_, "chkAlbum");
   Type("txtAlbumSave", "All");
-  EXPECT_EQ(editor_.txtAlbumSave, "All");
+  EXPECT_EQ(editor_.texts[TrackField::album], "All");
   EXPECT_FALSE(editor_.DetailsChanged || editor_.DetailsKeyed) << "no change of the former record";
   panels_->setCurrentIndex(2);
   Press(window_, "chkDetail3_4");
@@ -280,7 +280,7 @@ TEST_F(DetailPanelsTest, TheLargerWindowChangesTheTextAsAPersonDoes) {
     EXPECT_FALSE(editor_.DetailsChanged);
     Press(window_, "cmdBigger_txtLyricsSave");
   }
-  EXPECT_EQ(editor_.txtLyricsSave, "la\u00A0li");
+  EXPECT_EQ(editor_.texts[TrackField::Lyrics], "la\u00A0li");
   EXPECT_TRUE(editor_.DetailsChanged && editor_.DetailsKeyed);
 }
 

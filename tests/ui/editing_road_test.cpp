@@ -61,11 +61,11 @@ class EditingRoad : public testing::Test {
     const ResultList& list = window.Bench().ListView1;
     for (std::size_t row = 0; row < list.RowCount(); ++row) {
       std::string text;
-      for (const Field field :
-           {Field::Artist, Field::album, Field::trackno, Field::Mood, Field::url}) {
+      for (const TrackField field : {TrackField::Artist, TrackField::album, TrackField::trackno,
+                                     TrackField::Mood, TrackField::url}) {
         text += std::string(list.Cell(row, field)) + "|";
       }
-      shown[std::string(list.Cell(row, Field::Songname))] = text;
+      shown[std::string(list.Cell(row, TrackField::Songname))] = text;
     }
     return shown;
   }

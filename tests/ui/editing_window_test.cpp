@@ -60,7 +60,7 @@ class EditingWindow : public testing::Test {
   QPushButton& Save() { return Find<QPushButton>(window_, "cmdSpeichern"); }
   void Click(const std::string& title, Qt::KeyboardModifiers held = {}) {
     for (std::size_t row = 0; row < Bench().ListView1.RowCount(); ++row) {
-      if (Bench().ListView1.Cell(row, Field::Songname) != title) continue;
+      if (Bench().ListView1.Cell(row, TrackField::Songname) != title) continue;
       const auto index = List().model()->index(static_cast<int>(row), 1);
       List().scrollTo(index);
       QTest::mouseClick(List().viewport(), Qt::LeftButton, held, List().visualRect(index).center());
@@ -81,9 +81,9 @@ class EditingWindow : public testing::Test {
     (void)ReadID3v2Tag(music_.Path(name), ID3v2Versions::kAny, info);
     return info.Title + "/" + info.Artist;
   }
-  std::string Cell(const char* title, Field field) {
+  std::string Cell(const char* title, TrackField field) {
     for (std::size_t row = 0; row < Bench().ListView1.RowCount(); ++row) {
-      if (Bench().ListView1.Cell(row, Field::Songname) == title) {
+      if (Bench().ListView1.Cell(row, TrackField::Songname) == title) {
         return std::string(Bench().ListView1.Cell(row, field));
       }
     }
@@ -104,7 +104,7 @@ TEST_F(EditingWindow, SavingOneTrackWritesFileAndListAndLeavesTheFocusThere) {
   Type("txtTitelSave", "Aspen");
   Press(window_, "cmdSpeichern");
   EXPECT_EQ(Tags("Ash.mp3"), "Aspen/Anna");
-  EXPECT_EQ(Cell("Aspen", Field::Artist), "Anna");
+  EXPECT_EQ(Cell("Aspen", TrackField::Artist), "Anna");
   EXPECT_TRUE(List().hasFocus());
   Type("txtInterpretSave", "Bea");
   QTest::keySequence(&window_, QKeySequence(Qt::CTRL | Qt::Key_S));
@@ -127,7 +127,7 @@ TEST_F(EditingWindow, AChangedTrackIsNotLeftWithoutAQuestion) {
     BoxAnswers answers{kNo};
     Click("Cedar", Qt::ControlModifier);
     EXPECT_EQ(answers.seen.size(), 1U) << "many tracks begin with none of one";
-    EXPECT_EQ(Bench().details.txtTitelSave, "Birch");
+    EXPECT_EQ(Bench().details.texts[TrackField::Songname], "Birch");
   }
   Click("Cedar");
   EXPECT_EQ(Tags("Birch.mp3"), "Birch/Anna");
@@ -152,7 +152,7 @@ TEST_F(EditingWindow, AFieldThatMayNotStandKeepsItsTrackAndItsPanel) {
   EXPECT_THAT(answers.seen, testing::Each("Tunemeadow: Year is not a number!"));
   Type("txtYearSave", "1999");
   Press(window_, "cmdSpeichern");
-  EXPECT_EQ(Cell("Ash", Field::year), "1999");
+  EXPECT_EQ(Cell("Ash", TrackField::year), "1999");
   Bench().Watcher().ListCleared();
   Bench().ListView1.RemoveRows({*Bench().ListView1.RowOfUid(Bench().details.uid)});
   Bench().Watcher().ListFilled();
@@ -176,7 +176,7 @@ TEST_F(EditingWindow, ManyTracksTakeTheTickedFieldsOnly) {
   Press(window_, "cmdSpeichern");
   EXPECT_THAT(answers.seen[0], testing::StartsWith("Mass-saving: Are you sure to update 3 items(s) "
                                                    "with the Album-Tag"));
-  EXPECT_EQ(Cell("Birch", Field::album), "Trees");
+  EXPECT_EQ(Cell("Birch", TrackField::album), "Trees");
   EXPECT_EQ(Tags("Birch.mp3"), "Birch/Anna");
   EXPECT_EQ(Save().text(), "&Save");
 }
@@ -203,7 +203,7 @@ TEST_F(EditingWindow, TheTagMenusWorkOnTheSelection) {
   window_.findChild<QAction*>("mnuKillID3v2xTag")->trigger();
   EXPECT_EQ(Tags("Birch.mp3"), "/");
   EXPECT_EQ(Tags("Ash.mp3"), "Ash/Anna");
-  EXPECT_EQ(Cell("Birch", Field::hasid3v2), "0");
+  EXPECT_EQ(Cell("Birch", TrackField::hasid3v2), "0");
 }
 
 TEST_F(EditingWindow, TheScramblerPutsItsCodeOnTheClipboard) {

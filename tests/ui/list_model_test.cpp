@@ -8,8 +8,8 @@
 namespace tunemeadow {
 namespace {
 
-constexpr int kTitle = static_cast<int>(Field::Songname);
-constexpr int kLocation = static_cast<int>(Field::location);
+constexpr int kTitle = static_cast<int>(TrackField::Songname);
+constexpr int kLocation = static_cast<int>(TrackField::location);
 
 class ListModelTest : public testing::Test {
  protected:
@@ -29,27 +29,27 @@ TEST_F(ListModelTest, ACellIsShownOnOneLineAndNoLongerThanAnEyeReads) {
   const std::string accents = "a" + std::string(299, 'b') + "\xC3\xBC rest";
   std::string umlauts;
   for (int i = 0; i < 5000; ++i) umlauts += "\xC3\xBC";
-  Fill(ListRows({{{Field::Songname, "one\r\ntwo\n\nthree\tfour"}},
-                 {{Field::Songname, accents}},
-                 {{Field::Songname, umlauts}},
-                 {{Field::haspic, "0"}}}));
+  Fill(ListRows({{{TrackField::Songname, "one\r\ntwo\n\nthree\tfour"}},
+                 {{TrackField::Songname, accents}},
+                 {{TrackField::Songname, umlauts}},
+                 {{TrackField::haspic, "0"}}}));
   EXPECT_EQ(Data(0, kTitle), "one two  three four");
   EXPECT_EQ(Data(0, kTitle, Qt::AccessibleTextRole), "one\r\ntwo\n\nthree\tfour");
   EXPECT_EQ(Data(1, kTitle).toString().size(), 300);
   EXPECT_EQ(Data(2, kTitle).toString(), QString(300, QChar(0xFC)));
   EXPECT_EQ(Data(2, kTitle, Qt::AccessibleTextRole).toString().size(), 5000);
   EXPECT_EQ(Data(3, kTitle), "");
-  EXPECT_EQ(Data(3, static_cast<int>(Field::haspic)), "0");
+  EXPECT_EQ(Data(3, static_cast<int>(TrackField::haspic)), "0");
 }
 
 TEST_F(ListModelTest, ANameThatIsNotUtf8IsShownWithSignsInThePlacesOfItsBytes) {
-  Fill(ListRows({{{Field::location, "/m\xFCsic/caf\xE9.mp3"}}}));
+  Fill(ListRows({{{TrackField::location, "/m\xFCsic/caf\xE9.mp3"}}}));
   EXPECT_EQ(Data(0, kLocation), QString::fromUtf8("/m\uFFFDsic/caf\uFFFD.mp3"));
   EXPECT_EQ(Data(0, static_cast<int>(kFileColumn)), QString::fromUtf8("caf\uFFFD.mp3"));
 }
 
 TEST_F(ListModelTest, AToolTipShowsMarkupAsTheTextThatItIs) {
-  Fill(ListRows({{{Field::Songname, "<b>Tom & Jerry</b>\nlive"}}}));
+  Fill(ListRows({{{TrackField::Songname, "<b>Tom & Jerry</b>\nlive"}}}));
   EXPECT_EQ(Data(0, kTitle, Qt::ToolTipRole),
             "<qt>&lt;b&gt;Tom &amp; Jerry&lt;/b&gt;<br>live</qt>");
 }
@@ -70,17 +70,17 @@ TEST_F(ListModelTest, NumbersStandAtTheRightWithTheirCaptions) {
 
 TEST_F(ListModelTest, OneCaptionDiffersInThePlaylist) {
   const ListModel playlist(list_, ListKind::kPlaylist);
-  const int column = static_cast<int>(Field::haspic);
+  const int column = static_cast<int>(TrackField::haspic);
   EXPECT_EQ(model_.headerData(column, Qt::Horizontal, Qt::DisplayRole), "has picture?");
   EXPECT_EQ(playlist.headerData(column, Qt::Horizontal, Qt::DisplayRole), "Haspic");
   EXPECT_EQ(playlist.headerData(0, Qt::Horizontal, Qt::DisplayRole), "UID");
 }
 
 TEST_F(ListModelTest, TheFirstCellShowsTheFileTypeWhateverItsCase) {
-  Fill(ListRows({{{Field::location, "/a.mp3"}},
-                 {{Field::location, "/A.MP3"}},
-                 {{Field::location, "/a.ogg"}},
-                 {{Field::location, ""}}}));
+  Fill(ListRows({{{TrackField::location, "/a.mp3"}},
+                 {{TrackField::location, "/A.MP3"}},
+                 {{TrackField::location, "/a.ogg"}},
+                 {{TrackField::location, ""}}}));
   const auto image = [&](int row) {
     return Data(row, 0, Qt::DecorationRole).value<QIcon>().pixmap(16).toImage();
   };

@@ -158,7 +158,7 @@ TEST_F(PicturePaneTest, TheButtonsOfferWhatCanBeDone) {
     DetailEditor editor;
     editor.enabled = row.enabled;
     editor.save_all = row.save_all;
-    editor.txtLocationSave = row.location;
+    editor.texts[TrackField::location] = row.location;
     if (row.picture) editor.picture.data = PictureFile("jpeg", {20, 20});
     pane_.Show(editor);
     EXPECT_EQ(add.text(), row.caption);

@@ -69,7 +69,7 @@ class PlayingRoad : public testing::Test {
   static std::vector<std::string> Titles(const ResultList& list) {
     std::vector<std::string> titles;
     for (std::size_t row = 0; row < list.RowCount(); ++row) {
-      titles.emplace_back(list.Cell(row, Field::Songname));
+      titles.emplace_back(list.Cell(row, TrackField::Songname));
     }
     return titles;
   }
@@ -85,7 +85,7 @@ class PlayingRoad : public testing::Test {
     Entry(window, "mnuExtrasDisk2CD").trigger();
     const std::string name = "MP3-CD01";
     for (std::size_t row = 0; row < bench.ListView1.RowCount(); ++row) {
-      const std::string location(bench.ListView1.Cell(row, Field::location));
+      const std::string location(bench.ListView1.Cell(row, TrackField::location));
       if (location.rfind(name, 0) == 0) disc_.Write(location.substr(name.size() + 1), "burnt");
     }
   }

@@ -239,7 +239,7 @@ TEST_F(PlaylistsWindow, TracksDroppedOnAnArchiveGoToItsDiscAndComeBackToAChosenD
     });
     emit Find<TreePane>(window_, "picTree").RowsDropped(NodeKind::kArchive, "MP3-CD07");
   }
-  EXPECT_EQ(Bench().ListView1.Cell(3, Field::location), "MP3-CD07/m/12.mp3");
+  EXPECT_EQ(Bench().ListView1.Cell(3, TrackField::location), "MP3-CD07/m/12.mp3");
   Bench().tree.selected = {
       .kind = NodeKind::kArchive, .key = "CDArchive|MP3-CD07", .name = "MP3-CD07"};
   BoxAnswers answers{kYesButton, QMessageBox::Ok};

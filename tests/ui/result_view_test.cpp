@@ -65,7 +65,7 @@ class ResultViewTest : public testing::Test {
   [[nodiscard]] std::vector<std::string> SelectedUids() {
     std::vector<std::string> uids;
     for (const std::size_t row : list_.SelectedRows()) {
-      uids.emplace_back(list_.Cell(row, Field::uid));
+      uids.emplace_back(list_.Cell(row, TrackField::uid));
     }
     return uids;
   }
@@ -209,7 +209,7 @@ TEST_F(ResultViewTest, ASortTakesAScatteredSelectionAlong) {
   EXPECT_EQ(SelectedUids(), wanted);
   EXPECT_EQ(view_.header()->sortIndicatorSection(), 1);
   EXPECT_EQ(view_.header()->sortIndicatorOrder(), Qt::AscendingOrder);
-  EXPECT_EQ(list_.Cell(0, Field::uid), "20000");
+  EXPECT_EQ(list_.Cell(0, TrackField::uid), "20000");
 
   // Rows 0, 2, ... are free, 1, 3, ... selected: far more runs than Qt's own book holds.
   view_.scrollToBottom();
@@ -362,9 +362,9 @@ TEST_F(ResultViewTest, WithoutAColumnTheHeaderIsStillThereToAskForOne) {
 
 TEST_F(ResultViewTest, AutoSizeFindsTheLongTextAmongManyRowsAndStopsAtALimit) {
   CellTable rows = NumberedRows(50'000);
-  rows.SetCell(33'333, IndexOf(Field::Songname),
+  rows.SetCell(33'333, IndexOf(TrackField::Songname),
                "the one title that is longer than all the others");
-  rows.SetCell(44'444, IndexOf(Field::Artist), std::string(5000, 'W'));
+  rows.SetCell(44'444, IndexOf(TrackField::Artist), std::string(5000, 'W'));
   Fill(std::move(rows));
   view_.AutoSize();
   const QFontMetrics metrics(view_.font());
@@ -376,8 +376,9 @@ TEST_F(ResultViewTest, AutoSizeFindsTheLongTextAmongManyRowsAndStopsAtALimit) {
 }
 
 TEST_F(ResultViewTest, OnlyACutTextGetsAToolTip) {
-  Fill(ListRows({{{Field::Songname, "short"}, {Field::Artist, std::string_view("<b>x\ny")}},
-                 {{Field::Songname, "a title that is far too long for a column of 240 pixels "}}}));
+  Fill(ListRows(
+      {{{TrackField::Songname, "short"}, {TrackField::Artist, std::string_view("<b>x\ny")}},
+       {{TrackField::Songname, "a title that is far too long for a column of 240 pixels "}}}));
   const auto tip = [&](int row, int column) {
     QHelpEvent event(QEvent::ToolTip, PlaceOf(row, column),
                      view_.viewport()->mapToGlobal(PlaceOf(row, column)));
@@ -390,9 +391,11 @@ TEST_F(ResultViewTest, OnlyACutTextGetsAToolTip) {
 }
 
 TEST_F(ResultViewTest, TheClipboardGetsWhatIsSeen) {
-  Fill(ListRows({{{Field::uid, "1"}, {Field::Songname, "One\ttwo"}, {Field::Comment, "hidden"}},
-                 {{Field::uid, "2"}, {Field::Songname, "no"}},
-                 {{Field::uid, "3"}, {Field::Artist, "Anna\r\nBert"}}}));
+  Fill(ListRows({{{TrackField::uid, "1"},
+                  {TrackField::Songname, "One\ttwo"},
+                  {TrackField::Comment, "hidden"}},
+                 {{TrackField::uid, "2"}, {TrackField::Songname, "no"}},
+                 {{TrackField::uid, "3"}, {TrackField::Artist, "Anna\r\nBert"}}}));
   ColumnLayout layout{};
   layout[0] = {1500, 2};
   layout[1] = {1500, 0};
@@ -406,9 +409,9 @@ TEST_F(ResultViewTest, TheClipboardGetsWhatIsSeen) {
 }
 
 TEST_F(ResultViewTest, TheSelectedFilesLeaveWithTheBytesOfTheirNames) {
-  Fill(ListRows({{{Field::location, "/music/caf\xE9 100%.mp3"}},
-                 {{Field::location, "/music/other.mp3"}},
-                 {{Field::location, "CD07\\archived.mp3"}}}));
+  Fill(ListRows({{{TrackField::location, "/music/caf\xE9 100%.mp3"}},
+                 {{TrackField::location, "/music/other.mp3"}},
+                 {{TrackField::location, "CD07\\archived.mp3"}}}));
   EXPECT_EQ(view_.DragData(), nullptr) << "nothing is selected";
   list_.SetSelected(0, 0, true);
   list_.SetSelected(2, 2, true);
@@ -455,7 +458,7 @@ TEST_F(ResultViewTest, TheEmptyListSaysSoButNotWhileASearchRuns) {
   Fill(NumberedRows(5));
   QTest::qWait(1);
   QApplication::setOverrideCursor(Qt::WaitCursor);
-  Fill(CellTable(kTrackFields));
+  Fill(CellTable(kSelectedFields));
   QTest::qWait(1);
   const QImage empty = view_.viewport()->grab().toImage();
   QTest::qWait(700);

@@ -32,15 +32,15 @@ class Details : public testing::Test {
   Details() { bench_.watcher = &watcher_; }
 
   void Fill(const std::vector<std::string>& locations, const std::string& haspic = "1") {
-    CellTable rows(kTrackFields);
+    CellTable rows(kSelectedFields);
     for (std::size_t i = 0; i < locations.size(); ++i) {
-      std::array<std::string, kTrackFields> cells;
-      for (std::size_t field = 0; field < kTrackFields; ++field) {
+      std::array<std::string, kSelectedFields> cells;
+      for (std::size_t field = 0; field < kSelectedFields; ++field) {
         cells[field] = std::string(kFieldNames[field]) + "-" + std::to_string(i);
       }
-      cells[IndexOf(Field::uid)] = std::to_string(100 + i);
-      cells[IndexOf(Field::location)] = locations[i];
-      cells[IndexOf(Field::haspic)] = haspic;
+      cells[IndexOf(TrackField::uid)] = std::to_string(100 + i);
+      cells[IndexOf(TrackField::location)] = locations[i];
+      cells[IndexOf(TrackField::haspic)] = haspic;
       rows.AppendRow(std::vector<std::string_view>(cells.begin(), cells.end()));
     }
     bench_.ListInView().Fill(std::move(rows));
@@ -67,29 +67,29 @@ TEST_F(Details, AClickCopiesTheRowIntoThePanels) {
   EXPECT_EQ(details_.uid, 101);
   EXPECT_TRUE(details_.enabled);
   const std::vector<std::pair<std::string, std::string>> fields = {
-      {details_.txtTitelSave, "Songname-1"},
-      {details_.txtInterpretSave, "Artist-1"},
-      {details_.txtAlbumSave, "album-1"},
-      {details_.cboGenre1, "genrereal-1"},
-      {details_.txtYearSave, "year-1"},
-      {details_.txtTracknumber, "trackno-1"},
-      {details_.txtBPMSave, "BPM-1"},
-      {details_.txtPlaytime, "Playtime-1"},
-      {details_.txtQualitaetSave, "quality-1"},
-      {details_.lblFilesize, "Filesize-1"},
-      {details_.txtLocationSave, "/nowhere/b.mp3"},
-      {details_.txtCommentSave, "Comment-1"},
-      {details_.txtSituationSave, "Situation-1"},
-      {details_.txtPreferenceSave, "preference-1"},
-      {details_.txtTempoSave, "tempo-1"},
-      {details_.txtMoodSave, "Mood-1"},
-      {details_.txtBiosSave, "bios-1"},
-      {details_.txtLyricsSave, "Lyrics-1"},
-      {details_.txtSave3[0], "composer-1"},
-      {details_.txtSave3[1], "copyright-1"},
-      {details_.txtSave3[2], "encodedby-1"},
-      {details_.txtSave3[3], "originalartist-1"},
-      {details_.txtSave3[4], "url-1"}};
+      {details_.texts[TrackField::Songname], "Songname-1"},
+      {details_.texts[TrackField::Artist], "Artist-1"},
+      {details_.texts[TrackField::album], "album-1"},
+      {details_.texts[TrackField::genrereal], "genrereal-1"},
+      {details_.texts[TrackField::year], "year-1"},
+      {details_.texts[TrackField::trackno], "trackno-1"},
+      {details_.texts[TrackField::BPM], "BPM-1"},
+      {details_.texts[TrackField::Playtime], "Playtime-1"},
+      {details_.texts[TrackField::quality], "quality-1"},
+      {details_.texts[TrackField::Filesize], "Filesize-1"},
+      {details_.texts[TrackField::location], "/nowhere/b.mp3"},
+      {details_.texts[TrackField::Comment], "Comment-1"},
+      {details_.texts[TrackField::Situation], "Situation-1"},
+      {details_.texts[TrackField::preference], "preference-1"},
+      {details_.texts[TrackField::tempo], "tempo-1"},
+      {details_.texts[TrackField::Mood], "Mood-1"},
+      {details_.texts[TrackField::bios], "bios-1"},
+      {details_.texts[TrackField::Lyrics], "Lyrics-1"},
+      {details_.texts[TrackField::composer], "composer-1"},
+      {details_.texts[TrackField::copyright], "copyright-1"},
+      {details_.texts[TrackField::encodedby], "encodedby-1"},
+      {details_.texts[TrackField::originalartist], "originalartist-1"},
+      {details_.texts[TrackField::url], "url-1"}};
   for (const auto& [shown, expected] : fields) EXPECT_EQ(shown, expected);
   EXPECT_EQ(watcher_.details, 1);
 }
@@ -110,10 +110,10 @@ TEST_F(Details, SeveralRowsKeepTheTextsAndSwitchToSaveAll) {
   ListView1_ItemClick(bench_, 1);
   EXPECT_TRUE(details_.save_all);
   EXPECT_EQ(details_.uid, 100);
-  details_.txtAlbumSave = details_.txtSave3[4] = "for many";
+  details_.texts[TrackField::album] = details_.texts[TrackField::url] = "for many";
   ListView1_ItemClick(bench_, 0);
   ChangeDetailSaveNo(bench_);
-  EXPECT_EQ(details_.txtAlbumSave + details_.txtSave3[4], "album-0url-0");
+  EXPECT_EQ(details_.texts[TrackField::album] + details_.texts[TrackField::url], "album-0url-0");
   ReloadDetails(bench_);
   EXPECT_EQ(details_.uid, 100);
   bench_.ListView1.SelectOnly(1);
@@ -140,13 +140,13 @@ TEST_F(Details, ChangesAreAskedForBeforeAnotherRowComesInTheirPlace) {
     interaction_.boxes.clear();
     std::vector<std::string> saved;
     bench_.save_details = [&](Workbench& bench) {
-      saved.push_back(bench.details.txtTitelSave);
+      saved.push_back(bench.details.texts[TrackField::Songname]);
       bench.details.DetailsChanged = false;
     };
     Fill({"/nowhere/a.mp3", "/nowhere/b.mp3"});
     details_.DetailsKeyed = details_.DetailsChanged = false;
     Click(0);
-    details_.txtTitelSave = "mine";
+    details_.texts[TrackField::Songname] = "mine";
     details_.DetailsKeyed = each.keyed;
     details_.DetailsChanged = each.changed;
     if (each.answer) interaction_.WillAnswer(*each.answer);
@@ -155,8 +155,8 @@ TEST_F(Details, ChangesAreAskedForBeforeAnotherRowComesInTheirPlace) {
                                            ? std::vector<std::string>{"Save: Save your changes?"}
                                            : std::vector<std::string>{});
     EXPECT_EQ(saved, std::vector<std::string>(each.answer == Answer::kYes ? 1 : 0, "mine"));
-    EXPECT_EQ(details_.txtTitelSave, each.shown);
-    EXPECT_EQ(details_.DetailsChanged, details_.txtTitelSave == "mine");
+    EXPECT_EQ(details_.texts[TrackField::Songname], each.shown);
+    EXPECT_EQ(details_.DetailsChanged, details_.texts[TrackField::Songname] == "mine");
   }
 }
 
@@ -164,17 +164,17 @@ TEST_F(Details, ARecordThatCouldNotBeSavedStaysWithItsRow) {
   Fill({"/nowhere/a.mp3", "/nowhere/b.mp3"});
   bench_.save_details = [](Workbench&) {};
   Click(0);
-  details_.txtTitelSave = "mine";
+  details_.texts[TrackField::Songname] = "mine";
   details_.DetailsKeyed = details_.DetailsChanged = true;
   interaction_.WillAnswer(Answer::kYes);
   Click(1);
-  EXPECT_EQ(details_.txtTitelSave, "mine");
+  EXPECT_EQ(details_.texts[TrackField::Songname], "mine");
   EXPECT_EQ(bench_.ListView1.SelectedRows(), std::vector<std::size_t>{0});
   EXPECT_EQ(bench_.ListView1.FocusedRow(), 0U);
   bench_.ListView1.RemoveRows({0});
   interaction_.WillAnswer(Answer::kYes);
   Click(0);
-  EXPECT_EQ(details_.txtTitelSave, "mine") << "though a search has not found it";
+  EXPECT_EQ(details_.texts[TrackField::Songname], "mine") << "though a search has not found it";
   EXPECT_TRUE(details_.DetailsChanged);
   EXPECT_EQ(bench_.ListView1.SelectedCount(), 0U);
   EXPECT_EQ(watcher_.selections, 2);
@@ -184,7 +184,7 @@ TEST_F(Details, SeveralRowsAreNotAskedFor) {
   Fill({"/nowhere/a.mp3", "/nowhere/b.mp3"});
   bench_.save_details = [](Workbench&) { FAIL(); };
   Click(0);
-  EXPECT_EQ(details_.hasid3v1, "hasid3v1-0");
+  EXPECT_EQ(details_.texts[TrackField::hasid3v1], "hasid3v1-0");
   details_.DetailsKeyed = details_.DetailsChanged = true;
   bench_.ListView1.SetSelected(1, 1, true);
   ListView1_ItemClick(bench_, 1);

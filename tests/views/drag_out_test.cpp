@@ -21,11 +21,11 @@ TEST_F(DragOut, TheDraggedRowsAreStampedInTheCatalogueAndInTheList) {
   bench_.ListView1.ClearSelection();
   bench_.ListView1.SetSelected(1, 2, true);
   ListView1_OLECompleteDrag(bench_);
-  const std::string stamp(bench_.ListView1.Cell(1, Field::lasttimeplayed));
+  const std::string stamp(bench_.ListView1.Cell(1, TrackField::lasttimeplayed));
   EXPECT_TRUE(ParseDateTime(stamp));
   EXPECT_EQ(Rows("select lasttimeplayed from mp3sTabelle order by location"),
             (Texts{"", stamp, stamp}));
-  EXPECT_EQ(bench_.ListView1.Cell(0, Field::lasttimeplayed), "");
+  EXPECT_EQ(bench_.ListView1.Cell(0, TrackField::lasttimeplayed), "");
 }
 
 TEST_F(DragOut, AFailedStampIsToldAndTheCellsStay) {
@@ -35,7 +35,7 @@ TEST_F(DragOut, AFailedStampIsToldAndTheCellsStay) {
   session_.connection.Close();
   interaction_.WillAnswer(Answer::kOk);
   RunAndTell(interaction_, [this] { ListView1_OLECompleteDrag(bench_); });
-  EXPECT_EQ(bench_.ListView1.Cell(0, Field::lasttimeplayed), "1999-01-01 00:00:00");
+  EXPECT_EQ(bench_.ListView1.Cell(0, TrackField::lasttimeplayed), "1999-01-01 00:00:00");
 }
 
 }  // namespace

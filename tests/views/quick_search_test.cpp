@@ -40,7 +40,7 @@ class Search : public CatalogueTest {
         std::to_string(count) + ") select 'A','/t/' || i || '.mp3' from n");
   }
 
-  std::vector<std::string> Column(Field field) {
+  std::vector<std::string> Column(TrackField field) {
     std::vector<std::string> cells;
     for (std::size_t row = 0; row < bench_.ListInView().RowCount(); ++row) {
       cells.emplace_back(bench_.ListInView().Cell(row, field));
@@ -48,7 +48,7 @@ class Search : public CatalogueTest {
     return cells;
   }
 
-  std::vector<std::string> Locations() { return Column(Field::location); }
+  std::vector<std::string> Locations() { return Column(TrackField::location); }
 
   SearchWatcher watcher_;
 };
@@ -64,7 +64,7 @@ TEST_F(Search, TellsItsStepsAndFillsTheList) {
     EXPECT_EQ(interaction_.busy_depth, 1);
     EXPECT_EQ(interaction_.progress_maximum, 2);
   };
-  bench_.search.cboArtistSearch = "ANN";
+  bench_.search.texts[TrackField::Artist] = "ANN";
   cmdSuchen(bench_);
   EXPECT_EQ(interaction_.statuses,
             (Texts{"Clearing View...", "Searching...", "Visualization...", "Entry 0/2", "Ready."}));
@@ -82,7 +82,7 @@ TEST_F(Search, TellsItsStepsAndFillsTheList) {
   cmdReset_Click(bench_);
   EXPECT_EQ(bench_.search, SearchFields());
   EXPECT_EQ(bench_.ListView1.RowCount(), 2U) << "it runs no search";
-  bench_.search.txtLocation = "/nowhere";
+  bench_.search.texts[TrackField::location] = "/nowhere";
   cmdSuchen(bench_);
   EXPECT_EQ(bench_.ListView1.RowCount(), 0U);
   EXPECT_EQ(bench_.total_time, " ");
@@ -99,7 +99,7 @@ TEST_F(Search, AFailingStatementShowsItselfAndLeavesAnEmptyList) {
     EXPECT_FALSE(session_.busy);
   };
   cmdSuchen(bench_);
-  bench_.search.cboGenre = "R\"B";  // this field is not escaped
+  bench_.search.texts[TrackField::genrereal] = "R\"B";  // this field is not escaped
   cmdSuchen(bench_);
   EXPECT_EQ(bench_.ListView1.RowCount(), 0U);
   EXPECT_EQ(bench_.total_size, " 0 MB");
@@ -126,23 +126,23 @@ TEST_F(Search, EndsTheModeForManyAndKeepsTheRecordOfTheEditor) {
   ListView1_ItemClick(bench_, 0);
   bench_.ListView1.SetSelected(0, 1, true);
   ListView1_ItemClick(bench_, 1);
-  bench_.details.txtInterpretSave = "for many";
+  bench_.details.texts[TrackField::Artist] = "for many";
   cmdSuchen(bench_);
   EXPECT_FALSE(bench_.details.save_all);
-  EXPECT_EQ(bench_.details.txtInterpretSave, "A");
+  EXPECT_EQ(bench_.details.texts[TrackField::Artist], "A");
 }
 
 TEST_F(Search, AReplayRunsTheStoredStatementAndIsNoNewEntry) {
   AddTrack("Anna", "/m/a.mp3");
   AddTrack("Berta", "/m/b.mp3");
-  bench_.search.cboArtistSearch = "Anna";
+  bench_.search.texts[TrackField::Artist] = "Anna";
   cmdSuchen(bench_);
-  bench_.search.cboArtistSearch = "Berta";
+  bench_.search.texts[TrackField::Artist] = "Berta";
   cmdSuchen(bench_);
   mnuSuche_Click(bench_, 1);
   EXPECT_EQ(Locations(), (Texts{"/m/a.mp3"}));
   EXPECT_EQ(bench_.history.Entries().size(), 2U);
-  EXPECT_EQ(bench_.search.cboArtistSearch, "Berta");
+  EXPECT_EQ(bench_.search.texts[TrackField::Artist], "Berta");
   mnuSuche_Click(bench_, 3);
   mnuSuche_Click(bench_, 0);
   EXPECT_EQ(Locations(), (Texts{"/m/a.mp3"})) << "an empty entry does nothing";
@@ -163,7 +163,7 @@ TEST_F(Search, ThePlaylistViewKeepsItsOrderAndNoForeignRows) {
   bench_.search.cboPlaylists = "Other";  // hidden while a playlist is open
   cmdSuchen(bench_);
   EXPECT_EQ(Locations(), (Texts{"/m/c.mp3", "/m/a.mp3"}));
-  EXPECT_EQ(bench_.ListView3.Cell(1, Field::position),
+  EXPECT_EQ(bench_.ListView3.Cell(1, TrackField::position),
             std::to_string(10 - bench_.ListView3.Uid(1)));
   EXPECT_EQ(bench_.ListView1.RowCount(), 3U) << "the other list is left alone";
   mnuSuche_Click(bench_, 3);
@@ -194,7 +194,7 @@ TEST_F(Search, ASearchWithoutItsArchiveLeavesTheViewOfArchives) {
   EXPECT_EQ(view_after("", 0), "Database, told");
   EXPECT_EQ(view_after("", 1), "CDArchive");
   EXPECT_EQ(view_after("CD", 2), "Database, told");
-  bench_.search.txtComment = " cdarchives.cdarchive='CD' and cdarchives.uid=cdarchives.uid";
+  bench_.search.texts[TrackField::Comment] = " cdarchives.cdarchive='CD' and cdarchives.uid=cdarchives.uid";
   EXPECT_EQ(view_after("", 0), "Database, told") << "the text of a field is no archive";
 }
 
@@ -202,14 +202,14 @@ TEST_F(Search, AnArchiveBesideAFieldIsAProductWithinBounds) {
   AddTracks(1001);
   Run("insert into cdarchives (CDArchive,uid) select 'CD', uid from mp3sTabelle where uid<=3");
   bench_.search.cboCDArchive = "CD";
-  bench_.search.txtLocation = "/t/7.mp3";
+  bench_.search.texts[TrackField::location] = "/t/7.mp3";
   cmdSuchen(bench_);
   EXPECT_EQ(Locations(), Texts(bench_.ListView1.RowCount(), "/t/7.mp3"));
   EXPECT_GT(bench_.ListView1.RowCount(), 1U);
 
   Run("delete from cdarchives");
   Run("insert into cdarchives (CDArchive,uid) select 'CD', uid from mp3sTabelle limit 1000");
-  bench_.search.txtLocation = "/t/";
+  bench_.search.texts[TrackField::location] = "/t/";
   for (const bool replay : {false, true}) {
     interaction_.WillAnswer(Answer::kOk);
     replay ? mnuSuche_Click(bench_, 2) : cmdSuchen(bench_);
@@ -222,7 +222,7 @@ TEST_F(Search, ALongResultIsWholeAndASearchInsideItDoesNothing) {
   AddTracks(40000);
   interaction_.on_yield = [&](std::size_t yield) {
     if (yield != 3) return;
-    bench_.search.cboArtistSearch = "nobody";
+    bench_.search.texts[TrackField::Artist] = "nobody";
     cmdSuchen(bench_);
     mnuSuche_Click(bench_, 1);
   };

@@ -17,13 +17,13 @@
 namespace tunemeadow {
 namespace {
 
-constexpr std::size_t kSorted = IndexOf(Field::Comment);
+constexpr std::size_t kSorted = IndexOf(TrackField::Comment);
 
 /// A list whose `column` holds the cells, keys from 1 on.
 ResultList ListOf(const std::vector<std::string>& cells, std::size_t column = kSorted) {
-  CellTable rows(kTrackFields);
+  CellTable rows(kSelectedFields);
   for (std::size_t i = 0; i < cells.size(); ++i) {
-    std::vector<std::string> row(kTrackFields);
+    std::vector<std::string> row(kSelectedFields);
     row[0] = std::to_string(i + 1);
     row[column] = cells[i];
     rows.AppendRow(std::vector<std::string_view>(row.begin(), row.end()));
@@ -153,7 +153,7 @@ TEST(Sort, EqualRowsKeepTheirOrderInBothDirections) {
   EXPECT_TRUE(list.SortAscending()) << "another column begins anew";
   EXPECT_EQ(list.SortColumn(), 0U);
   EXPECT_EQ(Keys(list), (std::vector<std::int64_t>{1, 2, 3, 4}));
-  list.Fill(CellTable(kTrackFields));
+  list.Fill(CellTable(kSelectedFields));
   EXPECT_EQ(list.SortColumn(), std::nullopt);
 }
 
@@ -169,17 +169,17 @@ TEST(Sort, LeavesSelectionAndFocusWithTheirRows) {
 TEST(ResultList, ShowsTheFileNameOfALocationAndHidesThePosition) {
   CellTable rows(kPlaylistFields);
   std::vector<std::string> row(kPlaylistFields);
-  row[IndexOf(Field::location)] = "/music/AC\\DC.mp3";
-  row[IndexOf(Field::position)] = "7";
+  row[IndexOf(TrackField::location)] = "/music/AC\\DC.mp3";
+  row[IndexOf(TrackField::position)] = "7";
   rows.AppendRow(std::vector<std::string_view>(row.begin(), row.end()));
   ResultList list;
   list.Fill(std::move(rows));
   EXPECT_EQ(list.Cell(0, kFileColumn), "AC\\DC.mp3");
-  EXPECT_EQ(list.Cell(0, Field::position), "7");
-  list.SetCell(0, Field::location, "CD07\\Rock\\a.mp3");
+  EXPECT_EQ(list.Cell(0, TrackField::position), "7");
+  list.SetCell(0, TrackField::location, "CD07\\Rock\\a.mp3");
   EXPECT_EQ(list.Cell(0, kFileColumn), "a.mp3");
-  EXPECT_EQ(list.Record(0)[Field::position], "7");
-  EXPECT_EQ(list.Cell(1, Field::uid), "");
+  EXPECT_EQ(list.Record(0)[TrackField::position], "7");
+  EXPECT_EQ(list.Cell(1, TrackField::uid), "");
 }
 
 TEST(ResultList, RemovedRowsTakeTheirSelectionAlongAndHandTheFocusOn) {

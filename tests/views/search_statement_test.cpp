@@ -41,11 +41,15 @@ SearchRequest Fields(SearchFields fields, char quote = '"') {
 
 TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
   SearchFields all;
-  all.cboSongname = "a", all.cboArtistSearch = "b", all.cboGenre = "c", all.txtQualitaet = "d";
-  all.txtFileSearch = "e", all.txtLocation = "f", all.cboSituation = "g", all.cboPreference = "h";
-  all.cboMood = "i", all.cboTempo = "j", all.txtLyrics = "k", all.txtBios = "l";
+  all.texts[TrackField::Songname] = "a", all.texts[TrackField::Artist] = "b",
+  all.texts[TrackField::genrereal] = "c", all.texts[TrackField::quality] = "d";
+  all.texts[TrackField::file] = "e", all.texts[TrackField::location] = "f",
+  all.texts[TrackField::Situation] = "g", all.texts[TrackField::preference] = "h";
+  all.texts[TrackField::Mood] = "i", all.texts[TrackField::tempo] = "j",
+  all.texts[TrackField::Lyrics] = "k", all.texts[TrackField::bios] = "l";
   all.txtSearch3 = {"m", "n", "o", "p", "q"};
-  all.cboYearSearch = "r", all.cboAlbum = "s", all.txtComment = "t";
+  all.texts[TrackField::year] = "r", all.texts[TrackField::album] = "s",
+  all.texts[TrackField::Comment] = "t";
   const SearchFields both{.cboPlaylists = "It's", .cboCDArchive = "CD"};
   const SearchFields both_and_artist{
       .cboArtistSearch = "x", .cboPlaylists = "L", .cboCDArchive = "CD"};

@@ -70,7 +70,7 @@ class Tree : public CatalogueTest {
     Texts texts;
     const ResultList& list = bench_.ListInView();
     for (std::size_t row = 0; row < list.RowCount(); ++row) {
-      texts.emplace_back(list.Cell(row, Field::location));
+      texts.emplace_back(list.Cell(row, TrackField::location));
     }
     return texts;
   }
@@ -138,7 +138,7 @@ TEST_F(Tree, IsReadAnewOnlyAfterAWriteOrForAnotherKind) {
   watcher_.trees = 0;
   updatetreeview(bench_);
   EXPECT_EQ(watcher_.trees, 0) << "nothing has changed";
-  bench_.search.cboSongname = "no such title";
+  bench_.search.texts[TrackField::Songname] = "no such title";
   cmdSuchen(bench_);
   EXPECT_EQ(watcher_.trees, 1);
   EXPECT_EQ(bench_.tree.nodes, nodes) << "the same nodes with another count";
@@ -181,7 +181,7 @@ TEST_F(Tree, AClickOnAGroupFillsItsFieldAloneAndSearches) {
   for (const Case& one : cases) {
     SCOPED_TRACE(one.key);
     cboTreeSelector_Click(bench_, one.kind);
-    bench_.search.txtComment = "left over";
+    bench_.search.texts[TrackField::Comment] = "left over";
     ClickOn(one.key);
     SearchFields expected;
     expected.*one.field = one.text;
@@ -219,7 +219,7 @@ TEST_F(Tree, EachKindOfNodeBringsItsViewAndLeavesNoField) {
   AddToPlaylist("Database", "/m/a.mp3");
   AddToArchive("MP3-CD01", "MP3-CD01/Jazz/d.mp3");
   UpdateTrackCount(bench_);
-  bench_.search.cboArtistSearch = "left over";
+  bench_.search.texts[TrackField::Artist] = "left over";
   TreeView1_NodeClick(bench_, {NodeKind::kPlaylist, "Database|1", "Database"});
   EXPECT_TRUE(bench_.playlist_in_view);
   EXPECT_EQ(bench_.current_playlist, "Database");
@@ -234,7 +234,7 @@ TEST_F(Tree, EachKindOfNodeBringsItsViewAndLeavesNoField) {
   EXPECT_FALSE(NameCombosShown(bench_));
 
   ClickOn("CDArchive|MP3-CD01\\MP3-CD01/Jazz/");
-  EXPECT_EQ(bench_.search.txtLocation, "MP3-CD01/Jazz/");
+  EXPECT_EQ(bench_.search.texts[TrackField::location], "MP3-CD01/Jazz/");
   EXPECT_EQ(Locations(), Texts{"MP3-CD01/Jazz/d.mp3"});
 
   EXPECT_FALSE(ArchivesTakeRows(bench_));

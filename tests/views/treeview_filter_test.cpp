@@ -127,7 +127,7 @@ TEST_F(Filter, AClickFillsTheFieldsOfItsPrefixAndSearches) {
       {"LocationLIST|/m/Rock/", &F::txtLocation, "/m/Rock/", nullptr, "", 2}};
   for (const Case& one : cases) {
     SCOPED_TRACE(one.key);
-    bench_.search.txtComment = "left over";
+    bench_.search.texts[TrackField::Comment] = "left over";
     TreeviewFilter_NodeClick(bench_, *filter_.Nodes(), IndexOfKey(*filter_.Nodes(), one.key));
     F expected;
     expected.*one.field = one.text;

@@ -12,6 +12,7 @@
 
 #include "audio/genres.h"
 #include "editing/save_rules.h"
+#include "tracks/track_field_table.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/qt_text.h"
 #include "ui_picDetails.h"
@@ -85,68 +86,76 @@ DetailPanels::DetailPanels(DetailEditor& editor, Interaction& interaction, QWidg
   BindSecondAndThird();
   BindBoxes();
   ConnectFields();
-  first_->lblFilesize->setReadOnly(true);
-  first_->txtLocationSave->setReadOnly(true);
   Show();
 }
 
 DetailPanels::~DetailPanels() = default;
 
-void DetailPanels::Bind(std::string& text, QWidget* control, Use use) {
-  fields_.push_back({.text = &text, .control = control, .use = use, .tip = control->toolTip()});
+/// What cannot be written into all tracks takes input for one only; what takes none is shown.
+DetailPanels::Use DetailPanels::UseOf(TrackField field) {
+  if (field == TrackField::Comment) return Use::kComment;
+  const TrackFieldRow& row = RowOf(field);
+  return row.save_all.place != 0 || !row.editor.editable ? Use::kAlways : Use::kOneTrack;
+}
+
+void DetailPanels::Bind(TrackField field, QWidget* control) {
+  auto* line = qobject_cast<QLineEdit*>(control);
+  if (line != nullptr && !RowOf(field).editor.editable) line->setReadOnly(true);
+  fields_.push_back(
+      {.field = field, .control = control, .use = UseOf(field), .tip = control->toolTip()});
 }
 
 void DetailPanels::BindFirst() {
-  Bind(editor_.txtTitelSave, first_->txtTitelSave, Use::kOneTrack);
-  Bind(editor_.txtInterpretSave, first_->txtInterpretSave);
-  Bind(editor_.txtAlbumSave, first_->txtAlbumSave);
-  Bind(editor_.cboGenre1, first_->cboGenre1);
-  Bind(editor_.txtYearSave, first_->txtYearSave);
-  Bind(editor_.txtTracknumber, first_->txtTracknumber, Use::kOneTrack);
-  Bind(editor_.txtBPMSave, first_->txtBPMSave, Use::kOneTrack);
-  Bind(editor_.txtQualitaetSave, first_->txtQualitaetSave, Use::kOneTrack);
-  Bind(editor_.txtPlaytime, first_->txtPlaytime, Use::kOneTrack);
-  Bind(editor_.lblFilesize, first_->lblFilesize);
-  Bind(editor_.txtLocationSave, first_->txtLocationSave);
-  Bind(editor_.txtCommentSave, first_->txtCommentSave, Use::kComment);
+  Bind(TrackField::Songname, first_->txtTitelSave);
+  Bind(TrackField::Artist, first_->txtInterpretSave);
+  Bind(TrackField::album, first_->txtAlbumSave);
+  Bind(TrackField::genrereal, first_->cboGenre1);
+  Bind(TrackField::year, first_->txtYearSave);
+  Bind(TrackField::trackno, first_->txtTracknumber);
+  Bind(TrackField::BPM, first_->txtBPMSave);
+  Bind(TrackField::quality, first_->txtQualitaetSave);
+  Bind(TrackField::Playtime, first_->txtPlaytime);
+  Bind(TrackField::Filesize, first_->lblFilesize);
+  Bind(TrackField::location, first_->txtLocationSave);
+  Bind(TrackField::Comment, first_->txtCommentSave);
   BindBigger(first_->cmdBigger_txtCommentSave, first_->txtCommentSave);
   checked_[0] = {.line = first_->txtTracknumber, .check = &CheckTracknumber};
   checked_[1] = {.line = first_->txtYearSave, .check = &CheckYear};
 }
 
 void DetailPanels::BindSecondAndThird() {
-  Bind(editor_.txtSituationSave, second_->txtSituationSave);
-  Bind(editor_.txtPreferenceSave, second_->txtPreferenceSave);
-  Bind(editor_.txtTempoSave, second_->txtTempoSave);
-  Bind(editor_.txtMoodSave, second_->txtMoodSave);
-  Bind(editor_.txtBiosSave, second_->txtBiosSave, Use::kOneTrack);
-  Bind(editor_.txtLyricsSave, second_->txtLyricsSave, Use::kOneTrack);
+  Bind(TrackField::Situation, second_->txtSituationSave);
+  Bind(TrackField::preference, second_->txtPreferenceSave);
+  Bind(TrackField::tempo, second_->txtTempoSave);
+  Bind(TrackField::Mood, second_->txtMoodSave);
+  Bind(TrackField::bios, second_->txtBiosSave);
+  Bind(TrackField::Lyrics, second_->txtLyricsSave);
   BindBigger(second_->cmdBigger_txtBiosSave, second_->txtBiosSave);
   BindBigger(second_->cmdBigger_txtLyricsSave, second_->txtLyricsSave);
-  const std::array<QLineEdit*, kExtraFields> extra = {third_->txtSave3_0, third_->txtSave3_1,
-                                                      third_->txtSave3_2, third_->txtSave3_3,
-                                                      third_->txtSave3_4};
-  for (std::size_t i = 0; i < kExtraFields; ++i) Bind(editor_.txtSave3[i], extra[i]);
+  std::size_t extra = 0;
+  for (QLineEdit* line : {third_->txtSave3_0, third_->txtSave3_1, third_->txtSave3_2,
+                          third_->txtSave3_3, third_->txtSave3_4}) {
+    Bind(ExtraField(extra++), line);
+  }
 }
 
 void DetailPanels::BindBoxes() {
-  MassSelectors& chosen = editor_.selectors;
-  boxes_ = {{first_->chkAlbum, &chosen.chkAlbum},
-            {first_->chkGenre, &chosen.chkGenre},
-            {first_->chkInterpret, &chosen.chkInterpret},
-            {first_->chkYear, &chosen.chkYear},
-            {second_->chkSituation, &chosen.chkSituation},
-            {second_->chkPreference, &chosen.chkPreference},
-            {second_->chkTempo, &chosen.chkTempo},
-            {second_->chkMood, &chosen.chkMood}};
-  const std::array<QCheckBox*, kExtraFields> extra = {third_->chkDetail3_0, third_->chkDetail3_1,
-                                                      third_->chkDetail3_2, third_->chkDetail3_3,
-                                                      third_->chkDetail3_4};
-  for (std::size_t i = 0; i < kExtraFields; ++i) {
-    boxes_.emplace_back(extra[i], &chosen.chkDetail3[i]);
+  boxes_ = {{first_->chkAlbum, TrackField::album},
+            {first_->chkGenre, TrackField::genrereal},
+            {first_->chkInterpret, TrackField::Artist},
+            {first_->chkYear, TrackField::year},
+            {second_->chkSituation, TrackField::Situation},
+            {second_->chkPreference, TrackField::preference},
+            {second_->chkTempo, TrackField::tempo},
+            {second_->chkMood, TrackField::Mood}};
+  std::size_t extra = 0;
+  for (QCheckBox* box : {third_->chkDetail3_0, third_->chkDetail3_1, third_->chkDetail3_2,
+                         third_->chkDetail3_3, third_->chkDetail3_4}) {
+    boxes_.emplace_back(box, ExtraField(extra++));
   }
-  for (const auto& [box, chosen_field] : boxes_) {
-    connect(box, &QCheckBox::toggled, this, [place = chosen_field](bool on) { *place = on; });
+  for (const auto& [box, field] : boxes_) {
+    connect(box, &QCheckBox::toggled, this,
+            [this, place = IndexOf(field)](bool on) { editor_.chosen[place] = on; });
   }
 }
 
@@ -166,7 +175,7 @@ void DetailPanels::Show() {
 }
 
 void DetailPanels::ShowText(Field& field) {
-  const QString shown = ToQt(*field.text);
+  const QString shown = ToQt(editor_.texts[field.field]);
   if (auto* line = qobject_cast<QLineEdit*>(field.control)) {
     ShowLineText(*line, shown);
     line->setToolTip(shown.size() > kLongText ? TipOfText(shown) : field.tip);
@@ -179,8 +188,8 @@ void DetailPanels::ShowText(Field& field) {
 }
 
 void DetailPanels::ShowBoxes() {
-  for (const auto& [box, chosen] : boxes_) {
-    box->setChecked(*chosen);
+  for (const auto& [box, field] : boxes_) {
+    box->setChecked(editor_.chosen[IndexOf(field)]);
     box->setVisible(editor_.save_all);
   }
 }

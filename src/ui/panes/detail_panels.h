@@ -69,9 +69,9 @@ class DetailPanels : public QStackedWidget {
 
   /// One field of the record and the control that shows it.
   struct Field {
-    std::string* text;
+    TrackField field;
     QWidget* control;
-    Use use = Use::kAlways;
+    Use use;
     QString tip = {};   ///< of the control, while its text needs none
     bool crlf = false;  ///< lines of the text end with "\r\n"
   };
@@ -88,7 +88,8 @@ class DetailPanels : public QStackedWidget {
   void BindBoxes();
   void ConnectFields();
   void SetUpGenres();
-  void Bind(std::string& text, QWidget* control, Use use = Use::kAlways);
+  void Bind(TrackField field, QWidget* control);
+  [[nodiscard]] static Use UseOf(TrackField field);
   void BindBigger(QWidget* button, QPlainTextEdit* field);
 
   void ShowText(Field& field);
@@ -106,7 +107,7 @@ class DetailPanels : public QStackedWidget {
   std::unique_ptr<Ui::picDetails3> third_;
   std::vector<Field> fields_;
   std::vector<QWidget*> biggers_;
-  std::vector<std::pair<QCheckBox*, bool*>> boxes_;  ///< each with its place in the selectors
+  std::vector<std::pair<QCheckBox*, TrackField>> boxes_;
   std::array<CheckedField, 2> checked_;
   QTimer leave_timer_;
   bool showing_ = false;   ///< texts are being set by the program

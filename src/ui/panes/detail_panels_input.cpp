@@ -90,7 +90,7 @@ void DetailPanels::Changed(Field& field) {
   if (showing_) return;
   QString text = TextOfControl(*field.control);
   if (field.crlf) text.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
-  *field.text = FromQt(text);
+  editor_.texts[field.field] = FromQt(text);
   for (CheckedField& checked : checked_) checked.changed |= checked.line == field.control;
   // What is typed for many tracks is no change of the one that was loaded before them.
   if (editor_.save_all) return;

@@ -82,23 +82,14 @@ QString ListModel::LineText(int row, int column) const { return OnOneLine(WholeT
 QString ListModel::WholeText(int row, int column) const { return ToQt(CellBytes(row, column)); }
 
 QIcon ListModel::RowIcon(int row) const {
-  const std::string key = IconKey(CellBytes(row, static_cast<int>(IndexOf(Field::location))));
+  const std::string key = IconKey(CellBytes(row, static_cast<int>(IndexOf(TrackField::location))));
   const auto known = icons_.find(key);
   if (known != icons_.end()) return known->second;
   return icons_.emplace(key, IconOfFileType(key)).first->second;
 }
 
 bool ListModel::IsNumber(int column) noexcept {
-  switch (static_cast<Field>(column)) {
-    case Field::uid:
-    case Field::trackno:
-    case Field::Playtime:
-    case Field::Filesize:
-    case Field::BPM:
-      return true;
-    default:
-      return false;
-  }
+  return ListColumn(static_cast<std::size_t>(column)).number;
 }
 
 QModelIndex ListModel::index(int row, int column, const QModelIndex& parent) const {
@@ -138,7 +129,8 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
     case Qt::AccessibleTextRole:
-      return ToQt(kind_ == ListKind::kPlaylist ? PlaylistHeader(column) : kColumns[column].header);
+      return ToQt(kind_ == ListKind::kPlaylist ? ListColumn(column).playlist_caption
+                                               : ListColumn(column).caption);
     case Qt::TextAlignmentRole: {
       const Qt::Alignment side = IsNumber(section) ? Qt::AlignRight : Qt::AlignLeft;
       return QVariant::fromValue(side | Qt::AlignVCenter);

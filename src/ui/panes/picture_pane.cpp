@@ -46,7 +46,7 @@ void PicturePane::FillKinds() {
 
 void PicturePane::EnableButtons(const DetailEditor& editor) {
   const bool one_track = editor.enabled && !editor.save_all;
-  ui_->cmdAddpic->setEnabled(one_track && HasExtension(editor.txtLocationSave, "mp3"));
+  ui_->cmdAddpic->setEnabled(one_track && HasExtension(editor.texts[TrackField::location], "mp3"));
   ui_->cmdSavePic->setEnabled(!editor.picture.data.empty());
 }
 

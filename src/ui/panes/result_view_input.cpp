@@ -96,7 +96,7 @@ std::unique_ptr<QMimeData> ResultView::DragData() const {
   std::vector<std::string> paths;
   for (const std::size_t row : list_.SelectedRows()) {
     paths.push_back(path_of_row_ ? path_of_row_(row)
-                                 : std::string(list_.Cell(row, Field::location)));
+                                 : std::string(list_.Cell(row, TrackField::location)));
   }
   const std::string uris = UriList(paths);
   if (uris.empty()) return nullptr;

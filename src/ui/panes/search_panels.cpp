@@ -14,9 +14,9 @@
 
 namespace tunemeadow {
 
-/// One field of the record and the control that shows it: a combo or a line.
+/// One field of a search and the control that shows it: a combo or a line.
 struct SearchPanels::TextControl {
-  std::string SearchFields::*field;
+  TrackField field;
   SearchCombo* combo;
   QLineEdit* line;
 
@@ -63,8 +63,6 @@ SearchPanels::SearchPanels(QWidget* parent)
     names->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     names->setMinimumContentsLength(6);
   }
-  extra_ = {third_->txtSearch3_0, third_->txtSearch3_1, third_->txtSearch3_2, third_->txtSearch3_3,
-            third_->txtSearch3_4};
   BindPanels();
   BindEnter();
 }
@@ -72,22 +70,27 @@ SearchPanels::SearchPanels(QWidget* parent)
 SearchPanels::~SearchPanels() = default;
 
 void SearchPanels::BindPanels() {
-  using F = SearchFields;
-  controls_ = {{&F::cboSongname, first_->cboSongname, nullptr},
-               {&F::cboArtistSearch, first_->cboArtistSearch, nullptr},
-               {&F::cboAlbum, first_->cboAlbum, nullptr},
-               {&F::cboGenre, first_->cboGenre, nullptr},
-               {&F::cboYearSearch, first_->cboYearSearch, nullptr},
-               {&F::txtComment, nullptr, first_->txtComment},
-               {&F::txtQualitaet, nullptr, first_->txtQualitaet},
-               {&F::txtFileSearch, nullptr, first_->txtFileSearch},
-               {&F::txtLocation, nullptr, first_->txtLocation},
-               {&F::cboSituation, second_->cboSituation, nullptr},
-               {&F::cboPreference, second_->cboPreference, nullptr},
-               {&F::cboMood, second_->cboMood, nullptr},
-               {&F::cboTempo, second_->cboTempo, nullptr},
-               {&F::txtLyrics, nullptr, second_->txtLyrics},
-               {&F::txtBios, nullptr, second_->txtBios}};
+  using enum TrackField;
+  controls_ = {{Songname, first_->cboSongname, nullptr},
+               {Artist, first_->cboArtistSearch, nullptr},
+               {album, first_->cboAlbum, nullptr},
+               {genrereal, first_->cboGenre, nullptr},
+               {year, first_->cboYearSearch, nullptr},
+               {Comment, nullptr, first_->txtComment},
+               {quality, nullptr, first_->txtQualitaet},
+               {file, nullptr, first_->txtFileSearch},
+               {location, nullptr, first_->txtLocation},
+               {Situation, second_->cboSituation, nullptr},
+               {preference, second_->cboPreference, nullptr},
+               {Mood, second_->cboMood, nullptr},
+               {tempo, second_->cboTempo, nullptr},
+               {Lyrics, nullptr, second_->txtLyrics},
+               {bios, nullptr, second_->txtBios}};
+  std::size_t extra = 0;
+  for (QLineEdit* line : {third_->txtSearch3_0, third_->txtSearch3_1, third_->txtSearch3_2,
+                          third_->txtSearch3_3, third_->txtSearch3_4}) {
+    controls_.push_back({ExtraField(extra++), nullptr, line});
+  }
 }
 
 void SearchPanels::BindEnter() {
@@ -102,15 +105,13 @@ void SearchPanels::BindEnter() {
       on_enter(control.line);
     }
   }
-  for (QLineEdit* line : extra_) on_enter(line);
 }
 
 SearchFields SearchPanels::Read() const {
   SearchFields fields;
   for (const TextControl& control : controls_) {
-    fields.*control.field = FromQt(control.Line()->text());
+    fields.texts[control.field] = FromQt(control.Line()->text());
   }
-  for (std::size_t i = 0; i < extra_.size(); ++i) fields.txtSearch3[i] = FromQt(extra_[i]->text());
   fields.cboPlaylists = FromQt(first_->cboPlaylists->currentText());
   fields.cboCDArchive = FromQt(first_->cboCDArchive->currentText());
   return fields;
@@ -118,10 +119,9 @@ SearchFields SearchPanels::Read() const {
 
 void SearchPanels::Show(const SearchFields& fields) {
   for (const TextControl& control : controls_) {
-    const QString text = ToQt(fields.*control.field);
+    const QString text = ToQt(fields.texts[control.field]);
     if (control.Line()->text() != text) control.Line()->setText(text);
   }
-  for (std::size_t i = 0; i < extra_.size(); ++i) extra_[i]->setText(ToQt(fields.txtSearch3[i]));
   ChooseName(*first_->cboPlaylists, fields.cboPlaylists);
   ChooseName(*first_->cboCDArchive, fields.cboCDArchive);
 }

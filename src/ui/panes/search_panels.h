@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QStackedWidget>
-#include <array>
 #include <memory>
 #include <vector>
 
@@ -57,7 +56,6 @@ class SearchPanels : public QStackedWidget {
   std::unique_ptr<Ui::picSearch2> second_;
   std::unique_ptr<Ui::picSearch3> third_;
   std::vector<TextControl> controls_;
-  std::array<QLineEdit*, kExtraFields> extra_{};
 };
 
 }  // namespace tunemeadow

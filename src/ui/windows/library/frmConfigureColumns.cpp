@@ -12,7 +12,7 @@
 namespace tunemeadow {
 namespace {
 
-constexpr int kColumnRole = Qt::UserRole;  // place in kColumns
+constexpr int kColumnRole = Qt::UserRole;  // column of the list
 
 /// Sorts as the result list sorts texts: without regard to case.
 class FieldItem : public QTreeWidgetItem {
@@ -50,7 +50,7 @@ frmConfigureColumns::~frmConfigureColumns() = default;
 void frmConfigureColumns::FillList() {
   const auto shown = ShownColumns(layout_);
   for (std::size_t column = 0; column < kListColumns; ++column) {
-    auto* item = new FieldItem(ui_->ListView1, {ToQt(kColumns[column].header)});
+    auto* item = new FieldItem(ui_->ListView1, {ToQt(ListColumn(column).caption)});
     item->setData(0, kColumnRole, static_cast<int>(column));
     item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
     item->setCheckState(0, shown[column] ? Qt::Checked : Qt::Unchecked);
