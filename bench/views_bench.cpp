@@ -111,14 +111,14 @@ void BM_Sort(benchmark::State& state) {
   if (bench == nullptr) return;
   if (bench->ListView1.RowCount() == 0) cmdSuchen(*bench);
   const auto column = static_cast<std::size_t>(state.range(0));
-  state.SetLabel(std::string(kColumns[column].header));
+  state.SetLabel(std::string(ListColumn(column).caption));
   for (auto _ : state) {
     state.PauseTiming();
     bench->ListView1.ClearSortMark();
     bench->ListView1.Sort(0, SortKind::kNumber);
     bench->ListView1.ClearSortMark();
     state.ResumeTiming();
-    bench->ListView1.Sort(column, kColumns[column].kind);
+    bench->ListView1.Sort(column, ListColumn(column).kind);
   }
 }
 
@@ -143,7 +143,7 @@ void BM_SortFloor(benchmark::State& state) {
     const std::size_t at = row * kListColumns + column;
     return std::string_view(bytes).substr(ends[at], ends[at + 1] - ends[at]);
   };
-  state.SetLabel(std::string(kColumns[column].header));
+  state.SetLabel(std::string(ListColumn(column).caption));
   std::vector<std::uint32_t> order(list.RowCount());
   for (auto _ : state) {
     std::iota(order.begin(), order.end(), 0U);

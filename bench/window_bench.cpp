@@ -161,7 +161,7 @@ void SaveAll(frmStart& window, const char* artist) {
   list.SetSelected(0, list.RowCount() - 1, true);
   bench.Watcher().SelectionSet();
   ListView1_ItemClick(bench, 0);
-  bench.details.selectors.chkInterpret = true;
+  bench.details.chosen[IndexOf(TrackField::Artist)] = true;
   bench.details.texts[TrackField::Artist] = artist;
   const std::size_t rows = list.RowCount();
   const auto began = std::chrono::steady_clock::now();

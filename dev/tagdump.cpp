@@ -18,6 +18,8 @@
 #include "audio/ogg_comments.h"
 #include "core/code_page.h"
 #include "core/paths.h"
+#include "tracks/classic_tags.h"
+#include "tracks/field_order.h"
 #include "tracks/import_file.h"
 #include "tracks/import_row.h"
 
@@ -126,11 +128,13 @@ std::string JsonOf(const Lyrics3& l) {
 /// The columns that the statement of the row names. Paths that are not UTF-8 are shown, not kept.
 std::string JsonOf(const tunemeadow::ImportRow& row) {
   JsonObject o;
-  for (std::size_t i = 0; i < row.texts.size(); ++i) {
-    if (!row.whole && row.texts[i].empty()) continue;
-    std::string_view name = tunemeadow::kImportColumnNames[i];
+  for (const tunemeadow::TrackField field :
+       tunemeadow::FieldsInOrder<&tunemeadow::TrackFieldRow::insert>()) {
+    const std::string& text = row.texts[field];
+    if (!row.whole && text.empty()) continue;
+    std::string_view name = tunemeadow::RowOf(field).insert.text;
     if (name.front() == '[') name = name.substr(1, name.size() - 2);
-    o.AddRaw(name, Quoted(tunemeadow::DisplayPath(row.texts[i])));
+    o.AddRaw(name, Quoted(tunemeadow::DisplayPath(text)));
   }
   return o.Text();
 }
@@ -178,8 +182,8 @@ int main(int argc, char** argv) {
   tunemeadow::FileBytes file;
   Mp3Info info;
   const tunemeadow::Preferences options;
-  Mp3Info import_info;
-  tunemeadow::ImportReader reader(options, import_info);
+  tunemeadow::ClassicTags tags;
+  tunemeadow::ImportReader reader(options, tags);
   for (int i = 1; i < argc; ++i) {
     JsonObject line;
     line.AddRaw("path", Quoted(tunemeadow::DisplayPath(argv[i])));

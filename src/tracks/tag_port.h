@@ -4,12 +4,14 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "audio/file_bytes.h"
 #include "audio/id3v2_pictures.h"
+#include "audio/mdl_ID3.h"
 #include "audio/mp3reader.h"
 #include "audio/tag_writing.h"
 #include "run/preferences.h"
@@ -30,6 +32,9 @@ enum class SavedTag { kID3v2, kID3v1, kLyrics3 };
 
 /// Characters of a comment that a track number follows in an ID3v1.1 record.
 inline constexpr std::size_t kCommentBeforeTrack = 28;
+
+/// Bytes by which tags behind the audio commonly grow: those of an ID3v1 record.
+inline constexpr std::int64_t kGrowthOfTags = sizeof(ID3v1Tag);
 
 /// What is to go into a tag.
 struct TagsToWrite {

@@ -6,7 +6,6 @@
 
 #include <array>
 #include <initializer_list>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,23 +17,33 @@
 #include "editing/save.h"
 #include "store/statement.h"
 #include "support/mp3_builder.h"
+#include "tracks/track_field_table.h"
 #include "views/catalogue_test.h"
 
 namespace tunemeadow {
 
 /// A text of two letters in every field that a save writes, but for those that have a form.
 inline void FillSample(DetailEditor& details) {
-  constexpr std::array kFields = {&DetailEditor::txtTitelSave,      &DetailEditor::txtInterpretSave,
-                                  &DetailEditor::txtAlbumSave,      &DetailEditor::cboGenre1,
-                                  &DetailEditor::txtYearSave,       &DetailEditor::txtTracknumber,
-                                  &DetailEditor::txtBPMSave,        &DetailEditor::txtPlaytime,
-                                  &DetailEditor::txtQualitaetSave,  &DetailEditor::txtCommentSave,
-                                  &DetailEditor::txtSituationSave,  &DetailEditor::txtTempoSave,
-                                  &DetailEditor::txtPreferenceSave, &DetailEditor::txtMoodSave,
-                                  &DetailEditor::txtBiosSave,       &DetailEditor::txtLyricsSave};
-  std::istringstream texts("ti ar al Rock 2001 07 99 3:05 qu co si te pr mo bi ly");
-  for (const auto field : kFields) texts >> details.*field;
-  details.txtSave3 = {"x0", "x1", "x2", "x3", "x4"};
+  details.texts = {{TrackField::Songname, "ti"},
+                   {TrackField::Artist, "ar"},
+                   {TrackField::album, "al"},
+                   {TrackField::genrereal, "Rock"},
+                   {TrackField::year, "2001"},
+                   {TrackField::trackno, "07"},
+                   {TrackField::BPM, "99"},
+                   {TrackField::Playtime, "3:05"},
+                   {TrackField::quality, "qu"},
+                   {TrackField::Comment, "co"},
+                   {TrackField::Situation, "si"},
+                   {TrackField::tempo, "te"},
+                   {TrackField::preference, "pr"},
+                   {TrackField::Mood, "mo"},
+                   {TrackField::bios, "bi"},
+                   {TrackField::Lyrics, "ly"},
+                   {TrackField::location, details.texts[TrackField::location]}};
+  for (std::size_t i = 0; i < kExtraFields; ++i) {
+    details.texts[ExtraField(i)] = "x" + std::to_string(i);
+  }
 }
 
 class EditedTracksTest : public CatalogueTest {
@@ -71,7 +80,7 @@ class EditedTracksTest : public CatalogueTest {
   void Show() {
     std::string columns;
     for (std::size_t i = 0; i < kSelectedFields; ++i) {
-      columns.append(i == 0 ? "" : ",").append("[").append(kFieldNames[i]).append("]");
+      columns.append(i == 0 ? "" : ",").append("[").append(kTrackFieldTable[i].name).append("]");
     }
     bench_.ListInView().Fill(
         session_.connection.Execute("select " + columns + " from mp3sTabelle order by uid")

@@ -49,9 +49,13 @@ class MassSaving : public EditedTracksTest {
     return details;
   }
 
+  static void Tick(DetailEditor& details, std::initializer_list<TrackField> fields) {
+    for (const TrackField field : fields) details.chosen[IndexOf(field)] = true;
+  }
+
   static void TickAlbum(DetailEditor& details, const std::string& album) {
     details.texts[TrackField::album] = album;
-    details.selectors.chkAlbum = true;
+    Tick(details, {TrackField::album});
   }
 
   /// A save with Yes to the question and these answers to what follows.
@@ -79,10 +83,9 @@ TEST_F(MassSaving, TheQuestionNamesWhatIsTicked) {
   EXPECT_EQ(question(), kAskAll + "3 items(s) in the Database and in the ID3Tag?");
   preferences.chkSaveTags = false;
   EXPECT_EQ(question(), kAskAll + "3 items(s) in the Database?");
-  MassSelectors& selectors = details.selectors;
-  selectors.chkMood = selectors.chkYear = true;
+  Tick(details, {TrackField::Mood, TrackField::year});
   EXPECT_EQ(question(), kAskAll + "3 items(s) with the Year,Mood-Tag in the Database?");
-  selectors = {true, true, true, true, true, true, true, true, {true, true, true, true, true}};
+  details.chosen.fill(true);
   preferences.chkSaveTags = true;
   EXPECT_EQ(question(),
             kAskAll +
@@ -113,7 +116,7 @@ TEST_F(MassSaving, TickedFieldsTakeTheEditorsTextAllOthersKeepTheTracksOwn) {
   details.texts[TrackField::url] = "the url";
   details.texts[TrackField::Artist] = details.texts[TrackField::Mood] =
       details.texts[TrackField::Comment] = "not ticked";
-  details.selectors.chkAlbum = details.selectors.chkGenre = details.selectors.chkDetail3[4] = true;
+  Tick(details, {TrackField::album, TrackField::genrereal, TrackField::url});
   watcher_.rows.clear();
   SaveAll({Answer::kOk});
   for (const std::string n : {"1", "2", "3"}) {
@@ -139,8 +142,8 @@ TEST_F(MassSaving, TickedFieldsTakeTheEditorsTextAllOthersKeepTheTracksOwn) {
   EXPECT_EQ(details.texts[TrackField::album], "the album");
   Show();
   for (std::size_t row = 0; row < 3; ++row) {
-    EXPECT_EQ(shown[row].fields, bench_.ListView1.Record(row).fields);
-    EXPECT_EQ(shown[row].fields, bench_.ListView3.Record(row).fields);
+    EXPECT_EQ(shown[row], bench_.ListView1.Record(row));
+    EXPECT_EQ(shown[row], bench_.ListView3.Record(row));
   }
   EXPECT_THAT(watcher_.rows, ElementsAre(0, 1, 2));
   EXPECT_THAT(interaction_.progress, ElementsAre(1, 2, 3));
@@ -247,7 +250,7 @@ TEST_F(MassSaving, WithoutTagsOnlyTheRowsChange) {
   session_.preferences.chkSaveTags = false;
   DetailEditor& details = EditThree();
   details.texts[TrackField::year] = "1999";
-  details.selectors.chkYear = true;
+  Tick(details, {TrackField::year});
   SaveAll({Answer::kOk});
   EXPECT_EQ(Column("[year] || hasid3v1 || hasid3v2"), Texts(3, "199900"));
   EXPECT_EQ(Bytes("1.mp3") + Bytes("2.mp3") + Bytes("3.mp3"), audio_ + audio_ + audio_);

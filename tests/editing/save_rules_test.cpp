@@ -6,6 +6,8 @@
 #include <string>
 #include <tuple>
 
+#include "tracks/tag_texts.h"
+
 namespace tunemeadow {
 namespace {
 

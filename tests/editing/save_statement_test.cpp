@@ -6,18 +6,20 @@
 namespace tunemeadow {
 namespace {
 
-DetailEditor SampleEditor() {
+TrackTexts SampleTexts() {
   DetailEditor details;
   FillSample(details);
-  details.uid = 17;
   details.texts[TrackField::location] = "/m/AC'DC \"x\".mp3";
-  return details;
+  details.texts[TrackField::datetimeofdbupdate] = "now";
+  details.texts[TrackField::datetimeoffile] = "then";
+  details.texts[TrackField::hasid3v1] = "1";
+  details.texts[TrackField::hasid3v2] = "0";
+  return details.texts;
 }
 
 TEST(BuildSaveStatement, NamesEveryColumnInItsOrderAndDoublesTheDelimiter) {
   std::string statement;
-  const SaveFacts facts = {.now = "now", .file_time = "then", .hasid3v1 = 1, .hasid3v2 = 0};
-  BuildSaveStatement(SampleEditor(), facts, '"', statement);
+  BuildSaveStatement(SampleTexts(), 17, '"', statement);
   EXPECT_EQ(
       statement,
       R"(Update mp3sTabelle set BPM="99",trackno="07",playtime="3:05",playtimeREAL="185",)"
@@ -26,17 +28,17 @@ TEST(BuildSaveStatement, NamesEveryColumnInItsOrderAndDoublesTheDelimiter) {
       R"(Copyright="x1",Encodedby="x2",originalartist="x3",url="x4",Preference="pr",Mood="mo",)"
       R"(Bios="bi",Lyrics="ly",Tempo="te",Songname="ti",Genre="17",GenreReal="Rock",)"
       R"(Artist="ar",quality="qu" where uid=17)");
-  BuildSaveStatement(SampleEditor(), facts, '\'', statement);
+  BuildSaveStatement(SampleTexts(), 17, '\'', statement);
   EXPECT_NE(statement.find(R"(,location='/m/AC''DC "x".mp3',)"), std::string::npos) << statement;
 }
 
 TEST(BuildMassSaveStatement, NamesItsColumnsInTheirOrderBetweenDoubleQuotes) {
   std::string statement;
-  MassSaveTexts texts = {"pr", "si", "mo",   "te", {"x0", "x1", "x2", "x3", "x4"},
-                         0,    1,    "c\"o", "t'i"};
-  texts.album = "al", texts.year = "2001", texts.genre = "rock", texts.artist = "ar";
-  texts.now = "now", texts.file_time = "then", texts.uid = 5;
-  BuildMassSaveStatement(texts, statement);
+  TrackTexts texts = SampleTexts();
+  texts[TrackField::Comment] = "c\"o", texts[TrackField::Songname] = "t'i";
+  texts[TrackField::genrereal] = "rock";
+  texts[TrackField::hasid3v1] = "0", texts[TrackField::hasid3v2] = "1";
+  BuildMassSaveStatement(texts, 5, statement);
   EXPECT_EQ(statement,
             R"(Update mp3sTabelle set Preference="pr", Situation="si",Mood="mo",Tempo="te",)"
             R"(composer="x0",CopyRight="x1",encodedby="x2",OriginalArtist="x3",url="x4",)"

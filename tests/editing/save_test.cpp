@@ -65,7 +65,7 @@ TEST_F(SingleSave, WritesTheTagsThenTheRowThenTheCells) {
                  path + "|" + FileTimeText(path)}));
   const TrackTexts cells = bench_.ListView1.Record(1);
   Show();
-  EXPECT_EQ(cells.fields, bench_.ListView1.Record(1).fields) << "the list shows what is stored";
+  EXPECT_EQ(cells, bench_.ListView1.Record(1)) << "the list shows what is stored";
   EXPECT_EQ(watcher_.rows, (std::vector<std::size_t>{1}));
   EXPECT_EQ(watcher_.details, 1);
   EXPECT_FALSE(details.DetailsKeyed || details.DetailsChanged);

@@ -171,8 +171,8 @@ TEST_F(TagMenus, APlaylistThatHoldsATrackTwiceShowsItAlike) {
   CellTable twice(kSelectedFields);
   const TrackTexts track = bench_.ListView1.Record(0);
   for (int i = 0; i < 2; ++i) {
-    twice.AppendRow(std::vector<std::string_view>(track.fields.begin(),
-                                                  track.fields.begin() + kSelectedFields));
+    twice.AppendRow(
+        std::vector<std::string_view>(track.texts.begin(), track.texts.begin() + kSelectedFields));
   }
   bench_.ListView3.Fill(std::move(twice));
   bench_.ListView3.SetSelected(0, 1, true);

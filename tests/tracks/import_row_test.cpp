@@ -4,11 +4,12 @@
 #include <gtest/gtest.h>
 
 #include "core/dates.h"
+#include "tracks/classic_tags.h"
 
 namespace tunemeadow {
 namespace {
 
-using enum ImportColumn;
+using enum TrackField;
 
 std::string Times(std::size_t count, const std::string& text) {
   std::string all;
@@ -20,48 +21,51 @@ std::string Times(std::size_t count, const std::string& text) {
 struct Findings {
   FileFacts facts{.path = "/music/a.mp3", .kind = FileKind::kMp3, .length = 4000000};
   Mp3Info info{.Bitrate = 128, .SampleRate = 44100, .ChannelMode = "Stereo", .Playtime = 250};
+  TagCandidates found;
   Preferences options;
 
-  [[nodiscard]] ImportRow Row() const {
+  [[nodiscard]] ImportRow MakeRow() const {
     ImportRow row;
-    BuildImportRow(facts, info, options, "2001-02-03 04:05:06", row);
+    MergeTags(found, {&info}, row.texts);
+    SetStreamTexts(info, facts.kind, row.texts);
+    FinishImportRow(facts, options, "2001-02-03 04:05:06", row);
     return row;
   }
+  [[nodiscard]] TrackTexts Row() const { return MakeRow().texts; }
 };
 
 TEST(ImportRow, CutsTextsByCharactersAndTitlesByFarMoreThanTheirLimit) {
   const struct {
-    TagText TagCandidates::*candidate;
-    ImportColumn column;
+    TrackField field;
     std::string found, stored;
   } cases[] = {
-      {&TagCandidates::title, Songname, Times(255, "t"), Times(255, "t")},
-      {&TagCandidates::title, Songname, Times(256, "t"), Times(25, "t")},
-      {&TagCandidates::artist, Artist, Times(255, "\xE9"), Times(255, "é")},
-      {&TagCandidates::artist, Artist, Times(256, "\xE9"), Times(25, "é")},
-      {&TagCandidates::title, Songname, Times(254, "t") + "'", Times(25, "t")},
-      {&TagCandidates::title, Songname, Times(24, "t") + " " + Times(231, "t"), Times(24, "t")},
-      {&TagCandidates::album, album, Times(256, "a"), Times(255, "a")},
-      {&TagCandidates::url, url, Times(300, "u"), Times(255, "u")},
-      {&TagCandidates::mood, Mood, Times(300, "m"), Times(255, "m")},
-      {&TagCandidates::genre_name, genrereal, Times(300, "g"), Times(255, "g")},
-      {&TagCandidates::year, year, "20011", "2001"},
-      {&TagCandidates::track, trackno, "123/456", "123/4"},
-      {&TagCandidates::comment, comment, Times(3000, "c"), Times(3000, "c")},
-      {&TagCandidates::lyrics, LYRICS, Times(3000, "l"), Times(3000, "l")},
-      {&TagCandidates::bio, BIOS, Times(3000, "b"), Times(3000, "b")},
-      {&TagCandidates::bpm, bpm, "120.5", "120.5"},
-      {&TagCandidates::bpm, bpm, "120 bpm", ""},
-      {&TagCandidates::bpm, bpm, Times(51, "1"), Times(50, "1")},
-      {&TagCandidates::bpm, bpm, Times(49, "1") + "e1", ""},  // what is left is no number
-      {&TagCandidates::tempo, Tempo, "'slow' \"very\"", "''slow'' ''very''"},
-      {&TagCandidates::title, Songname, "\x80 \x8D \x93", "€ \xC2\x8D “"},
+      {Songname, Times(255, "t"), Times(255, "t")},
+      {Songname, Times(256, "t"), Times(25, "t")},
+      {Artist, Times(255, "\xE9"), Times(255, "é")},
+      {Artist, Times(256, "\xE9"), Times(25, "é")},
+      {Songname, Times(254, "t") + "'", Times(25, "t")},
+      {Songname, Times(24, "t") + " " + Times(231, "t"), Times(24, "t")},
+      {album, Times(256, "a"), Times(255, "a")},
+      {url, Times(300, "u"), Times(255, "u")},
+      {Mood, Times(300, "m"), Times(255, "m")},
+      {genrereal, Times(300, "g"), Times(255, "g")},
+      {year, "20011", "2001"},
+      {trackno, "123/456", "123/4"},
+      {Comment, Times(3000, "c"), Times(3000, "c")},
+      {Lyrics, Times(3000, "l"), Times(3000, "l")},
+      {bios, Times(3000, "b"), Times(3000, "b")},
+      {BPM, "120.5", "120.5"},
+      {BPM, "120 bpm", ""},
+      {BPM, Times(51, "1"), Times(50, "1")},
+      {BPM, Times(49, "1") + "e1", ""},  // what is left is no number
+      {tempo, "'slow' \"very\"", "''slow'' ''very''"},
+      {Songname, "\x80 \x8D \x93", "€ \xC2\x8D “"},
   };
   for (const auto& each : cases) {
     SCOPED_TRACE(each.found);
     Findings findings;
-    findings.facts.candidates.*each.candidate = each.found;
-    EXPECT_EQ(findings.Row()[each.column], each.stored);
+    findings.found.texts[each.field] = each.found;
+    EXPECT_EQ(findings.Row()[each.field], each.stored);
   }
 }
 
@@ -84,10 +88,10 @@ TEST(ImportRow, CutsTheCommentOnlyBesideAnID3v1Track) {
     Findings findings;
     findings.info.Track = each.track;
     findings.info.Comment = each.id3v1;
-    findings.facts.candidates.comment = each.candidate;
-    EXPECT_EQ(findings.Row()[comment], each.stored);
+    findings.found.texts[Comment] = each.candidate;
+    EXPECT_EQ(findings.Row()[Comment], each.stored);
     findings.info.CommentOverride = "instead";
-    EXPECT_EQ(findings.Row()[comment], "instead");
+    EXPECT_EQ(findings.Row()[Comment], "instead");
   }
 }
 
@@ -115,7 +119,7 @@ TEST(ImportRow, MakesOneGenreOfNumberAndName) {
     SCOPED_TRACE(each.text);
     Findings findings;
     findings.info.Genre = each.id3v1;
-    TakeID3v2Values({.GenreV2 = each.text}, findings.facts.candidates);
+    TakeID3v2Values({.GenreV2 = each.text}, findings.found);
     EXPECT_EQ(findings.Row()[genre], each.number);
     EXPECT_EQ(findings.Row()[genrereal], each.name);
   }
@@ -123,44 +127,39 @@ TEST(ImportRow, MakesOneGenreOfNumberAndName) {
 
 TEST(ImportRow, ShowsStreamAndSize) {
   Findings findings;
-  ImportRow row = findings.Row();
+  TrackTexts row = findings.Row();
   EXPECT_EQ(row[quality], "128 kbps / 44.1 khz / Stereo");
-  EXPECT_EQ(row[playtime] + "=" + row[playtimereal], "4:10=250");
-  EXPECT_EQ(row[filesize] + "=" + row[filesizereal], "3.81 MB=4000000");
+  EXPECT_EQ(row[Playtime] + "=" + row[playtimereal], "4:10=250");
+  EXPECT_EQ(row[Filesize] + "=" + row[filesizereal], "3.81 MB=4000000");
 
   findings.info.Playtime = 3605;
-  EXPECT_EQ(findings.Row()[playtime], "60:05");
+  EXPECT_EQ(findings.Row()[Playtime], "60:05");
   findings.info.NoHeader = true;  // and the header fields of the file before
   row = findings.Row();
   EXPECT_EQ(row[quality], "damaged header");
-  EXPECT_EQ(row[playtime] + "=" + row[playtimereal], "0:00=0");
+  EXPECT_EQ(row[Playtime] + "=" + row[playtimereal], "0:00=0");
 
   findings.facts.length = 0;
-  EXPECT_EQ(findings.Row()[filesize], "0.00 MB");
+  EXPECT_EQ(findings.Row()[Filesize], "0.00 MB");
   findings.facts.length.reset();
-  EXPECT_EQ(findings.Row()[filesize] + "=" + findings.Row()[filesizereal], "=");
+  EXPECT_EQ(findings.Row()[Filesize] + "=" + findings.Row()[filesizereal], "=");
 }
 
 TEST(ImportRow, CapitalizesAndReplacesEightTextsBehindEverythingElse) {
   Findings findings;
-  TagCandidates& found = findings.facts.candidates;
-  for (TagText* const text : {&found.title, &found.artist, &found.album, &found.composer,
-                              &found.original_artist, &found.url, &found.copyright,
-                              &found.encoded_by, &found.comment, &found.genre_name, &found.mood}) {
-    *text = "it's_one  \xFC_two";
+  const auto beautified = {Songname,       Artist, album,     composer,
+                           originalartist, url,    copyright, encodedby};
+  const auto kept = {Comment, genrereal, Mood};
+  for (const auto& fields : {beautified, kept}) {
+    for (const TrackField field : fields) findings.found.texts[field] = "it's_one  \xFC_two";
   }
   findings.options.chkCapitalize = true;
   findings.options.chkReplace = true;
   findings.options.txtReplaceevery = "_";
   findings.options.txtReplacewith = "\"";
-  const ImportRow row = findings.Row();
-  for (const ImportColumn column :
-       {Songname, Artist, album, composer, originalartist, url, copyright, encodedby}) {
-    EXPECT_EQ(row[column], "It''s\"one  Ü\"two");
-  }
-  for (const ImportColumn column : {comment, genrereal, Mood}) {
-    EXPECT_EQ(row[column], "it''s_one  ü_two");
-  }
+  const TrackTexts row = findings.Row();
+  for (const TrackField field : beautified) EXPECT_EQ(row[field], "It''s\"one  Ü\"two");
+  for (const TrackField field : kept) EXPECT_EQ(row[field], "it''s_one  ü_two");
   findings.options.txtReplaceevery = "";
   EXPECT_EQ(findings.Row()[album], "It''s_one  Ü_two") << "an empty text is found nowhere";
 }
@@ -168,32 +167,18 @@ TEST(ImportRow, CapitalizesAndReplacesEightTextsBehindEverythingElse) {
 TEST(ImportStatement, HasEveryColumnOfAWholeRow) {
   Findings findings;
   findings.facts.path = "/m/O'Neil \"live\".mp3";
-  findings.facts.has_id3v1 = true;
+  findings.found.has_id3v1 = findings.found.has_picture = true;
   findings.facts.last_write = *ParseDateTime("2000-12-31 23:59:58");
-  findings.facts.candidates = {.title = "T",
-                               .artist = "O'Neil",
-                               .album = "Al",
-                               .year = "1999",
-                               .comment = "Co",
-                               .track = "5",
-                               .bpm = "90",
-                               .genre_number = "17",
-                               .genre = 17,
-                               .genre_name = "Rock",
-                               .composer = "Cp",
-                               .original_artist = "Or",
-                               .encoded_by = "En",
-                               .copyright = "Cy",
-                               .url = "Ur",
-                               .lyrics = "Ly",
-                               .preference = "Pr",
-                               .situation = "Si",
-                               .mood = "Mo",
-                               .tempo = "Te",
-                               .bio = "Bi",
-                               .has_picture = true};
+  findings.found.texts = {
+      {Songname, "T"},  {Artist, "O'Neil"},     {album, "Al"},      {year, "1999"},
+      {Comment, "Co"},  {trackno, "5"},         {BPM, "90"},        {genrereal, "Rock"},
+      {composer, "Cp"}, {originalartist, "Or"}, {encodedby, "En"},  {copyright, "Cy"},
+      {url, "Ur"},      {Lyrics, "Ly"},         {preference, "Pr"}, {Situation, "Si"},
+      {Mood, "Mo"},     {tempo, "Te"},          {bios, "Bi"}};
+  findings.found.genre_number = "17";
+  findings.found.genre = 17;
   std::string statement;
-  BuildInsertStatement(findings.Row(), '"', statement);
+  BuildInsertStatement(findings.MakeRow(), '"', statement);
   EXPECT_EQ(statement,
             "insert into mp3sTabelle (genrereal,Preference,Situation,[Mood],Tempo,BIOS,LYRICS,"
             "haspic,HasID3V1,HasID3V2,trackno,bpm,location,Songname,Artist,genre,[year],album,"
@@ -204,7 +189,7 @@ TEST(ImportStatement, HasEveryColumnOfAWholeRow) {
             "\"250\",\"3.81 MB\",\"4000000\",\"Co\",\"128 kbps / 44.1 khz / Stereo\","
             "\"2001-02-03 04:05:06\",\"2001-02-03 04:05:06\",\"2000-12-31 23:59:58\",\"Cp\","
             "\"Or\",\"Ur\",\"Cy\",\"En\")");
-  BuildInsertStatement(findings.Row(), '\'', statement);
+  BuildInsertStatement(findings.MakeRow(), '\'', statement);
   EXPECT_NE(statement.find(",'/m/O''Neil \"live\".mp3','T','O''''Neil',"), std::string::npos);
 }
 
@@ -213,13 +198,13 @@ TEST(ImportStatement, HasDatesPlaceAndSizesOfAnyOtherFile) {
   findings.facts = {.path = "/m/a.mp2", .kind = FileKind::kOther, .length = 1048576};
   findings.info.Title = "of the file before";
   std::string statement;
-  BuildInsertStatement(findings.Row(), '"', statement);
+  BuildInsertStatement(findings.MakeRow(), '"', statement);
   EXPECT_EQ(statement,
             "insert into mp3sTabelle (datetimeofdbinsert,datetimeofdbupdate,datetimeoffile,"
             "location,filesize,filesizereal) values (\"2001-02-03 04:05:06\","
             "\"2001-02-03 04:05:06\",\"\",\"/m/a.mp2\",\"1.00 MB\",\"1048576\")");
   findings.facts.length = 0;
-  BuildInsertStatement(findings.Row(), '"', statement);
+  BuildInsertStatement(findings.MakeRow(), '"', statement);
   EXPECT_TRUE(statement.ends_with("\"/m/a.mp2\",\"\",\"0\")")) << statement;
 }
 

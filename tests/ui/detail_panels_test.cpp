@@ -35,7 +35,9 @@ DetailEditor LoadedEditor() {
   editor.texts[TrackField::Comment] = "one\r\ntwo\u00A0three";
   editor.texts[TrackField::Situation] = "Party";
   editor.texts[TrackField::Lyrics] = "la";
-  editor.txtSave3 = {"C", "R", "E", "O", "U"};
+  for (std::size_t i = 0; i < kExtraFields; ++i) {
+    editor.texts[ExtraField(i)] = std::string(1, "CREOU"[i]);
+  }
   editor.enabled = true;
   editor.comment_enabled = true;
   return editor;
@@ -103,23 +105,25 @@ TEST_F(DetailPanelsTest, TypingGoesIntoTheEditorAndSetsTheFlags) {
   struct Case {
     const char* field;
     int panel;
-    std::string DetailEditor::*text;
+    TrackField edited;
   };
-  for (const Case& row : {Case{"txtTitelSave", 0, &DetailEditor::txtTitelSave},
-                          Case{"txtAlbumSave", 0, &DetailEditor::txtAlbumSave},
-                          Case{"txtSituationSave", 1, &DetailEditor::txtSituationSave},
-                          Case{"txtMoodSave", 1, &DetailEditor::txtMoodSave}}) {
+  for (const Case& row :
+       {Case{"txtTitelSave", 0, TrackField::Songname}, Case{"txtAlbumSave", 0, TrackField::album},
+        Case{"txtSituationSave", 1, TrackField::Situation},
+        Case{"txtMoodSave", 1, TrackField::Mood}}) {
     SCOPED_TRACE(row.field);
     Load(LoadedEditor());
     panels_->setCurrentIndex(row.panel);
     Type(row.field, "new");
-    EXPECT_EQ(editor_.*row.text, "new");
+    EXPECT_EQ(editor_.texts[row.edited], "new");
     EXPECT_TRUE(editor_.DetailsChanged);
   }
   Load(LoadedEditor());
   panels_->setCurrentIndex(2);
   Type("txtSave3_3", "new");
-  EXPECT_EQ(editor_.txtSave3, (std::array<std::string, 5>{"C", "R", "E", "new", "U"}));
+  std::string extra;
+  for (std::size_t i = 0; i < kExtraFields; ++i) extra += editor_.texts[ExtraField(i)];
+  EXPECT_EQ(extra, "CREnewU");
   EXPECT_TRUE(editor_.DetailsKeyed);
 }
 
@@ -212,7 +216,7 @@ TEST_F(DetailPanelsTest, SeveralTracksHaveBoxesForTheFieldsThatAreWritten) {
   Load(record);
   EXPECT_FALSE(Find<QCheckBox>(window_, "chkAlbum").isVisible());
   record.save_all = true;
-  record.selectors.chkYear = true;
+  record.chosen[IndexOf(TrackField::year)] = true;
   Load(record);
   EXPECT_EQ(DisabledFields(),
             "txtTitelSave txtTracknumber txtBPMSave txtQualitaetSave txtPlaytime txtCommentSave "
@@ -229,30 +233,29 @@ TEST_F(DetailPanelsTest, SeveralTracksHaveBoxesForTheFieldsThatAreWritten) {
   EXPECT_FALSE(editor_.DetailsChanged || editor_.DetailsKeyed) << "no change of the former record";
   panels_->setCurrentIndex(2);
   Press(window_, "chkDetail3_4");
-  EXPECT_TRUE(editor_.selectors.chkAlbum);
-  EXPECT_TRUE(editor_.selectors.chkDetail3[4]);
-  EXPECT_FALSE(editor_.selectors.chkDetail3[0] || editor_.selectors.chkMood);
+  std::array<bool, kTrackFields> chosen{};
+  for (const TrackField field : {TrackField::album, TrackField::year, TrackField::url}) {
+    chosen[IndexOf(field)] = true;
+  }
+  EXPECT_EQ(editor_.chosen, chosen);
 }
 
 TEST_F(DetailPanelsTest, EachBoxChoosesItsOwnField) {
   DetailEditor record = LoadedEditor();
   record.save_all = true;
-  for (const auto& [name, chosen] : {std::pair("chkAlbum", &MassSelectors::chkAlbum),
-                                     {"chkGenre", &MassSelectors::chkGenre},
-                                     {"chkInterpret", &MassSelectors::chkInterpret},
-                                     {"chkYear", &MassSelectors::chkYear},
-                                     {"chkSituation", &MassSelectors::chkSituation},
-                                     {"chkTempo", &MassSelectors::chkTempo},
-                                     {"chkPreference", &MassSelectors::chkPreference},
-                                     {"chkMood", &MassSelectors::chkMood}}) {
+  for (const auto& [name, field] : {std::pair("chkAlbum", TrackField::album),
+                                    {"chkGenre", TrackField::genrereal},
+                                    {"chkInterpret", TrackField::Artist},
+                                    {"chkYear", TrackField::year},
+                                    {"chkSituation", TrackField::Situation},
+                                    {"chkTempo", TrackField::tempo},
+                                    {"chkPreference", TrackField::preference},
+                                    {"chkMood", TrackField::Mood}}) {
     Load(record);
     Find<QCheckBox>(window_, name).click();
-    const MassSelectors& all = editor_.selectors;
-    EXPECT_TRUE(all.*chosen) << name;
-    EXPECT_EQ(all.chkAlbum + all.chkGenre + all.chkInterpret + all.chkYear + all.chkSituation +
-                  all.chkTempo + all.chkPreference + all.chkMood,
-              1)
-        << name;
+    std::array<bool, kTrackFields> chosen{};
+    chosen[IndexOf(field)] = true;
+    EXPECT_EQ(editor_.chosen, chosen) << name;
   }
 }
 

@@ -42,7 +42,7 @@ TEST(ColumnLayout, ReadsWhatItCanOfABrokenOne) {
   const ColumnLayout layout = ReadColumnLayout(settings);
   EXPECT_EQ(layout[0].width, 1500);
   for (const std::size_t standard : {1U, 2U, 3U}) {
-    EXPECT_EQ(layout[standard].width, kColumns[standard].standard_width);
+    EXPECT_EQ(layout[standard].width, ListColumn(standard).standard_width);
   }
   EXPECT_EQ(layout[4].width, 0);
   std::set<std::size_t> places;
@@ -65,7 +65,7 @@ TEST(ColumnLayout, OkOfTheDialogHidesAndShows) {
   checked[1] = true;
   checked[5] = false;
   ShowColumns(layout, checked);
-  EXPECT_EQ(layout[1].width, kColumns[1].standard_width);
+  EXPECT_EQ(layout[1].width, ListColumn(1).standard_width);
   EXPECT_EQ(layout[2].width, 77);
   EXPECT_EQ(layout[5].width, 0);
   ShowColumns(layout, {});

@@ -36,7 +36,7 @@ class Details : public testing::Test {
     for (std::size_t i = 0; i < locations.size(); ++i) {
       std::array<std::string, kSelectedFields> cells;
       for (std::size_t field = 0; field < kSelectedFields; ++field) {
-        cells[field] = std::string(kFieldNames[field]) + "-" + std::to_string(i);
+        cells[field] = std::string(kTrackFieldTable[field].name) + "-" + std::to_string(i);
       }
       cells[IndexOf(TrackField::uid)] = std::to_string(100 + i);
       cells[IndexOf(TrackField::location)] = locations[i];

@@ -230,14 +230,15 @@ TEST(ListColumns, TheKindIsToldByTheCaptionAlone) {
       {"Last time played", SortKind::kDate}, {"Filesize", SortKind::kSize},
   };
   for (std::size_t column = 0; column < kListColumns; ++column) {
-    const auto found = told.find(PlaylistHeader(column));
+    const auto found = told.find(ListColumn(column).playlist_caption);
     const SortKind kind = found == told.end() ? SortKind::kText : found->second;
-    EXPECT_EQ(SortKindOf(PlaylistHeader(column)), kind) << PlaylistHeader(column);
-    EXPECT_EQ(kColumns[column].kind, kind);
-    EXPECT_GT(kColumns[column].standard_width, 0);
+    EXPECT_EQ(SortKindOf(ListColumn(column).playlist_caption), kind)
+        << ListColumn(column).playlist_caption;
+    EXPECT_EQ(ListColumn(column).kind, kind);
+    EXPECT_GT(ListColumn(column).standard_width, 0);
   }
-  EXPECT_EQ(PlaylistHeader(21), "Haspic");
-  EXPECT_EQ(kColumns[21].header, "has picture?");
+  EXPECT_EQ(ListColumn(21).playlist_caption, "Haspic");
+  EXPECT_EQ(ListColumn(21).caption, "has picture?");
 }
 
 }  // namespace

@@ -40,19 +40,19 @@ SearchRequest Fields(SearchFields fields, char quote = '"') {
 }
 
 TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
+  using enum TrackField;
   SearchFields all;
-  all.texts[TrackField::Songname] = "a", all.texts[TrackField::Artist] = "b",
-  all.texts[TrackField::genrereal] = "c", all.texts[TrackField::quality] = "d";
-  all.texts[TrackField::file] = "e", all.texts[TrackField::location] = "f",
-  all.texts[TrackField::Situation] = "g", all.texts[TrackField::preference] = "h";
-  all.texts[TrackField::Mood] = "i", all.texts[TrackField::tempo] = "j",
-  all.texts[TrackField::Lyrics] = "k", all.texts[TrackField::bios] = "l";
-  all.txtSearch3 = {"m", "n", "o", "p", "q"};
-  all.texts[TrackField::year] = "r", all.texts[TrackField::album] = "s",
-  all.texts[TrackField::Comment] = "t";
+  std::string letter = "a";
+  for (const TrackField field :
+       {Songname,   Artist,         genrereal, quality, file,  location, Situation,
+        preference, Mood,           tempo,     Lyrics,  bios,  composer, copyright,
+        encodedby,  originalartist, url,       year,    album, Comment}) {
+    all.texts[field] = letter;
+    ++letter.front();
+  }
   const SearchFields both{.cboPlaylists = "It's", .cboCDArchive = "CD"};
   const SearchFields both_and_artist{
-      .cboArtistSearch = "x", .cboPlaylists = "L", .cboCDArchive = "CD"};
+      .texts = {{Artist, "x"}}, .cboPlaylists = "L", .cboCDArchive = "CD"};
   const std::vector<StatementCase> cases = {
       {"empty", Fields({}), kList + kOrder, ""},
       {"every field in its order", Fields(all),
@@ -69,16 +69,16 @@ TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
        ";Mood=i;Tempo=j;Lyrics=k;Bios=l;composer=m;copyright=n;encodedby=o;originalartist=p;url=q"
        ";year=r;Album=s;comment=t"},
       {"quotes, escaped but for the genre",
-       Fields({.cboArtistSearch = "O'Neil \"x\"", .cboGenre = "R\"B"}),
+       Fields({.texts = {{Artist, "O'Neil \"x\""}, {genrereal, "R\"B"}}}),
        kList + " where  Artist like \"%O'Neil ''x''%\"  AND Genrereal like \"%R\"B%\" " + kOrder,
        ";Artist=O'Neil \"x\";Genre=R\"B"},
-      {"the other delimiter", Fields({.cboArtistSearch = "O'Neil"}, '\''),
+      {"the other delimiter", Fields({.texts = {{Artist, "O'Neil"}}}, '\''),
        kList + " where  Artist like '%O\"Neil%' " + kOrder, ";Artist=O'Neil"},
       {"a playlist alone", Fields({.cboPlaylists = "L"}),
        kList + " , Playlists  where  playlists.playlist='L' and playlists.uid=mp3sTabelle.uid" +
            kOrder,
        ";Playlist=L"},
-      {"a playlist beside a field", Fields({.cboArtistSearch = "x", .cboPlaylists = "L"}),
+      {"a playlist beside a field", Fields({.texts = {{Artist, "x"}}, .cboPlaylists = "L"}),
        kList +
            " , Playlists  where  Artist like \"%x%\"  AND playlists.playlist='L' and "
            "playlists.uid=mp3sTabelle.uid" +
@@ -93,7 +93,7 @@ TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
        ";CDArchive=CD",
        {.of_archive = true}},
       {"an archive beside a field",
-       Fields({.cboArtistSearch = "x", .cboCDArchive = "CD"}),
+       Fields({.texts = {{Artist, "x"}}, .cboCDArchive = "CD"}),
        kList +
            " , cdarchives  where  Artist like \"%x%\"  AND cdarchives.cdarchive='CD' and "
            "cdarchives.uid=cdarchives.uid" +
@@ -119,7 +119,7 @@ TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
        ";Artist=x;Playlist=L;CDArchive=CD",
        {.of_archive = true, .is_product = true}},
       {"a comment that looks like an archive and a playlist",
-       Fields({.txtComment = kLooksLikeBoth}),
+       Fields({.texts = {{Comment, kLooksLikeBoth}}}),
        kList + " where  comment like \"%" + kLooksLikeBoth + "%\" " + kOrder,
        ";comment=" + kLooksLikeBoth},
       {"an open playlist; the combos do not count",
@@ -127,7 +127,7 @@ TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
        kPlaylist + " where" + kPlaylistEnd,
        ""},
       {"a search in an open playlist",
-       {{.cboArtistSearch = "x"}, '"', true, "Mine"},
+       {{.texts = {{Artist, "x"}}}, '"', true, "Mine"},
        kPlaylist + " where  Artist like \"%x%\"  and" + kPlaylistEnd,
        ";Artist=x"},
   };
@@ -144,7 +144,7 @@ TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
 }
 
 TEST(BuildSearch, CountsAProductWithoutSortingIt) {
-  const SearchFields fields{.txtComment = " order by x", .cboCDArchive = "CD"};
+  const SearchFields fields{.texts = {{TrackField::Comment, " order by x"}}, .cboCDArchive = "CD"};
   EXPECT_EQ(BuildSearch(Fields(fields)).statement.product_count,
             "SELECT count(*) FROM (SELECT 1 FROM mp3sTabelle  , cdarchives  where  comment like "
             "\"% order by x%\"  AND cdarchives.cdarchive='CD' and cdarchives.uid=cdarchives.uid "

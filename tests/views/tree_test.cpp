@@ -169,22 +169,22 @@ TEST_F(Tree, AClickOnAGroupFillsItsFieldAloneAndSearches) {
   struct Case {
     TreeKind kind;
     const char* key;
-    std::string SearchFields::*field;
+    TrackField field;
     const char* text;
   };
   const Case cases[] = {
-      {TreeKind::kLocation, "MainArchive\\/m/O\"Neil/", &SearchFields::txtLocation, "/m/O_Neil/"},
-      {TreeKind::kArtist, "MainArchive\\Artist\\Anna", &SearchFields::cboArtistSearch, "Anna"},
-      {TreeKind::kAlbum, "MainArchive\\Album\\Blue", &SearchFields::cboAlbum, "Blue"},
-      {TreeKind::kGenre, "MainArchive\\Genrereal\\17", &SearchFields::cboGenre, "17"},
-      {TreeKind::kYear, "MainArchive\\Year\\1999", &SearchFields::cboYearSearch, "1999"}};
+      {TreeKind::kLocation, "MainArchive\\/m/O\"Neil/", TrackField::location, "/m/O_Neil/"},
+      {TreeKind::kArtist, "MainArchive\\Artist\\Anna", TrackField::Artist, "Anna"},
+      {TreeKind::kAlbum, "MainArchive\\Album\\Blue", TrackField::album, "Blue"},
+      {TreeKind::kGenre, "MainArchive\\Genrereal\\17", TrackField::genrereal, "17"},
+      {TreeKind::kYear, "MainArchive\\Year\\1999", TrackField::year, "1999"}};
   for (const Case& one : cases) {
     SCOPED_TRACE(one.key);
     cboTreeSelector_Click(bench_, one.kind);
     bench_.search.texts[TrackField::Comment] = "left over";
     ClickOn(one.key);
     SearchFields expected;
-    expected.*one.field = one.text;
+    expected.texts[one.field] = one.text;
     EXPECT_EQ(bench_.search, expected);
     EXPECT_EQ(Locations(), Texts{"/m/O\"Neil/a.mp3"});
     EXPECT_EQ(bench_.tree.selected.key, one.key);

@@ -109,30 +109,23 @@ TEST_F(Filter, AClickFillsTheFieldsOfItsPrefixAndSearches) {
   ASSERT_TRUE(filter_.Form_Load(folder_.Path("mp3s.mdb")));
   for (const char* group : {"Artist", "Album", "Genre", "Location"})
     EXPECT_TRUE(filter_.Load(group));
-  using F = SearchFields;
+  using enum TrackField;
   struct Case {
     const char* key;
-    std::string F::*field;
-    const char* text;
-    std::string F::*second;
-    const char* second_text;
+    TrackTexts texts;
     std::size_t rows;
   };
-  const Case cases[] = {
-      {"ArtistAlbumLIST|1|1", &F::cboArtistSearch, "Anna", &F::cboAlbum, "Blue", 1},
-      {"ArtistLIST|1", &F::cboArtistSearch, "Anna", nullptr, "", 2},
-      {"AlbumLIST|1", &F::cboAlbum, "Blue", nullptr, "", 2},
-      {"AlbumArtistLIST|1|2", &F::cboAlbum, "Blue", &F::cboArtistSearch, "Berta", 1},
-      {"GenreLIST|2", &F::cboGenre, "Rock", nullptr, "", 2},
-      {"LocationLIST|/m/Rock/", &F::txtLocation, "/m/Rock/", nullptr, "", 2}};
+  const Case cases[] = {{"ArtistAlbumLIST|1|1", {{Artist, "Anna"}, {album, "Blue"}}, 1},
+                        {"ArtistLIST|1", {{Artist, "Anna"}}, 2},
+                        {"AlbumLIST|1", {{album, "Blue"}}, 2},
+                        {"AlbumArtistLIST|1|2", {{album, "Blue"}, {Artist, "Berta"}}, 1},
+                        {"GenreLIST|2", {{genrereal, "Rock"}}, 2},
+                        {"LocationLIST|/m/Rock/", {{location, "/m/Rock/"}}, 2}};
   for (const Case& one : cases) {
     SCOPED_TRACE(one.key);
     bench_.search.texts[TrackField::Comment] = "left over";
     TreeviewFilter_NodeClick(bench_, *filter_.Nodes(), IndexOfKey(*filter_.Nodes(), one.key));
-    F expected;
-    expected.*one.field = one.text;
-    if (one.second != nullptr) expected.*one.second = one.second_text;
-    EXPECT_EQ(bench_.search, expected);
+    EXPECT_EQ(bench_.search, SearchFields{.texts = one.texts});
     EXPECT_EQ(bench_.ListView1.RowCount(), one.rows);
   }
   const std::size_t searches = bench_.history.Entries().size();

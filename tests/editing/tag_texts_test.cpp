@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "editing/tag_values.h"
+#include "tracks/tag_texts.h"
 
 #include "editing/edited_tracks_test.h"
+#include "tracks/classic_tags.h"
 
 namespace tunemeadow {
 namespace {
@@ -30,19 +31,19 @@ TEST_F(FilledInfo, IsTheSameFromTheRowAndFromTheEditor) {
   const std::vector<std::string> expected = {"ar", "ti", "al", "x4", "2001", "07", "99",
                                              "x3", "x0", "x2", "x1", "co",   "te", "bi",
                                              "mo", "pr", "si", "17", "Rock", "ly"};
-  FillInfo(ValuesOfEditor(bench_.details), info_, losses_);
+  FillInfo(bench_.details.texts, info_, losses_);
   EXPECT_EQ(WrittenTexts(info_), expected);
   Mp3Info of_row;
-  FillInfo(ValuesOfRow(bench_.ListView1, 0), of_row, losses_);
+  FillInfo(bench_.ListView1.Record(0), of_row, losses_);
   EXPECT_EQ(WrittenTexts(of_row), expected);
   EXPECT_FALSE(losses_.Any());
 }
 
 TEST_F(FilledInfo, CountsTheTextsThatTheCodePageLacks) {
-  FillInfo({.title = "caf\xC3\xA9?",
-            .artist = "\xE6\x97\xA5\xE6\x9C\xAC?",
-            .genre = "rock",
-            .url = "\xE6\x97\xA5"},
+  FillInfo({{TrackField::Songname, "caf\xC3\xA9?"},
+            {TrackField::Artist, "\xE6\x97\xA5\xE6\x9C\xAC?"},
+            {TrackField::genrereal, "rock"},
+            {TrackField::url, "\xE6\x97\xA5"}},
            info_, losses_);
   EXPECT_EQ(losses_.characters, 2);
   EXPECT_EQ(info_.Title, "caf\xE9?");
@@ -57,13 +58,13 @@ TEST_F(FilledInfo, ARecordTakesTheLeadingNumberOfATrackAndNoneThatIsTooLarge) {
       {"300", std::string(30, 'c')},
       {"0", std::string(30, 'c')}};
   for (const auto& [track, comment] : cases) {
-    const ID3v1Tag record = FillRecord({.comment = std::string(40, 'c'), .track = track});
+    const ID3v1Tag record = FillRecord(
+        {{TrackField::Comment, std::string(40, 'c')}, {TrackField::trackno, track}}, losses_);
     EXPECT_EQ(std::string(record.Comment.begin(), record.Comment.end()), comment) << track;
   }
 }
 
 TEST_F(FilledInfo, OfAFileIsWhatItsTagsSayWhateverAnImportPassesOver) {
-  session_.preferences.chkID3v2Read = session_.preferences.chkID3Read = false;
   const std::string long_comment(60, 'k');
   folder_.Write(
       "v2.mp3",
@@ -74,20 +75,27 @@ TEST_F(FilledInfo, OfAFileIsWhatItsTagsSayWhateverAnImportPassesOver) {
           .Id3v1({.title = "old", .comment = "x", .track = 4, .genre = 8}));
   folder_.Write("v1.mp3", audio_ + Id3v1Record({.title = "Sky", .genre = 17}));
   folder_.Write("blues.mp3", Id3v2Tag({{"TCON", "(0)"}}) + audio_);
-  info_.Bpm = "of another file";
-  ASSERT_TRUE(FillInfoFromFile(folder_.Path("v2.mp3"), session_.preferences, info_));
+  ClassicTags tags;
+  TrackTexts texts{{TrackField::BPM, "of another file"}};
+  const auto take = [&](const char* name) {
+    if (!tags.ReadTexts(folder_.Path(name), texts)) return false;
+    FillInfo(texts, info_, losses_);
+    return true;
+  };
+  ASSERT_TRUE(take("v2.mp3"));
   EXPECT_EQ(
       WrittenTexts(info_),
       (std::vector<std::string>{"An'na", "old",        "", "", "", "3/9", "", "",   "",     "",
                                 "",      long_comment, "", "", "", "",    "", "17", "Rock", ""}));
-  ASSERT_TRUE(FillInfoFromFile(folder_.Path("v1.mp3"), session_.preferences, info_));
+  ASSERT_TRUE(take("v1.mp3"));
   EXPECT_EQ(WrittenTexts(info_),
             (std::vector<std::string>{"", "Sky", "", "", "", "", "", "",   "",     "",
                                       "", "",    "", "", "", "", "", "17", "Rock", ""}));
-  EXPECT_FALSE(FillInfoFromFile(folder_.Path("none.mp3"), session_.preferences, info_));
-  EXPECT_EQ(info_.Title, "Sky");
-  ASSERT_TRUE(FillInfoFromFile(folder_.Path("blues.mp3"), session_.preferences, info_));
+  EXPECT_FALSE(take("none.mp3"));
+  EXPECT_EQ(texts[TrackField::Songname], "Sky");
+  ASSERT_TRUE(take("blues.mp3"));
   EXPECT_EQ(info_.GenreV2, "Blues");
+  EXPECT_FALSE(losses_.Any());
 }
 
 }  // namespace
