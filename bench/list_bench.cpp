@@ -27,10 +27,10 @@
 namespace {
 
 using tunemeadow::CellTable;
-using tunemeadow::Field;
 using tunemeadow::kSelectedFields;
 using tunemeadow::ResultList;
 using tunemeadow::ResultView;
+using tunemeadow::TrackField;
 
 constexpr std::array kLengths{6, 18, 14, 8, 34, 75, 4, 16, 2, 4, 7, 28, 2, 1, 2,
                               1, 1,  1,  1, 3,  20, 1, 6,  8, 8, 6, 14, 1, 1, 22};

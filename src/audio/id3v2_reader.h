@@ -23,8 +23,8 @@ enum class ID3v2Versions {
 [[nodiscard]] bool HasID3v2Tag(FileBytes& file) noexcept;
 [[nodiscard]] bool HasID3v2Tag(const std::string& path);
 
-/// Fills Artist, Title, Album, TrackV2, Bpm, GenreV2, Composer, Year, Original, EncodedBy,
-/// Copyright, Url, Lyrics, HasPicture, Comment, Preference, Situation, Bio, Tempo and Mood. A
+/// Fills the texts of `info` that an ID3v2 tag has, in the order of ID3v2Name up to Lyrics, then
+/// HasPicture, Comment and the comments that MusicMatch has marked, Preference first. A
 /// missing frame empties its field; of a tag of version 2.2 none is found. Values are bytes of
 /// Windows-1252 with the zero bytes of UTF-16 in them: StripNulls is the caller's.
 ///

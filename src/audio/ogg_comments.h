@@ -12,8 +12,8 @@
 
 namespace tunemeadow {
 
-/// Fills Title, Album, TrackV2, Artist, Composer, Comment, GenreV2, Url, Copyright and Year in this
-/// order, a missing comment with an empty text, then FileLength. Values are the file's bytes (UTF-8
+/// Fills Title, Album, TrackV2, Artist, the organization's field, Comment, GenreV2, Url, Copyright
+/// and Year in this order, then FileLength; a missing comment is empty. Values are bytes (UTF-8
 /// in a sound file), read as Windows-1252.
 ///
 /// Returns "OK" or what went wrong; the fields before the failing one are then filled, FileLength

@@ -152,9 +152,10 @@ void mnuRemoveImagefromfile_Click(Workbench& bench) {
   }
   const Stopwatch watch;
   const std::size_t count =
-      ImageJob(bench, selected).Run(kPictureRemoved, [&bench](ImageJob& run, const SelectedFile& file) {
-        return RemoveImage(bench, run, file.path);
-      });
+      ImageJob(bench, selected)
+          .Run(kPictureRemoved, [&bench](ImageJob& run, const SelectedFile& file) {
+            return RemoveImage(bench, run, file.path);
+          });
   RefreshPicture(bench, selected);
   TellTagResult(bench, "Images from " + std::to_string(count) + "/" + items + " file(s) removed.",
                 watch);

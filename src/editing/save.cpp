@@ -104,7 +104,8 @@ class SingleSave {
       std::string& text = details_.texts[row.field];
       text = ApplySaveRules(std::move(text), preferences_);
     }
-    if (preferences_.chkAutoComment) details_.texts[TrackField::Comment] = preferences_.txtautocomment;
+    if (preferences_.chkAutoComment)
+      details_.texts[TrackField::Comment] = preferences_.txtautocomment;
   }
 
   /// False: the person gave the save up.
@@ -124,7 +125,8 @@ class SingleSave {
         journal, [this](const MessageBox& box) { bench_.interaction.ShowMessage(box); },
         std::vector{path}, SavePlan{.ranges = TagRanges, .growth = kGrowthOfTags});
     group_->BeginFile(0);
-    done_ = WriteTags({path, {texts, !holds_texts_}, true}, preferences_, bench_.Tags(), writing, talk);
+    done_ =
+        WriteTags({path, {texts, !holds_texts_}, true}, preferences_, bench_.Tags(), writing, talk);
     if (!done_.aborted) group_->FileDone(0);
     group_.reset();
     bench_.interaction.SetStatus("Ready.");
@@ -217,7 +219,7 @@ class SingleSave {
   Workbench& bench_;
   DetailEditor& details_ = bench_.details;
   const Preferences& preferences_ = bench_.session.preferences;
-  bool holds_texts_ = false;  ///< there was anything to be put in order
+  bool holds_texts_ = false;        ///< there was anything to be put in order
   std::optional<SaveGroup> group_;  ///< the rewrites of the one file share their syncs
   TagStepsDone done_;
   TagLosses losses_;

@@ -190,7 +190,7 @@ TEST_F(MassSaving, QuotesOfTheEditorGiveWayThoseOfATrackStay) {
     }
     TickAlbum(EditAll(), R"(Al'bum "z")");
     bench_.details.texts[TrackField::genrereal] = R"(R'n"B)";
-    bench_.details.selectors.chkGenre = true;
+    Tick(bench_.details, {TrackField::genrereal});
     SaveAll({Answer::kOk});
     EXPECT_EQ(Column("Songname || Mood || album || genrereal"),
               Texts(2, R"(O'Hara "x"o'wn "y"Al'bum ''z''R'n"B)"))
