@@ -118,7 +118,9 @@ std::string AddPictureCaption(const DetailEditor& details) {
 
 void cmdAddpic_Click(Workbench& bench) {
   const DetailEditor& details = bench.details;
-  if (!details.enabled || details.save_all || !HasExtension(details.texts[TrackField::location], "mp3")) return;
+  if (!details.enabled || details.save_all ||
+      !HasExtension(details.texts[TrackField::location], "mp3"))
+    return;
   details.picture.data.empty() ? AddPicture(bench) : DeletePicture(bench);
 }
 
