@@ -1,9 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/start_up.h"
 
+#include <cstdint>
+
+#include "core/numbers.h"
 #include "core/paths.h"
 #include "core/text.h"
 #include "files/file_facts.h"
+#include "library/player_detection.h"
+#include "run/catalogue.h"
+#include "store/backup.h"
+#include "store/compact_copy.h"
+#include "views/quick_search.h"
 
 namespace tunemeadow {
 namespace {
@@ -11,7 +19,129 @@ namespace {
 /// The tool's arguments have come in one line since ever, so blanks in a path are encoded.
 std::string WithoutBlanks(const std::string& path) { return ReplaceEach(path, " ", "%20"); }
 
+/// A catalogue that is no file of ours is neither compacted nor backed up.
+bool IsOwnFile(const Preferences& preferences) { return preferences.lblConfigDB != kOtherDatabase; }
+
+TreeKind StoredTreeKind(const StoredValues& stored) {
+  const auto kind = ParseWhole(StoredValue(stored, "cboTreeSelector")).value_or(0);
+  const bool known = kind >= 0 && kind < static_cast<std::int64_t>(kTreeKinds.size());
+  return known ? static_cast<TreeKind>(kind) : TreeKind::kLocation;
+}
+
+void LoadProperties(Workbench& bench, StartWindow& window) {
+  Session& session = bench.session;
+  const StoredValues stored = session.ini.ReadSection(kConfigSection);
+  session.preferences = ReadPreferences(session.ini);
+  session.success_messages = session.preferences.chkWarnGlobal;
+  session.first_run = StoredValue(stored, "firstrun") != "1";
+  bench.show_picture = StoredValue(stored, "chkPicShow") != "0";
+  bench.try_preview = StoredValue(stored, "chkPlayPreview") == "1";
+  bench.track_selection = StoredValue(stored, "chkTrackSelection") != "0";
+  bench.tree.kind = StoredTreeKind(stored);
+  window.ApplyProperties(stored);
+}
+
+void FindCdDrive(Workbench& bench) {
+  std::string& drive = bench.session.preferences.lblConfigCDROM;
+  if (drive.empty()) drive = StoredDrive(bench.world.drives.FirstOptical());
+}
+
+void CompactAndRepair(Workbench& bench, StartWindow& window, const std::string& shipped_folder) {
+  Session& session = bench.session;
+  if (!IsOwnFile(session.preferences) || !session.preferences.chkRepair) return;
+  // What the tool left at the start before is taken over first: the tool that starts now writes to
+  // the same name.
+  TakeOverCompactCopy(session.preferences.lblConfigDB, session.program_folder);
+  if (StartRepairTool(session, bench.world.processes, shipped_folder)) return;
+  session.preferences.chkRepair = false;
+  window.DisableRepair();
+}
+
+void BackUp(const Session& session) {
+  if (!IsOwnFile(session.preferences) || !session.preferences.chkBackup) return;
+  (void)MakeBackup(session.preferences.lblConfigDB, session.program_folder);
+}
+
+bool OpenCatalogue(Workbench& bench, StartWindow& window) {
+  Session& session = bench.session;
+  std::string& database = session.preferences.lblConfigDB;
+  for (;;) {
+    try {
+      session.connection.Open(session.connection_string);
+      return true;
+    } catch (const DatabaseError& error) {
+      bench.interaction.HideLoading();
+      bench.interaction.ShowMessage(OpenFailedBox(database, error));
+      database.clear();
+      if (!window.ChooseDatabase()) return false;
+      session.preferences.sConnString.clear();
+      DetermineConnection(session);
+      session.ini.SaveString(kConfigSection, "lblConfigDB", database);
+      bench.interaction.ShowLoading("Loading Database...");
+    }
+  }
+}
+
+void LoadData(Workbench& bench) {
+  Session& session = bench.session;
+  CheckDatabase(session.connection, bench.interaction);
+  RefreshAllSearchitems(bench);
+  if (session.first_run) {
+    RefreshDemonstrationRow(session, JoinPath(session.program_folder, "monster.mp3"));
+  }
+}
+
+void FillList(Workbench& bench) {
+  if (bench.session.preferences.chkAlleEinlesen) {
+    cmdSuchen(bench);
+  } else {
+    bench.current_view = "Database";
+    bench.interaction.SetStatus("Ready.");
+    bench.tree.selected = {NodeKind::kRoot, "MYMP3S", {}};
+  }
+  UpdateTrackCount(bench);
+}
+
+void WelcomePerson(Workbench& bench, StartWindow& window) {
+  if (const auto row = bench.ListView1.RowOfUid(1)) {
+    bench.ListView1.SelectOnly(*row);
+    bench.ListView1.SetFocusedRow(*row);
+    bench.Watcher().SelectionSet();
+    ListView1_ItemClick(bench, *row);
+  }
+  bench.session.preferences.lblScan = window.FolderOfMusic();
+  window.ShowWelcome();
+  bench.interaction.SetStatus("Now it's recommended to scan your disk for mp3 files");
+}
+
 }  // namespace
+
+bool StartUp(Workbench& bench, StartWindow& window, const std::string& shipped_folder) {
+  Session& session = bench.session;
+  Interaction& interaction = bench.interaction;
+  interaction.ShowLoading("Loading Properties...");
+  LoadProperties(bench, window);
+  FindCdDrive(bench);
+  DetectPlayer(session, bench.world.player_finder, interaction);
+  DetermineConnection(session);
+  window.BuildLists();
+  interaction.ShowLoading("Loading Database...");
+  const std::string rolled_back = RollBackSentence(session.journal.RollBack());
+  CompactAndRepair(bench, window, shipped_folder);
+  BackUp(session);
+  if (!OpenCatalogue(bench, window)) return false;
+  interaction.ShowLoading("Loading Genres...");
+  window.LoadGenresNEU();
+  interaction.ShowLoading("Loading Data...");
+  LoadData(bench);
+  interaction.HideLoading();
+  window.ShowWindow();
+  interaction.SetStatus("Ready.");
+  FillList(bench);
+  if (session.first_run) WelcomePerson(bench, window);
+  if (!rolled_back.empty()) interaction.SetStatus(rolled_back);
+  return true;
+}
 
 bool StartRepairTool(const Session& session, ProcessStarter& starter,
                      const std::string& shipped_folder) {

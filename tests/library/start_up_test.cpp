@@ -1,13 +1,237 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/start_up.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
+#include "files/file_facts.h"
+#include "files/journaled_file.h"
+#include "store/compact_copy.h"
+#include "support/catalogue.h"
+#include "support/scripted_interaction.h"
 #include "support/scripted_world.h"
 #include "support/temp_folder.h"
 
 namespace tunemeadow {
 namespace {
+
+using testing::ElementsAre;
+using Steps = std::vector<std::string>;
+
+/// A start without a window. Every step that a person or the window would notice is one line.
+class StartUpTest : public testing::Test, public StartWindow {
+ protected:
+  struct Person : ScriptedInteraction {
+    explicit Person(Steps& steps_in) : steps(steps_in) {}
+    void ShowLoading(const std::string& line) override {
+      steps.push_back(line);
+      ScriptedInteraction::ShowLoading(line);
+    }
+    void HideLoading() override {
+      steps.push_back("loaded");
+      ScriptedInteraction::HideLoading();
+    }
+    Steps& steps;
+  };
+
+  StartUpTest() {
+    world_.before_start = [this] { steps_.push_back("repair tool" + Seen()); };
+    folder_.Write("RepairDB.exe");
+    Set({{"firstrun", "1"}, {"lblConfigWinamp", "/opt/mpv"}});
+  }
+
+  void Set(const StoredValues& values) { session_.ini.SaveStrings(kConfigSection, values); }
+  bool Start() { return StartUp(bench_, *this, folder_.Path("no/such/")); }
+  std::string Stored(const char* key) { return session_.ini.GetString(kConfigSection, key, "", 0); }
+  bool Took(const std::string& step) {
+    return std::any_of(steps_.begin(), steps_.end(),
+                       [&](const std::string& taken) { return taken.starts_with(step); });
+  }
+
+  /// What the program's folder and the connection are like by now.
+  std::string Seen() {
+    std::string seen;
+    if (MyFileExists(folder_.Path("compact.mdb"))) seen += ", copy";
+    if (MyFileExists(folder_.Path("mp3s.bak"))) seen += ", backup";
+    if (session_.connection.IsOpen()) seen += ", open";
+    return seen;
+  }
+
+  void ApplyProperties(const StoredValues& stored) override {
+    steps_.push_back("properties" + Seen());
+    EXPECT_EQ(StoredValue(stored, "lblConfigWinamp"), Stored("lblConfigWinamp"));
+  }
+  void BuildLists() override {
+    steps_.push_back("lists");
+    EXPECT_NE(session_.connection_string, "");
+  }
+  void DisableRepair() override {
+    steps_.push_back("no repair tool");
+    EXPECT_FALSE(session_.preferences.chkRepair);
+  }
+  bool ChooseDatabase() override {
+    EXPECT_EQ(session_.preferences.lblConfigDB, "");
+    if (picks_.empty()) return false;
+    session_.preferences.lblConfigDB = picks_.front();
+    picks_.erase(picks_.begin());
+    return true;
+  }
+  void LoadGenresNEU() override { steps_.push_back("genres" + Seen()); }
+  void ShowWindow() override { steps_.push_back("window"); }
+  std::string FolderOfMusic() override { return "/home/me/Music/"; }
+  void ShowWelcome() override {
+    steps_.push_back("welcome");
+    EXPECT_EQ(bench_.details.uid, 1) << "the demonstration track stands in the details";
+    EXPECT_EQ(session_.preferences.lblScan, "/home/me/Music/");
+  }
+
+  Steps steps_;
+  TempFolder folder_;
+  std::string catalogue_ = ProvideCatalogue(folder_);
+  Session session_{folder_.Path(), "tunemeadow"};
+  Person person_{steps_};
+  ScriptedWorld world_;
+  Workbench bench_{session_, person_, world_};
+  Steps picks_;  ///< what the person chooses after a catalogue that cannot be opened
+};
+
+TEST_F(StartUpTest, TheOldCopyIsTakenOverBeforeTheToolStartsAndTheBackupIsMadeBeforeTheOpening) {
+  ASSERT_EQ(MakeCompactCopy(catalogue_, folder_.Path("compact.mdb")), "");
+  ASSERT_TRUE(Start());
+  EXPECT_THAT(steps_, ElementsAre("Loading Properties...", "properties, copy", "lists",
+                                  "Loading Database...", "repair tool", "Loading Genres...",
+                                  "genres, backup, open", "Loading Data...", "loaded", "window"));
+  EXPECT_EQ(bench_.ListView1.RowCount(), 1U);
+  EXPECT_EQ(session_.track_count, 1);
+  EXPECT_EQ(person_.Status(), "Ready.");
+}
+
+TEST_F(StartUpTest, RepairAndBackupAreForACatalogueOfItsOwnWhereTheyAreWanted) {
+  const struct {
+    StoredValues settings;
+    bool tool, repaired, disabled, backed_up;
+  } cases[] = {
+      {{{"chkRepair", "1"}, {"chkBackup", "0"}}, true, true, false, false},
+      {{{"chkRepair", "0"}, {"chkBackup", "1"}}, true, false, false, true},
+      {{{"chkRepair", "1"}}, false, false, true, true},
+      {{{"sConnString", "Data Source=" + catalogue_}}, true, false, false, false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.settings[0].first + "=" + c.settings[0].second);
+    session_.connection.Close();
+    steps_.clear();
+    std::filesystem::remove(folder_.Path("mp3s.bak"));
+    if (!c.tool) std::filesystem::remove(folder_.Path("RepairDB.exe"));
+    Set(c.settings);
+    ASSERT_TRUE(Start());
+    EXPECT_EQ(Took("repair tool"), c.repaired);
+    EXPECT_EQ(Took("no repair tool"), c.disabled);
+    EXPECT_EQ(MyFileExists(folder_.Path("mp3s.bak")), c.backed_up);
+  }
+}
+
+TEST_F(StartUpTest, ACatalogueThatCannotBeOpenedLeadsToAnotherOneOrToTheEnd) {
+  const std::string broken = folder_.Write("broken.mdb", std::string(5000, 'x'));
+  const std::string wrong = folder_.Write("wrong.mdb", std::string(5000, 'y'));
+  Set({{"sConnString", "Data Source=" + broken}, {"chkBackup", "0"}});
+  for (int i = 0; i < 3; ++i) person_.WillAnswer(Answer::kOk);
+  EXPECT_FALSE(Start());
+  EXPECT_FALSE(Took("genres") || Took("window"));
+  EXPECT_EQ(steps_.back(), "loaded");
+  EXPECT_EQ(Stored("lblConfigDB"), "");
+
+  picks_ = {wrong, catalogue_};
+  ASSERT_TRUE(Start());
+  const std::vector<std::string> boxes = person_.BoxTexts();
+  ASSERT_EQ(boxes.size(), 3U);
+  EXPECT_TRUE(boxes[1].starts_with("Error: The database can't be opened: andere\n\n")) << boxes[1];
+  EXPECT_TRUE(boxes[2].starts_with("Error: The database can't be opened: " + wrong)) << boxes[2];
+  EXPECT_EQ(Stored("lblConfigDB"), catalogue_);
+  EXPECT_EQ(session_.preferences.sConnString, "");
+  EXPECT_EQ(session_.quote, '"');
+  EXPECT_EQ(bench_.ListView1.RowCount(), 1U);
+}
+
+TEST_F(StartUpTest, TheFirstStartDetectsWhatIsThereAndEndsWithTheWelcome) {
+  Set({{"firstrun", ""}, {"lblConfigWinamp", ""}});
+  folder_.Write("monster.mp3", "a track");
+  world_.optical = "/media/cdrom0/";
+  person_.WillAnswer(Answer::kOk);
+  ASSERT_TRUE(Start());
+  EXPECT_THAT(person_.BoxTexts(),
+              ElementsAre(testing::StartsWith("Warning: No MP3-Player found.")));
+  EXPECT_EQ(session_.preferences.lblConfigWinamp, kNoPlayer);
+  EXPECT_EQ(session_.preferences.lblConfigCDROM, "/media/cdrom0");
+  EXPECT_EQ(bench_.ListView1.Cell(0, Field::location), folder_.Path("monster.mp3"));
+  EXPECT_EQ(steps_.back(), "welcome");
+  EXPECT_EQ(person_.Status(), "Now it's recommended to scan your disk for mp3 files");
+}
+
+TEST_F(StartUpTest, WhatIsStoredIsNotDetectedAgainAndThePlayerThatIsAssociatedIsTaken) {
+  world_.optical = "/media/cdrom0/";
+  Set({{"lblConfigCDROM", "/burnt"}, {"lblScan", "/m/"}});
+  ASSERT_TRUE(Start());
+  EXPECT_EQ(session_.preferences.lblConfigCDROM, "/burnt");
+  EXPECT_EQ(session_.preferences.lblScan, "/m/");
+  EXPECT_EQ(world_.associations_asked, 0);
+  session_.connection.Close();
+  Set({{"lblConfigWinamp", ""}});
+  world_.associated = "/usr/bin/qmmp";
+  ASSERT_TRUE(Start());
+  EXPECT_EQ(session_.PlayerKind, "Winamp");
+}
+
+TEST_F(StartUpTest, TheViewComesBackAsItWas) {
+  const struct {
+    StoredValues settings;
+    bool picture, preview, selection;
+    TreeKind kind;
+  } cases[] = {
+      {{{"chkPicShow", ""}}, true, false, true, TreeKind::kLocation},
+      {{{"chkPicShow", "0"},
+        {"chkPlayPreview", "1"},
+        {"chkTrackSelection", "0"},
+        {"cboTreeSelector", "4"}},
+       false,
+       true,
+       false,
+       TreeKind::kYear},
+      {{{"cboTreeSelector", "5"}}, false, true, false, TreeKind::kLocation},
+      {{{"cboTreeSelector", "-1"}}, false, true, false, TreeKind::kLocation},
+  };
+  for (const auto& c : cases) {
+    session_.connection.Close();
+    Set(c.settings);
+    ASSERT_TRUE(Start());
+    EXPECT_EQ(bench_.show_picture, c.picture);
+    EXPECT_EQ(bench_.try_preview, c.preview);
+    EXPECT_EQ(bench_.track_selection, c.selection);
+    EXPECT_EQ(bench_.tree.kind, c.kind);
+  }
+}
+
+TEST_F(StartUpTest, WithoutTheFirstSearchTheListIsEmptyAndTheTracksAreCounted) {
+  Set({{"chkAlleEinlesen", "0"}});
+  ASSERT_TRUE(Start());
+  EXPECT_FALSE(bench_.search_ran);
+  EXPECT_EQ(bench_.current_view, "Database");
+  EXPECT_EQ(bench_.tree.selected.key, "MYMP3S");
+  EXPECT_EQ(session_.track_count, 1);
+}
+
+TEST_F(StartUpTest, ASaveThatWasKilledIsUndoneAndToldLast) {
+  const std::string path = folder_.Write("music/a.mp3", "as it was before");
+  UndoJournal killed(folder_.Path());
+  killed.BeginGroup();
+  JournaledFile file(killed);
+  ASSERT_EQ(file.Open(path), "");
+  ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "TORN"}}, 8), "");
+  ASSERT_TRUE(Start());
+  EXPECT_EQ(folder_.Read("music/a.mp3"), "as it was before");
+  EXPECT_EQ(person_.Status(), path + ": a save was cut short; the file is as it was before.");
+}
 
 TEST(StartRepairTool, PassesBothPathsWithBlanksEncoded) {
   const TempFolder folder;

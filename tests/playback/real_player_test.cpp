@@ -4,11 +4,11 @@
 #include <QThread>
 #include <filesystem>
 
+#include "library/player_detection.h"
 #include "platform/mpris_player_qt.h"
 #include "platform/process_posix.h"
 #include "platform/program_path.h"
 #include "playback/play.h"
-#include "playback/player_detection.h"
 #include "support/mp3_builder.h"
 #include "support/scoped_environment.h"
 #include "views/catalogue_test.h"

@@ -2,16 +2,12 @@
 // The road of an edit, in the real windows: import, one track and then many changed and saved, the
 // end, the second start, and what an import into an empty catalogue finds in the files.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <QCheckBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <filesystem>
 #include <map>
 
-#include "files/journaled_file.h"
 #include "library/import.h"
 #include "support/mp3_builder.h"
 #include "support/scripted_world.h"
@@ -143,34 +139,6 @@ TEST_F(EditingRoad, WhatWasSavedIsThereAfterANewStartAndInTheFilesThemselves) {
   // An import makes two quotes of one, so that a text never ends a statement.
   EXPECT_EQ(found["Aspen''s"], saved["Aspen's"]);
   for (const char* title : {"Birch", "Cedar", "Elm"}) EXPECT_EQ(found[title], saved[title]);
-  window.close();
-}
-
-TEST_F(EditingRoad, AStartUndoesASaveThatWasKilledAndSaysSo) {
-  TempFolder program;
-  MakeProgramFolder(program);
-  const std::string before = music_.Read("Ash.mp3");
-  const std::string path = music_.Path("Ash.mp3");
-  const pid_t child = fork();
-  if (child == 0) {
-    UndoJournal journal(program.Path());
-    journal.BeginGroup();
-    JournaledFile file(journal);
-    const bool torn = file.Open(path).empty() &&
-                      file.Rewrite(std::vector<FilePiece>{{0, "TORN"}}, file.Length() / 2).empty();
-    _exit(torn ? 0 : 1);
-  }
-  int status = -1;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  ASSERT_EQ(status, 0);
-  ASSERT_NE(music_.Read("Ash.mp3"), before);
-
-  Session session(program.Path(), "tunemeadow");
-  frmStart window(session, world_);
-  ASSERT_TRUE(window.Form_Load());
-  EXPECT_EQ(music_.Read("Ash.mp3"), before);
-  EXPECT_EQ(Find<QLabel>(window, "StatusPanel1").text().toStdString(),
-            path + ": a save was cut short; the file is as it was before.");
   window.close();
 }
 

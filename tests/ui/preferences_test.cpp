@@ -219,6 +219,7 @@ TEST_F(PreferencesWindow, HelpIsALocalPageAndAMissingOneIsSilent) {
 }
 
 TEST_F(PreferencesWindow, WithoutARepairToolItsBoxIsOutOfReach) {
+  session_.preferences.chkRepair = false;
   Window().DisableRepair();
   EXPECT_FALSE(Find<QCheckBox>(Window(), "chkRepair").isEnabled());
   Show([](frmPreferences& window) { Press(window, "cdmOK"); });

@@ -55,17 +55,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   void BuildStatusBar();
   void AddHistoryMenu();
 
-  // Steps of the start, in form_load.cpp.
-  void LoadProperties();
-  void ApplyGeometry();
-  void FindCdDrive();
-  void FindPlayer();
-  void BuildLists();
-  void CompactAndRepair();
-  [[nodiscard]] bool OpenCatalogue();
-  void LoadGenresNEU();
-  void FillList();
-  void ShowFirstRun();
+  struct Starting;
   void Form_Unload();
 
   // What the workbench tells.

@@ -25,7 +25,7 @@ class frmPreferences : public QDialog {
   /// Brings the preferences of the session into the controls.
   void ShowPreferences();
 
-  /// chkRepair cleared and out of reach: there is no tool that could repair.
+  /// chkRepair, whose preference is off, is out of reach: there is no tool that could repair.
   void DisableRepair();
 
   /// The chooser of the database, for a start that could not open it: the preferences of the

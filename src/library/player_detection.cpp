@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "playback/player_detection.h"
+#include "library/player_detection.h"
 
 #include "core/paths.h"
 #include "core/text.h"
