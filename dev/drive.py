@@ -73,8 +73,10 @@ class Program:
     """One run of the program, in a program folder of its own."""
 
     def __init__(self, executable, folder, arguments=(), **environment):
+        # No data and no associations of this machine: the program shall behave the same everywhere.
         self.environment = {**os.environ, "TUNEMEADOW_FOLDER": str(folder), "TESTNAMES": "1",
-                            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", **environment}
+                            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "XDG_DATA_DIRS": "/nonexistent",
+                            "XDG_CONFIG_DIRS": "/nonexistent", **environment}
         self.command = [str(executable), *map(str, arguments)]
 
     def __enter__(self):

@@ -35,10 +35,9 @@ class Album:
 
 def first_start(album):
     program = album.program
-    wait(lambda: program.sees("frmStartInfos") or program.sees(role="alert"), "the welcome", 30)
-    if program.sees("frmStartInfos") is None:
-        album.take("warning_no_player")
-        program.box("OK")
+    program.find(role="alert", patience=30)
+    album.take("warning_no_player")
+    program.box("OK")
     welcome = program.find("frmStartInfos")
     album.take("frmStartInfos")
     program.click(program.find("cmdOK", root=welcome))
