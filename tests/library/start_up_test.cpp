@@ -164,7 +164,7 @@ TEST_F(StartUpTest, TheFirstStartDetectsWhatIsThereAndEndsWithTheWelcome) {
               ElementsAre(testing::StartsWith("Warning: No MP3-Player found.")));
   EXPECT_EQ(session_.preferences.lblConfigWinamp, kNoPlayer);
   EXPECT_EQ(session_.preferences.lblConfigCDROM, "/media/cdrom0");
-  EXPECT_EQ(bench_.ListView1.Cell(0, Field::location), folder_.Path("monster.mp3"));
+  EXPECT_EQ(bench_.ListView1.Cell(0, TrackField::location), folder_.Path("monster.mp3"));
   EXPECT_EQ(steps_.back(), "welcome");
   EXPECT_EQ(person_.Status(), "Now it's recommended to scan your disk for mp3 files");
 }
