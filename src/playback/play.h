@@ -3,8 +3,7 @@
 // plays nothing itself.
 //
 // Nothing is thrown, and only a missing file and a player that cannot be loaded are told: a step
-// that fails, a player that does not start among them, is passed over and the next one runs. While
-// another command is at work (session.busy) these do nothing.
+// that fails, a player that does not start among them, is passed over and the next one runs.
 #pragma once
 
 #include <string>
