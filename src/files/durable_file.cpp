@@ -51,12 +51,14 @@ std::string NameBeside(const std::string& path) {
          std::to_string(counter++) + ".tmp";
 }
 
-/// Makes the file `path`, which must not exist, with these bytes, and syncs it. `like`: the file
-/// whose owner and permission bits it takes, or null. Leaves nothing behind where it fails.
-bool MakeSyncedFile(const std::string& path, std::string_view bytes, const struct stat* like) {
+using WriteFile = std::function<bool(int descriptor)>;
+
+/// Makes the file `path`, which must not exist, with what `write` writes, and syncs it. `like`: the
+/// file whose owner and permission bits it takes, or null. Leaves nothing behind where it fails.
+bool MakeSyncedFile(const std::string& path, const WriteFile& write, const struct stat* like) {
   Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
   if (file.get() < 0) return false;
-  bool made = WriteAll(file.get(), bytes);
+  bool made = write(file.get());
   if (made && like != nullptr) {
     // Only root may give a file away; for anyone else the owner is the same already or must change.
     if (fchown(file.get(), like->st_uid, like->st_gid) != 0) errno = 0;
@@ -102,6 +104,10 @@ bool SyncFolderOf(const std::string& path) noexcept {
 }
 
 bool ReplaceFile(const std::string& path, std::string_view bytes) {
+  return ReplaceFileBy(path, [bytes](int file) { return WriteAll(file, bytes); });
+}
+
+bool ReplaceFileBy(const std::string& path, const WriteFile& write) {
   const std::optional<std::string> target = EndOfLinks(path);
   if (!target || target->empty()) return false;
   struct stat old {};
@@ -110,7 +116,7 @@ bool ReplaceFile(const std::string& path, std::string_view bytes) {
       (!S_ISREG(old.st_mode) || faccessat(AT_FDCWD, target->c_str(), W_OK, AT_EACCESS) != 0))
     return false;
   const std::string made = NameBeside(*target);
-  if (!MakeSyncedFile(made, bytes, exists ? &old : nullptr)) return false;
+  if (!MakeSyncedFile(made, write, exists ? &old : nullptr)) return false;
   if (rename(made.c_str(), target->c_str()) != 0) {
     unlink(made.c_str());
     return false;
@@ -124,7 +130,8 @@ bool CopyFileIfMissing(const std::string& from, const std::string& to) {
   if (lstat(to.c_str(), &status) == 0) return true;
   const std::optional<std::string> bytes = ReadWholeFile(from);
   const std::string made = NameBeside(to);
-  if (!bytes || !MakeSyncedFile(made, *bytes, nullptr)) return false;
+  const auto write = [&](int file) { return WriteAll(file, *bytes); };
+  if (!bytes || !MakeSyncedFile(made, write, nullptr)) return false;
   const bool named = renameat2(AT_FDCWD, made.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0;
   const int error = named ? 0 : errno;
   // A file system without that rename has hard links, or neither.

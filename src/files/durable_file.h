@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,6 +21,11 @@ namespace tunemeadow {
 /// one and what it leads to is replaced. False where that failed, also for a file that is
 /// write-protected; the old file is as before then and nothing is left beside it.
 [[nodiscard]] bool ReplaceFile(const std::string& path, std::string_view bytes);
+
+/// The same with what `write` puts into the new file, whose descriptor it is handed; what it writes
+/// need never be in memory as a whole. False from it leaves the old file as it is.
+[[nodiscard]] bool ReplaceFileBy(const std::string& path,
+                                 const std::function<bool(int descriptor)>& write);
 
 /// Puts a copy of the file `from` at `to` unless something stands there, whole or not at all,
 /// synced. True if `to` exists afterwards; what already stood there is never touched.

@@ -68,15 +68,10 @@ std::optional<RecordHead> ReadHead(int descriptor, std::int64_t start, std::int6
 }
 
 bool BodyIsWhole(int descriptor, std::int64_t start, const RecordHead& head) {
-  std::string buffer(std::min<std::uint64_t>(head.body_length, 1U << 20), '\0');
-  std::uint32_t checksum = 0;
-  for (std::uint64_t done = 0; done < head.body_length;) {
-    const std::size_t count = std::min<std::uint64_t>(buffer.size(), head.body_length - done);
-    ReadOrThrow(descriptor, buffer.data(), count, start + static_cast<std::int64_t>(done));
-    checksum = Checksum({buffer.data(), count}, checksum);
-    done += count;
-  }
-  return checksum == head.body_checksum;
+  const std::optional<std::uint32_t> checksum =
+      ChecksumOf(descriptor, {start, static_cast<std::int64_t>(head.body_length)});
+  if (!checksum) throw UnreadableJournal();
+  return *checksum == head.body_checksum;
 }
 
 /// Path and table of a body that is whole. The bytes stay in the file.
@@ -117,6 +112,22 @@ std::uint32_t Checksum(std::string_view bytes, std::uint32_t before) noexcept {
   return static_cast<std::uint32_t>(crc32_z(before, data, bytes.size()));
 }
 
+std::optional<std::uint32_t> ChecksumOf(int descriptor, const ByteRange& range) {
+  constexpr std::int64_t kStep = std::int64_t{1} << 20;
+  std::string buffer(static_cast<std::size_t>(std::clamp<std::int64_t>(range.length, 0, kStep)),
+                     '\0');
+  std::uint32_t checksum = 0;
+  for (std::int64_t done = 0; done < range.length;) {
+    const auto count = static_cast<std::size_t>(std::min(kStep, range.length - done));
+    if (ReadAllAt(descriptor, buffer.data(), count, range.offset + done) != count) {
+      return std::nullopt;
+    }
+    checksum = Checksum({buffer.data(), count}, checksum);
+    done += static_cast<std::int64_t>(count);
+  }
+  return checksum;
+}
+
 void AppendRecord(const JournalRecord& record, std::span<const std::string_view> bytes,
                   std::string& log) {
   const BodyHead body{.length = record.length,
@@ -130,7 +141,7 @@ void AppendRecord(const JournalRecord& record, std::span<const std::string_view>
   std::size_t length = sizeof(RecordHead) + sizeof body + record.path.size() +
                        record.parts.size() * sizeof(TableEntry);
   for (const std::string_view piece : bytes) length += piece.size();
-  // A whole file may stand in the record: its bytes are not to be moved about as it grows.
+  // Megabytes may stand in the record: they are not to be moved about as it grows.
   if (log.capacity() < start + length) log.reserve(std::max(start + length, log.capacity() * 2));
   log.resize(start + sizeof(RecordHead));
   log += BytesOfPlain(body);
@@ -145,6 +156,29 @@ void AppendRecord(const JournalRecord& record, std::span<const std::string_view>
                   .body_checksum = Checksum(whole)};
   head.head_checksum = HeadChecksum(head);
   log.replace(start, sizeof head, BytesOfPlain(head));
+}
+
+JournalRecord RunRecord(const RunIdentity& run) {
+  return {.kind = JournalRecord::Kind::kRun,
+          .path = run.machine_run,
+          .length = run.process,
+          .modified_seconds = run.process_began};
+}
+
+RunIdentity RunOf(const JournalRecord& record) {
+  return {.machine_run = record.path,
+          .process = record.length,
+          .process_began = record.modified_seconds};
+}
+
+JournalRecord RollBackRecord(const std::string& path, const RunIdentity& run) {
+  return {
+      .kind = JournalRecord::Kind::kRollBack, .path = path, .length = Checksum(run.machine_run)};
+}
+
+bool IsRollBackIn(const RunIdentity& run, const JournalRecord& record) {
+  return record.kind == JournalRecord::Kind::kRollBack &&
+         record.length == Checksum(run.machine_run);
 }
 
 std::optional<std::vector<JournalRecord>> ReadRecords(int descriptor) {

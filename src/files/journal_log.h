@@ -11,12 +11,16 @@
 #include <string_view>
 #include <vector>
 
+#include "files/run_identity.h"
 #include "files/undo_journal.h"
 
 namespace tunemeadow {
 
 /// CRC-32 (ISO 3309) of `bytes`, going on from `before`.
 [[nodiscard]] std::uint32_t Checksum(std::string_view bytes, std::uint32_t before = 0) noexcept;
+
+/// Of the bytes of `range` in an open file, read in steps; nullopt where it does not give them all.
+[[nodiscard]] std::optional<std::uint32_t> ChecksumOf(int descriptor, const ByteRange& range);
 
 /// A range of a file and where its bytes stand in the journal, or their checksum.
 struct JournalPart {
@@ -28,9 +32,10 @@ struct JournalPart {
 struct JournalRecord {
   enum class Kind : std::uint32_t {
     kImage = 1,
-    kMark = 2,  ///< the file is done
-    kRun = 3,   ///< the first of a journal; its path is the run of the machine
-    kBegun = 4  ///< the file is about to be written
+    kMark = 2,     ///< the file is done
+    kRun = 3,      ///< the first of a journal: who writes it
+    kBegun = 4,    ///< the file is about to be written
+    kRollBack = 5  ///< the file is about to be rolled back in another run of the machine
   };
   Kind kind = Kind::kImage;
   std::string path;         ///< bytes
@@ -47,6 +52,15 @@ struct JournalRecord {
 /// Adds the record to `log`; `bytes` are those of its parts, one after the other, for an image.
 void AppendRecord(const JournalRecord& record, std::span<const std::string_view> bytes,
                   std::string& log);
+
+/// The record that begins a journal, and what one tells; the start of the machine is not kept.
+/// Journals of before, without a process, give 0 for it.
+[[nodiscard]] JournalRecord RunRecord(const RunIdentity& run);
+[[nodiscard]] RunIdentity RunOf(const JournalRecord& record);
+
+/// Notes that the roll-back of a file begins in `run`, and whether a record is that note.
+[[nodiscard]] JournalRecord RollBackRecord(const std::string& path, const RunIdentity& run);
+[[nodiscard]] bool IsRollBackIn(const RunIdentity& run, const JournalRecord& record);
 
 /// The whole records of an open journal, in their order; nullopt where it cannot be read, which
 /// says nothing of what stands in it.

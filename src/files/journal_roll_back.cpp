@@ -1,136 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The roll-back of what a kill or a power cut left.
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <memory>
 #include <optional>
 
 #include "core/paths.h"
 #include "files/durable_file.h"
 #include "files/file_facts.h"
+#include "files/journal_images.h"
 #include "files/undo_journal_state.h"
 
 namespace tunemeadow {
 namespace {
 
 using Outcome = UndoJournal::RolledBack::Outcome;
-using Records = std::vector<const JournalRecord*>;
-
-constexpr std::size_t kCopyStep = std::size_t{1} << 20;
-
-/// "undo.journal" and "undo-N.journal", the oldest first; not those that are kept for the person.
-std::vector<std::string> JournalsIn(const std::string& folder) {
-  std::vector<std::string> numbered;
-  const std::unique_ptr<DIR, int (*)(DIR*)> opened(opendir(folder.empty() ? "." : folder.c_str()),
-                                                   closedir);
-  while (const dirent* entry = opened ? readdir(opened.get()) : nullptr) {
-    const std::string_view name = entry->d_name;
-    if (!name.starts_with("undo-") || !name.ends_with(".journal")) continue;
-    const std::string_view number = name.substr(5, name.size() - 13);
-    if (number.empty() || number.find_first_not_of("0123456789") != std::string_view::npos)
-      continue;
-    numbered.push_back(folder + std::string(name));
-  }
-  std::sort(numbered.begin(), numbered.end(),
-            [](const std::string& left, const std::string& right) {
-              return left.size() != right.size() ? left.size() < right.size() : left < right;
-            });
-  numbered.push_back(folder + "undo.journal");
-  return numbered;
-}
-
-/// Calls `each(bytes, offset in the file)` for the bytes of a part, in steps. False as soon as one
-/// call says so, or where the journal gives no more.
-template <typename Each>
-bool WalkImage(int log, const JournalPart& part, Each each) {
-  std::string buffer(std::min<std::size_t>(kCopyStep, static_cast<std::size_t>(part.range.length)),
-                     '\0');
-  for (std::int64_t done = 0; done < part.range.length;) {
-    const std::size_t count =
-        std::min<std::size_t>(buffer.size(), static_cast<std::size_t>(part.range.length - done));
-    if (ReadAllAt(log, buffer.data(), count, part.place + done) != count) return false;
-    if (!each(std::string_view(buffer.data(), count), part.range.offset + done)) return false;
-    done += static_cast<std::int64_t>(count);
-  }
-  return true;
-}
-
-bool HoldsImage(int file, std::int64_t length, int log, const JournalRecord& image) {
-  if (length != image.length) return false;
-  std::string buffer;
-  return std::all_of(image.parts.begin(), image.parts.end(), [&](const JournalPart& part) {
-    return WalkImage(log, part, [&](std::string_view bytes, std::int64_t offset) {
-      buffer.resize(bytes.size());
-      return ReadAllAt(file, buffer.data(), buffer.size(), offset) == bytes.size() &&
-             buffer == bytes;
-    });
-  });
-}
-
-bool HoldsMark(int file, std::int64_t length, const JournalRecord& mark) {
-  if (length != mark.length) return false;
-  return std::all_of(mark.parts.begin(), mark.parts.end(), [&](const JournalPart& part) {
-    std::string bytes(static_cast<std::size_t>(part.range.length), '\0');
-    return ReadAllAt(file, bytes.data(), bytes.size(), part.range.offset) == bytes.size() &&
-           Checksum(bytes) == part.checksum;
-  });
-}
-
-/// Puts the old bytes, the old length and the old time back, synced.
-bool Restore(int file, int log, const Records& images) {
-  for (const JournalRecord* image : images) {
-    for (const JournalPart& part : image->parts) {
-      if (!WalkImage(log, part, [&](std::string_view bytes, std::int64_t offset) {
-            return WriteAllAt(file, bytes, offset);
-          })) {
-        return false;
-      }
-    }
-  }
-  const JournalRecord& first = *images.front();
-  if (ftruncate(file, first.length) != 0) return false;
-  const struct timespec times[2] = {
-      {.tv_sec = 0, .tv_nsec = UTIME_OMIT},
-      {.tv_sec = first.modified_seconds, .tv_nsec = first.modified_nanoseconds}};
-  // A volume that keeps no times is no reason to call the bytes unrestored.
-  (void)futimens(file, times);
-  return fsync(file) == 0;
-}
-
-/// What a journal knows of one file.
-struct FileRecords {
-  Records images;
-  const JournalRecord* mark = nullptr;  ///< behind all images and beginnings
-  bool begun = false;
-
-  void Add(const JournalRecord& record) {
-    using Kind = JournalRecord::Kind;
-    if (record.kind == Kind::kImage) images.push_back(&record);
-    begun = begun || record.kind == Kind::kBegun;
-    // What stands behind a mark says that the file was taken up again.
-    mark = record.kind == Kind::kMark ? &record : nullptr;
-  }
-};
-
-/// Writes the bytes that a mark vouches for once more. After a sync that failed, the system's
-/// memory can hold what the disk does not, and it would not write it again by itself.
-bool WriteAgain(int file, const JournalRecord& mark, const struct stat& now) {
-  for (const JournalPart& part : mark.parts) {
-    std::string bytes(static_cast<std::size_t>(part.range.length), '\0');
-    if (ReadAllAt(file, bytes.data(), bytes.size(), part.range.offset) != bytes.size() ||
-        !WriteAllAt(file, bytes, part.range.offset)) {
-      return false;
-    }
-  }
-  const struct timespec times[2] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, now.st_mtim};
-  (void)futimens(file, times);
-  return fsync(file) == 0;
-}
 
 /// How much of what a journal says can be taken as it stands.
 enum class Trust {
@@ -139,56 +26,125 @@ enum class Trust {
   kSetAside  ///< a sync has failed before: what can be read need not be on the disk
 };
 
-/// Rolls one file back. nullopt where there was nothing to be done.
-std::optional<Outcome> RollBackFile(const std::string& path, int log, const FileRecords& records,
-                                    Trust trust) {
-  if (records.images.empty()) return std::nullopt;
-  // A file that another program has written since is none of the journal's, if it was done or had
-  // not been begun.
-  const bool idle = records.mark != nullptr || !records.begun;
-  const Descriptor file(open(path.c_str(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-  struct stat now {};
-  if (!file.IsOpen() || fstat(file.get(), &now) != 0) {
-    if (trust == Trust::kSameRun && idle) return std::nullopt;
-    return Outcome::kUnreachable;
-  }
-  if (!S_ISREG(now.st_mode)) return Outcome::kChanged;
-  if (trust == Trust::kSameRun && idle) {
-    if (fsync(file.get()) == 0) return std::nullopt;
-    return Outcome::kUnreachable;
-  }
-  if (records.mark != nullptr && HoldsMark(file.get(), now.st_size, *records.mark)) {
-    // What is whole in the memory of the system need not be so on the disk, and the journal goes.
-    const bool synced = trust == Trust::kSetAside ? WriteAgain(file.get(), *records.mark, now)
-                                                  : fsync(file.get()) == 0;
-    if (synced) return std::nullopt;
-    return Outcome::kUnreachable;
-  }
-  if (std::all_of(records.images.begin(), records.images.end(), [&](const JournalRecord* image) {
-        return HoldsImage(file.get(), now.st_size, log, *image);
-      })) {
-    const bool synced = trust == Trust::kSetAside ? Restore(file.get(), log, records.images)
-                                                  : fsync(file.get()) == 0;
-    if (synced) return std::nullopt;
-    return Outcome::kUnreachable;
-  }
-  const JournalRecord& last = *records.images.back();
-  if (now.st_size < last.least || now.st_size > last.most) return Outcome::kChanged;
-  return Restore(file.get(), log, records.images) ? Outcome::kUndone : Outcome::kUnreachable;
+/// A journal that is being rolled back.
+struct OpenJournal {
+  Descriptor log;
+  std::int64_t end = 0;  ///< behind the last whole record
+  Trust trust = Trust::kOther;
+  bool other_run = false;  ///< it is known to come from another run of the machine
+  RunIdentity now;         ///< who rolls back
+};
+
+/// Sets the old time and syncs. A volume that keeps no times is no reason to call the bytes
+/// unrestored.
+bool SyncWithTime(int file, const struct timespec& modified) {
+  const struct timespec times[2] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, modified};
+  (void)futimens(file, times);
+  return fsync(file) == 0;
 }
 
-/// A new journal with the records of the paths that could not be reached, in the place of `path`.
-bool KeepRecords(const std::string& path, int log, const std::vector<JournalRecord>& records,
-                 const std::set<std::string>& waiting) {
-  std::string kept;
-  for (const JournalRecord& record : records) {
-    if (!waiting.contains(record.path)) continue;
-    const std::size_t at = kept.size();
-    const auto length = static_cast<std::size_t>(record.end - record.start);
-    kept.resize(at + length);
-    if (ReadAllAt(log, kept.data() + at, length, record.start) != length) return false;
+struct timespec OldTime(const FileRecords& records) {
+  const JournalRecord& first = *records.images.front();
+  return {.tv_sec = first.modified_seconds, .tv_nsec = first.modified_nanoseconds};
+}
+
+/// Puts the old bytes, the old length and the old time back, synced.
+bool Restore(int file, const OpenJournal& journal, const FileRecords& records) {
+  return PutImages(file, journal.log.get(), records) && SyncWithTime(file, OldTime(records));
+}
+
+/// Writes the bytes that a mark vouches for once more. After a sync that failed, the system's
+/// memory can hold what the disk does not, and it would not write it again by itself.
+bool WriteAgain(int file, const JournalRecord& mark, const struct stat& now) {
+  // The bytes are the file's own: it is its own image.
+  return std::all_of(mark.parts.begin(), mark.parts.end(),
+                     [file](const JournalPart& part) {
+                       const JournalPart itself{part.range, part.range.offset};
+                       return WalkImage(file, itself, [&](std::string_view bytes, std::int64_t at) {
+                         return WriteAllAt(file, bytes, at);
+                       });
+                     }) &&
+         SyncWithTime(file, now.st_mtim);
+}
+
+/// Whether another program has written to the file since the machine was started anew: the save
+/// that was cut short has not, and no roll-back in this run either.
+bool WrittenBySomebodyElse(const struct stat& now, const OpenJournal& journal,
+                           const FileRecords& records) {
+  if (!journal.other_run || !journal.now.Covers(now.st_mtim)) return false;
+  if (records.roll_back != nullptr && IsRollBackIn(journal.now, *records.roll_back)) return false;
+  const struct timespec old = OldTime(records);
+  return now.st_mtim.tv_sec != old.tv_sec || now.st_mtim.tv_nsec != old.tv_nsec;
+}
+
+/// Notes, synced, that the roll-back of the file begins: killed half way, it leaves a file that was
+/// last written in this run of the machine. False where that failed.
+bool NoteRollBack(const std::string& path, OpenJournal& journal) {
+  if (!journal.other_run) return true;
+  std::string note;
+  AppendRecord(RollBackRecord(path, journal.now), {}, note);
+  // A torn end of the journal goes: it must not begin anew behind the note.
+  if (ftruncate(journal.log.get(), journal.end) != 0 ||
+      !WriteAllAt(journal.log.get(), note, journal.end) || fdatasync(journal.log.get()) != 0) {
+    return false;
   }
-  return ReplaceFile(path, kept);
+  journal.end += static_cast<std::int64_t>(note.size());
+  return true;
+}
+
+/// Rolls one file back. nullopt where there was nothing to be done.
+std::optional<Outcome> RollBackFile(const std::string& path, const FileRecords& records,
+                                    OpenJournal& journal) {
+  if (records.images.empty()) return std::nullopt;
+  const auto nothing_if = [](bool well) {
+    return well ? std::nullopt : std::optional(Outcome::kUnreachable);
+  };
+  // A file that another program has written since is none of the journal's, if it was done or had
+  // not been begun.
+  const bool untouched = journal.trust == Trust::kSameRun && records.Idle();
+  const Descriptor file(open(path.c_str(), O_RDWR | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  struct stat now {};
+  if (!file.IsOpen() || fstat(file.get(), &now) != 0) return nothing_if(untouched);
+  if (!S_ISREG(now.st_mode)) return Outcome::kChanged;
+  if (untouched) return nothing_if(fsync(file.get()) == 0);
+  // What is whole in the memory of the system need not be so on the disk, and the journal goes.
+  const bool set_aside = journal.trust == Trust::kSetAside;
+  if (records.mark != nullptr && HoldsMark(file.get(), now.st_size, *records.mark)) {
+    return nothing_if(set_aside ? WriteAgain(file.get(), *records.mark, now)
+                                : fsync(file.get()) == 0);
+  }
+  if (HoldsImages(file.get(), now.st_size, journal.log.get(), records)) {
+    return nothing_if(set_aside ? Restore(file.get(), journal, records) : fsync(file.get()) == 0);
+  }
+  const JournalRecord& last = *records.images.back();
+  if (now.st_size < last.least || now.st_size > last.most ||
+      WrittenBySomebodyElse(now, journal, records)) {
+    return Outcome::kChanged;
+  }
+  const bool restored = NoteRollBack(path, journal) && Restore(file.get(), journal, records);
+  return restored ? Outcome::kUndone : Outcome::kUnreachable;
+}
+
+/// A new journal with the records of the paths that could not be reached, and that of the run, in
+/// the place of `path`.
+bool KeepRecords(const std::string& path, const OpenJournal& journal,
+                 const std::set<std::string>& waiting) {
+  const std::optional<std::vector<JournalRecord>> records = ReadRecords(journal.log.get());
+  if (!records) return false;
+  return ReplaceFileBy(path, [&](int made) {
+    std::int64_t end = 0;
+    for (const JournalRecord& record : *records) {
+      if (record.kind != JournalRecord::Kind::kRun && !waiting.contains(record.path)) continue;
+      const JournalPart whole{{end, record.end - record.start}, record.start};
+      if (!WalkImage(journal.log.get(), whole, [made](std::string_view bytes, std::int64_t at) {
+            return WriteAllAt(made, bytes, at);
+          })) {
+        return false;
+      }
+      end += whole.range.length;
+    }
+    return true;
+  });
 }
 
 /// A name of the form "undo-WHATN.journal" that is free.
@@ -201,59 +157,84 @@ std::string FreeName(const std::string& folder, const std::string& what) {
   }
 }
 
+/// What a journal is still needed for.
+enum class Remaining {
+  kNothing,      ///< the unreachable files, if any, stand in another one
+  kUnreachable,  ///< it holds the unreachable files alone, under its name or another one
+  kAll           ///< the unreachable files could not be kept by themselves
+};
+
+/// Sees to it that the records of unreachable files stand in a journal of their own, at `rest`:
+/// what is undone must not be undone again when its file has been edited since. `movable`: nobody
+/// else needs the journal.
+Remaining KeepUnreachable(const std::string& path, const std::string& rest,
+                          const OpenJournal& journal, const std::vector<std::string>& all,
+                          const std::set<std::string>& unreachable, bool movable) {
+  if (unreachable.empty()) return Remaining::kNothing;
+  if (movable && unreachable.size() == all.size()) {
+    const bool moved = rest == path || rename(path.c_str(), rest.c_str()) == 0;
+    return moved ? Remaining::kUnreachable : Remaining::kAll;
+  }
+  if (!KeepRecords(rest, journal, unreachable)) return Remaining::kAll;
+  return rest == path ? Remaining::kUnreachable : Remaining::kNothing;
+}
+
+Descriptor OpenToRollBack(const std::string& path) {
+  constexpr int kFlags = O_NONBLOCK | O_CLOEXEC;
+  Descriptor log(open(path.c_str(), O_RDWR | kFlags));
+  return log.IsOpen() ? std::move(log) : Descriptor(open(path.c_str(), O_RDONLY | kFlags));
+}
+
 }  // namespace
 
 void UndoJournal::State::RollBackJournal(const std::string& path, std::vector<RolledBack>& told) {
-  const Descriptor journal(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-  if (!journal.IsOpen()) return;
+  OpenJournal journal{.log = OpenToRollBack(path), .now = run};
+  if (!journal.log.IsOpen()) return;
   const bool fresh = path == LogPath();
-  const std::optional<std::vector<JournalRecord>> records = ReadRecords(journal.get());
+  const std::optional<std::vector<JournalRecord>> records = ReadRecords(journal.log.get());
   if (!records) {
     told.push_back({path, Outcome::kUnreachable});
     return;
   }
-  std::vector<std::string> order;
-  std::map<std::string, FileRecords> by_file;
-  Trust trust = fresh ? Trust::kOther : Trust::kSetAside;
-  for (const JournalRecord& record : *records) {
-    if (record.kind == JournalRecord::Kind::kRun) {
-      if (fresh && !machine_run.empty() && record.path == machine_run) trust = Trust::kSameRun;
-      continue;
-    }
-    if (!by_file.contains(record.path)) order.push_back(record.path);
-    by_file[record.path].Add(record);
+  const JournalFiles journaled = FilesOf(*records);
+  if (RunsBeside(journaled.run, run)) {
+    // Those files are in use. They are looked at again before one of them is written.
+    waiting.insert(journaled.order.begin(), journaled.order.end());
+    return;
   }
+  if (!records->empty()) journal.end = records->back().end;
+  journal.other_run = journaled.run.OtherMachineRun(run);
+  journal.trust = !fresh                              ? Trust::kSetAside
+                  : journaled.run.SameMachineRun(run) ? Trust::kSameRun
+                                                      : Trust::kOther;
   std::set<std::string> unreachable;
-  bool changed = false;
-  for (const std::string& file : order) {
-    const std::optional<Outcome> outcome = RollBackFile(file, journal.get(), by_file[file], trust);
+  std::vector<std::size_t> changed;
+  for (const std::string& file : journaled.order) {
+    const std::optional<Outcome> outcome = RollBackFile(file, journaled.by_path.at(file), journal);
     if (!outcome) continue;
     const bool reached = *outcome != Outcome::kUnreachable;
     if (!reached) unreachable.insert(file);
-    changed = changed || *outcome == Outcome::kChanged;
+    if (*outcome == Outcome::kChanged) changed.push_back(told.size());
     if (reached || fresh) told.push_back({file, *outcome});
   }
-  if (!unreachable.empty()) {
-    // What is undone must not be undone again when its file has been edited since.
-    const std::string rest = changed || fresh ? FreeName(folder, "") : path;
-    const bool all_of_it = !changed && unreachable.size() == order.size();
-    const bool kept = all_of_it ? (rest == path || rename(path.c_str(), rest.c_str()) == 0)
-                                : KeepRecords(rest, journal.get(), *records, unreachable);
-    if (!kept) {
+  const std::string rest = !changed.empty() || fresh ? FreeName(folder, "") : path;
+  switch (KeepUnreachable(path, rest, journal, journaled.order, unreachable, changed.empty())) {
+    case Remaining::kAll:
       // The journal stays as it is, and so do all files that it names.
-      waiting.insert(order.begin(), order.end());
+      waiting.insert(journaled.order.begin(), journaled.order.end());
       return;
-    }
-    waiting.merge(unreachable);
-    if (all_of_it || rest == path) {
-      SyncFolderOf(path);
-      return;
-    }
-  }
-  if (changed) {
-    (void)rename(path.c_str(), FreeName(folder, "kept-").c_str());
-  } else {
-    (void)unlink(path.c_str());
+    case Remaining::kUnreachable:
+      waiting.merge(unreachable);
+      break;
+    case Remaining::kNothing:
+      waiting.merge(unreachable);
+      if (changed.empty()) {
+        (void)unlink(path.c_str());
+        break;
+      }
+      const std::string name = FreeName(folder, "kept-");
+      const bool renamed = rename(path.c_str(), name.c_str()) == 0;
+      for (const std::size_t i : changed) told[i].kept = renamed ? name : path;
   }
   SyncFolderOf(path);
 }
@@ -263,7 +244,10 @@ std::vector<UndoJournal::RolledBack> UndoJournal::RollBack() {
   if (state_->in_group) return told;
   state_->log.Close();
   state_->waiting.clear();
-  for (const std::string& path : JournalsIn(state_->folder)) state_->RollBackJournal(path, told);
+  for (const std::string& path : NumberedJournals(state_->folder, "")) {
+    state_->RollBackJournal(path, told);
+  }
+  state_->RollBackJournal(state_->LogPath(), told);
   return told;
 }
 

@@ -9,20 +9,25 @@
 #include <utility>
 #include <vector>
 
+#include "files/block_move.h"
 #include "files/undo_journal_state.h"
 
 namespace tunemeadow {
 
-/// What a rewrite overwrites or cuts off, and the bytes that stand there.
-struct JournaledFile::OldBytes {
-  std::vector<ByteRange> ranges;
-  std::vector<std::string> bytes;
+/// What a rewrite does, and what it takes to undo it.
+struct JournaledFile::Change {
+  std::span<const FilePiece> pieces;
+  std::int64_t new_length = 0;
+  BlockMove move;
+  std::vector<ByteRange> old_ranges;   ///< overwritten or cut off, and not moved
+  std::vector<std::string> old_bytes;  ///< of these
 };
 
 namespace {
 
-std::vector<ByteRange> RangesToLose(std::span<const FilePiece> pieces, std::int64_t length,
-                                    std::int64_t new_length) {
+/// What a rewrite overwrites or cuts off.
+std::vector<ByteRange> RangesToLose(std::span<const FilePiece> pieces, const FileMove& move,
+                                    std::int64_t length, std::int64_t new_length) {
   std::vector<ByteRange> ranges;
   const auto add = [&](std::int64_t from, std::int64_t to) {
     to = std::min(to, length);
@@ -31,6 +36,7 @@ std::vector<ByteRange> RangesToLose(std::span<const FilePiece> pieces, std::int6
   for (const FilePiece& piece : pieces) {
     add(piece.offset, piece.offset + static_cast<std::int64_t>(piece.bytes.size()));
   }
+  add(move.to, move.to + move.length);
   add(new_length, length);
   return ranges;
 }
@@ -49,6 +55,7 @@ int ReserveLength(int file, std::int64_t length, std::int64_t new_length, bool& 
   return final_error;
 }
 
+/// 0, or an error number.
 int WritePieces(int file, std::span<const FilePiece> pieces, std::int64_t length,
                 std::int64_t new_length) {
   for (const FilePiece& piece : pieces) {
@@ -101,25 +108,26 @@ std::optional<std::string> JournaledFile::Read(std::int64_t offset, std::size_t 
 }
 
 /// Restores what a failed write has left. False where that failed too.
-bool JournaledFile::PutBack(const OldBytes& old) const {
-  for (std::size_t i = 0; i < old.ranges.size(); ++i) {
-    if (!WriteAllAt(file_, old.bytes[i], old.ranges[i].offset)) return false;
+bool JournaledFile::PutBack(Change& change) const {
+  if (!change.move.Undo(file_)) return false;
+  for (std::size_t i = 0; i < change.old_ranges.size(); ++i) {
+    if (!WriteAllAt(file_, change.old_bytes[i], change.old_ranges[i].offset)) return false;
   }
   return ftruncate(file_, length_) == 0;
 }
 
 /// The write itself, once the journal can undo it.
-std::string JournaledFile::Write(std::span<const FilePiece> pieces, const OldBytes& old,
-                                 std::int64_t new_length, bool sync) {
+std::string JournaledFile::Write(Change& change, bool sync) {
   UndoJournal::State& state = *journal_.state_;
   bool whole = true;
-  int error = ReserveLength(file_, length_, new_length, whole);
+  int error = ReserveLength(file_, length_, change.new_length, whole);
   std::string_view what = "There is no room for the longer file";
   if (error == 0) {
     what = "The file cannot be written";
-    error = WritePieces(file_, pieces, length_, new_length);
+    error = change.move.Run(file_);
+    if (error == 0) error = WritePieces(file_, change.pieces, length_, change.new_length);
     if (error == 0 && sync && fdatasync(file_) != 0) error = errno;
-    whole = error == 0 || PutBack(old);
+    whole = error == 0 || PutBack(change);
   }
   if (!whole) {
     state.set_aside = true;
@@ -128,13 +136,14 @@ std::string JournaledFile::Write(std::span<const FilePiece> pieces, const OldByt
   }
   state.Written(path_, file_, sync && error == 0);
   if (error != 0) return SystemFault(what, error);
-  length_ = new_length;
+  length_ = change.new_length;
   return {};
 }
 
 /// Empty text, or that somebody else has written to the file, or put another in its place, since it
-/// was opened.
-std::string JournaledFile::Compare(const struct stat& now) const {
+/// was opened. `now` is what the system tells of it.
+std::string JournaledFile::Compare(struct stat& now) const {
+  if (file_ < 0 || fstat(file_, &now) != 0) return "The file is not open.";
   struct stat named {};
   const bool same = stat(opened_as_.c_str(), &named) == 0 && named.st_dev == now.st_dev &&
                     named.st_ino == now.st_ino && now.st_size == length_ &&
@@ -143,29 +152,43 @@ std::string JournaledFile::Compare(const struct stat& now) const {
   return same ? std::string() : "The file was changed by another program meanwhile.";
 }
 
-std::string JournaledFile::RewriteInGroup(std::span<const FilePiece> pieces,
-                                          std::int64_t new_length, bool sync) {
+/// All that comes before the first byte. Empty text, or what stands in the way.
+std::string JournaledFile::Guard(Change& change) {
   UndoJournal::State& state = *journal_.state_;
   struct stat now {};
-  if (file_ < 0 || fstat(file_, &now) != 0) return "The file is not open.";
   if (std::string fault = Compare(now); !fault.empty()) return fault;
   path_ = state.KnownName(opened_as_, now);
-  OldBytes old{.ranges = RangesToLose(pieces, length_, new_length)};
-  for (const ByteRange& range : old.ranges) {
-    std::optional<std::string> bytes = Read(range.offset, static_cast<std::size_t>(range.length));
-    if (!bytes) return "The file cannot be read.";
-    old.bytes.push_back(std::move(*bytes));
+  const FileMove& move = change.move.Told();
+  const ByteRange moved{move.from, move.length};
+  const std::vector<ByteRange> lost = RangesToLose(change.pieces, move, length_, change.new_length);
+  for (const ByteRange& range : lost) {
+    for (const ByteRange& part : UncoveredParts(range, {&moved, 1})) {
+      std::optional<std::string> bytes = ReadExactly(file_, part);
+      if (!bytes) return "The file cannot be read.";
+      change.old_ranges.push_back(part);
+      change.old_bytes.push_back(std::move(*bytes));
+    }
   }
-  std::string fault = state.Guard(path_, now, old.ranges, old.bytes, new_length);
+  change.move.Reserve();
+  std::string fault = state.Guard(path_, now, lost, file_, change.new_length);
+  // The journal may have taken its time.
+  if (fault.empty()) fault = Compare(now);
+  return fault.empty() ? state.Begun(path_) : fault;
+}
+
+std::string JournaledFile::RewriteInGroup(Change& change, bool sync) {
+  std::string fault = OrNoMemory([&] { return Guard(change); });
   if (!fault.empty()) return fault;
-  state.Begun(path_);
-  fault = Write(pieces, old, new_length, sync);
+  fault = Write(change, sync);
+  struct stat now {};
   if (fstat(file_, &now) == 0) modified_ = now.st_mtim;
   return fault;
 }
 
-std::string JournaledFile::Rewrite(std::span<const FilePiece> pieces, std::int64_t new_length) {
-  if (journal_.InGroup()) return RewriteInGroup(pieces, new_length, false);
+std::string JournaledFile::Rewrite(std::span<const FilePiece> pieces, std::int64_t new_length,
+                                   const FileMove& move) {
+  Change change{.pieces = pieces, .new_length = new_length, .move = BlockMove(move)};
+  if (journal_.InGroup()) return RewriteInGroup(change, false);
   // Memory may run out in between, and a group that nobody ends would sync nothing any more.
   struct Ending {
     UndoJournal& journal;
@@ -177,7 +200,7 @@ std::string JournaledFile::Rewrite(std::span<const FilePiece> pieces, std::int64
     Ending& operator=(const Ending&) = delete;
   };
   const Ending ending(journal_);
-  std::string fault = RewriteInGroup(pieces, new_length, true);
+  std::string fault = RewriteInGroup(change, true);
   std::string end = journal_.EndGroup();
   return fault.empty() ? end : fault;
 }

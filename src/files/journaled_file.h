@@ -22,6 +22,12 @@ struct FilePiece {
   std::string_view bytes;
 };
 
+/// Bytes of the file that are to stand somewhere else, both places counted from 0. They may overlap
+/// their old place.
+struct FileMove {
+  std::int64_t from = 0, to = 0, length = 0;
+};
+
 class JournaledFile {
  public:
   explicit JournaledFile(UndoJournal& journal) noexcept : journal_(journal) {}
@@ -40,24 +46,28 @@ class JournaledFile {
   /// Exactly `count` bytes from `offset` on; nullopt where the file does not hold or give them.
   [[nodiscard]] std::optional<std::string> Read(std::int64_t offset, std::size_t count) const;
 
-  /// Puts the pieces, in their order, where they belong, and the file's end at `new_length`. Pieces
-  /// lie within the new length and do not overlap; between a longer end and the pieces stand zero
-  /// bytes. The order of things: what the journal lacks of the old bytes goes there, synced; the
-  /// new length is reserved; the pieces are written; the end is set; the file is synced and the
-  /// journal emptied, or both are left to the end of the group.
+  /// Moves what `move` tells of the file as it is, puts the pieces, in their order, where they
+  /// belong, and the file's end at `new_length`. Move and pieces lie within the new length and do
+  /// not overlap in their new places; the move's old place lies within the file. Between a longer
+  /// end and them stand zero bytes. The order of things: what the journal lacks of the old bytes
+  /// goes there, synced; the file is compared once more with what it was at Open; the journal is
+  /// told that it begins; the new length is reserved; move and pieces are written; the end is set;
+  /// the file is synced and the journal emptied, or both are left to the end of the group.
+  ///
+  /// Memory: the pieces' size again, and some megabytes, however long the move is.
   ///
   /// Empty text, or what failed: the file is then as it was before the call. Only where even that
   /// could not be restored does the text say so; the journal then keeps what is needed.
-  [[nodiscard]] std::string Rewrite(std::span<const FilePiece> pieces, std::int64_t new_length);
+  [[nodiscard]] std::string Rewrite(std::span<const FilePiece> pieces, std::int64_t new_length,
+                                    const FileMove& move = {});
 
  private:
-  struct OldBytes;
-  [[nodiscard]] std::string Compare(const struct stat& now) const;
-  [[nodiscard]] std::string RewriteInGroup(std::span<const FilePiece> pieces,
-                                           std::int64_t new_length, bool sync);
-  [[nodiscard]] bool PutBack(const OldBytes& old) const;
-  [[nodiscard]] std::string Write(std::span<const FilePiece> pieces, const OldBytes& old,
-                                  std::int64_t new_length, bool sync);
+  struct Change;
+  [[nodiscard]] std::string Compare(struct stat& now) const;
+  [[nodiscard]] std::string RewriteInGroup(Change& change, bool sync);
+  [[nodiscard]] std::string Guard(Change& change);
+  [[nodiscard]] bool PutBack(Change& change) const;
+  [[nodiscard]] std::string Write(Change& change, bool sync);
 
   UndoJournal& journal_;
   std::string opened_as_;

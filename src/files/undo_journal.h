@@ -16,6 +16,8 @@
 #include <string_view>
 #include <vector>
 
+#include "files/run_identity.h"
+
 namespace tunemeadow {
 
 /// Bytes of a file, from 0.
@@ -24,15 +26,13 @@ struct ByteRange {
   std::int64_t length = 0;
 };
 
-/// A text that is another one after each start of the machine; empty where the system tells none.
-[[nodiscard]] std::string ThisMachineRun();
-
 class UndoJournal {
  public:
   /// `folder` holds the journal, with or without a trailing separator; bytes. Touches no file.
-  /// `machine_run` tells one run of the machine from another: as long as it is the same, what was
-  /// written is there, synced or not.
-  explicit UndoJournal(std::string_view folder, std::string machine_run = ThisMachineRun());
+  /// `run` tells one run of the machine from another: as long as it is the same, what was written
+  /// is there, synced or not. It also tells whether the process that wrote a journal still runs:
+  /// what belongs to that one is left alone.
+  explicit UndoJournal(std::string_view folder, RunIdentity run = ThisRun());
 
   /// Closes what is open, as EndGroup does, and removes the empty journal.
   ~UndoJournal();
@@ -44,16 +44,20 @@ class UndoJournal {
     enum class Outcome {
       kUndone,       ///< the file is the old one again, byte for byte, with its old time
       kUnreachable,  ///< it is missing or cannot be opened for writing; tried again at each start
-      kChanged,      ///< another program has changed its length since; left as it is, and so is the
-                     ///< journal, under the name "undo-kept-N.journal"
+      kChanged,      ///< another program has changed it since: its length is none that the save can
+                     ///< have left, or it was written in this run of the machine although the save
+                     ///< was cut short in another one. Left as it is, and so is the journal, under
+                     ///< the name "undo-kept-N.journal"
     };
     std::string path;  ///< bytes; of the journal itself where that cannot be read
     Outcome outcome;
+    std::string kept = {};  ///< the journal that keeps the old bytes of one that has changed
   };
 
   /// Rolls back whatever journals stand in the folder. For the start, before anything is written.
-  /// A file that was done is left alone and not named. Files in the order in which their rewrites
-  /// began; one that stays unreachable is named once. Killed in the middle, it does the same again.
+  /// A file that was done is left alone and not named, and so are the journals of a program that
+  /// still runs. Files in the order in which their rewrites began; one that stays unreachable is
+  /// named once. Killed in the middle, it does the same again.
   std::vector<RolledBack> RollBack();
 
   /// What was rolled back since, before a group or before a file was opened; each is told once.
@@ -66,14 +70,15 @@ class UndoJournal {
   void BeginGroup();
   [[nodiscard]] bool InGroup() const noexcept;
 
-  /// Takes the old bytes of `ranges` (clipped at the end of the file) and of a file that may become
-  /// up to `growth` bytes longer, to be synced by the next SyncPrepared. A rewrite that stays
-  /// within them needs no sync of its own. Nothing happens where the file cannot be opened for
-  /// reading and writing or is no regular file: its writer will meet that and say so.
+  /// Writes the old bytes of `ranges` (clipped at the end of the file), of a file that may become
+  /// up to `growth` bytes longer, to the journal, to be synced by the next SyncPrepared. A rewrite
+  /// that stays within them needs no sync of its own. Nothing happens where the file cannot be
+  /// opened for reading and writing or is no regular file, or the journal cannot take it: its
+  /// writer will meet that and say so.
   void Prepare(const std::string& path, std::span<const ByteRange> ranges, std::int64_t growth);
 
-  /// Writes and syncs what was prepared. False where that failed: then nothing is prepared, and
-  /// each rewrite sees for itself.
+  /// Syncs what was prepared. False where that failed: then nothing is prepared, and each rewrite
+  /// sees for itself.
   bool SyncPrepared();
 
   /// Bytes prepared or journaled in this group: a reason to end it.
@@ -93,7 +98,7 @@ class UndoJournal {
   std::unique_ptr<State> state_;
 };
 
-/// One sentence for the status line about what RollBack did; empty for nothing.
+/// What RollBack did, for the status line; empty for nothing.
 [[nodiscard]] std::string RollBackSentence(std::span<const UndoJournal::RolledBack> files);
 
 }  // namespace tunemeadow

@@ -6,10 +6,14 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
+#include <csignal>
+#include <ctime>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "files/journal_log.h"
 #include "files/journaled_file.h"
 #include "support/temp_folder.h"
 
@@ -65,7 +69,12 @@ struct UndoJournalTest : testing::Test {
 
   /// After the power was cut.
   [[nodiscard]] std::vector<UndoJournal::RolledBack> StartTheMachineAnew() const {
-    return UndoJournal(folder.Path(), "another run").RollBack();
+    return UndoJournal(folder.Path(), AnotherRun(0)).RollBack();
+  }
+
+  /// A run of the machine that began so many seconds ago.
+  static RunIdentity AnotherRun(std::int64_t ago) {
+    return {.machine_run = "another run", .machine_began = time(nullptr) - ago};
   }
 };
 
@@ -151,6 +160,103 @@ TEST_F(UndoJournalTest, WhatAnotherProgramWritesAfterAKillStaysUnlessTheFileWasI
   EXPECT_TRUE(StartAnew().empty());
   EXPECT_EQ(Bytes(), foreign);
   EXPECT_EQ(folder.Read("music/b.mp3"), foreign);
+}
+
+TEST_F(UndoJournalTest, AfterAPowerCutWhatSomebodyElseHasWrittenStaysButNotWhatARollBackHas) {
+  const std::string foreign = "ANOTHER" + old_bytes.substr(7);
+  struct Case {
+    const char* what;
+    bool begun;
+    std::int64_t up_for;   ///< seconds since the machine was started
+    const char* noted_in;  ///< the run in which a roll-back had begun
+    bool stays;
+  };
+  for (const Case& row : {Case{"written since", true, 3600, nullptr, true},
+                          Case{"written since, never begun", false, 3600, nullptr, true},
+                          Case{"written before", true, 0, nullptr, false},
+                          Case{"a roll-back of this run", true, 3600, "another run", false},
+                          Case{"a roll-back of a run before", true, 3600, "a third run", true}}) {
+    folder.Write("music/a.mp3", old_bytes);
+    std::filesystem::last_write_time(
+        path, std::filesystem::file_time_type::clock::now() - std::chrono::hours(2));
+    UndoJournal killed(folder.Path());
+    killed.BeginGroup();
+    const std::vector<ByteRange> head = {{0, 1000}};
+    killed.Prepare(path, head, 0);
+    ASSERT_TRUE(killed.SyncPrepared());
+    JournaledFile file(killed);
+    ASSERT_EQ(file.Open(path), "");
+    if (row.begun) {
+      ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
+    }
+    folder.Write("music/a.mp3", foreign);
+    if (row.noted_in != nullptr) {
+      std::string log = folder.Read("undo.journal");
+      AppendRecord(RollBackRecord(path, {.machine_run = row.noted_in}), {}, log);
+      folder.Write("undo.journal", log);
+    }
+    const auto files = UndoJournal(folder.Path(), AnotherRun(row.up_for)).RollBack();
+    ASSERT_EQ(files.size(), 1U) << row.what;
+    EXPECT_EQ(files[0].outcome, row.stays ? Outcome::kChanged : Outcome::kUndone) << row.what;
+    EXPECT_EQ(Bytes(), row.stays ? foreign : old_bytes) << row.what;
+    EXPECT_EQ(std::filesystem::exists(files[0].kept), row.stays) << row.what;
+  }
+}
+
+TEST_F(UndoJournalTest, WhatARunningProcessWritesIsLeftAlone) {
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    UndoJournal running(folder.Path());
+    running.BeginGroup();
+    JournaledFile file(running);
+    const bool well = file.Open(path).empty() &&
+                      file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000).empty();
+    if (write(ready[1], well ? "y" : "n", 1) == 1) pause();
+    _exit(1);
+  }
+  char well = 0;
+  ASSERT_EQ(read(ready[0], &well, 1), 1);
+  close(ready[0]);
+  close(ready[1]);
+  ASSERT_EQ(well, 'y');
+  EXPECT_TRUE(journal.RollBack().empty());
+  EXPECT_EQ(Bytes(), "HEAD" + old_bytes.substr(4));
+  EXPECT_NE(Rewrite({{0, "x"}}, 100'000), "") << "the file is in use";
+  kill(child, SIGKILL);
+  ASSERT_EQ(waitpid(child, nullptr, 0), child);
+  EXPECT_EQ(journal.RollBack().size(), 1U);
+  EXPECT_EQ(Bytes(), old_bytes);
+}
+
+TEST_F(UndoJournalTest, AJournalThatNamesNoProcessIsRolledBackInTheSameRun) {
+  UndoJournal killed(folder.Path(), {.machine_run = ThisRun().machine_run});
+  killed.BeginGroup();
+  JournaledFile file(killed);
+  ASSERT_EQ(file.Open(path), "");
+  ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
+  ASSERT_EQ(StartAnew().size(), 1U);
+  EXPECT_EQ(Bytes(), old_bytes);
+}
+
+TEST_F(UndoJournalTest, BytesThatMoveGoBlockByBlockAndCanBeUndone) {
+  const std::string big = Letters(1'700'001);  // some blocks and a rest
+  const auto length = static_cast<std::int64_t>(big.size());
+  for (const auto& [from, to] : std::vector<std::pair<std::int64_t, std::int64_t>>{
+           {10, 17}, {0, 900'000}, {900'000, 5}, {17, 10}, {10, 10}}) {
+    folder.Write("music/a.mp3", big);
+    UndoJournal killed(folder.Path());
+    killed.BeginGroup();
+    JournaledFile file(killed);
+    ASSERT_EQ(file.Open(path), "");
+    const std::string head(static_cast<std::size_t>(to), '#');
+    const FilePiece piece{0, head};
+    ASSERT_EQ(file.Rewrite({&piece, 1}, to + length - from, {from, to, length - from}), "");
+    EXPECT_TRUE(Bytes() == head + big.substr(static_cast<std::size_t>(from))) << from << ' ' << to;
+    ASSERT_EQ(StartAnew().size(), 1U);
+    EXPECT_TRUE(Bytes() == big) << from << ' ' << to;
+  }
 }
 
 TEST_F(UndoJournalTest, ATornEndOfTheJournalUndoesNothingAndHidesNothing) {
@@ -268,6 +374,11 @@ TEST(RollBackSentence, NamesTheFileAndWhatBecameOfIt) {
   EXPECT_EQ(RollBackSentence(files),
             "/m/b.mp3 and 1 other: their saves were cut short; the files are as they were before. "
             "/m/c.mp3: a save was cut short and cannot be undone now; it is tried again.");
+  const std::vector<UndoJournal::RolledBack> changed = {
+      {"/m/d.mp3", Outcome::kChanged, "/p/undo-kept-1.journal"}};
+  EXPECT_EQ(RollBackSentence(changed),
+            "/m/d.mp3: a save was cut short, but the file has changed since and was left. "
+            "The old bytes are in undo-kept-1.journal.");
 }
 
 }  // namespace

@@ -73,7 +73,17 @@ Image Inquest::Recovered(const std::string& what) {
   return image;
 }
 
-void Inquest::AfterKill(const std::array<bool, kMostFiles>& done, const std::string& what) {
+void Inquest::AfterFailureAndKill(const Report& report, const std::string& what) {
+  std::array<std::uint32_t, kMostFiles> told{};
+  for (std::size_t i = 0; i < states_.size(); ++i) {
+    const std::uint32_t all = (1U << scenario_.files[i].steps.size()) - 1;
+    if ((report.written[i] | report.refused[i]) == all) told[i] = report.written[i];
+  }
+  AfterKill(scenario_.grouped ? std::array<bool, kMostFiles>{} : Obliged(report), what, told);
+}
+
+void Inquest::AfterKill(const std::array<bool, kMostFiles>& done, const std::string& what,
+                        const std::array<std::uint32_t, kMostFiles>& told) {
   ++tally_.points;
   const Image image = Recovered(what);
   for (std::size_t i = 0; i < states_.size(); ++i) {
@@ -81,11 +91,13 @@ void Inquest::AfterKill(const std::array<bool, kMostFiles>& done, const std::str
     const std::string_view bytes = FileOf(image, i);
     if (bytes == New(i)) {
       ++tally_.new_files;
-    } else if (bytes != Old(i)) {
-      Fault(what, name + " is neither old nor new");
-    } else {
+    } else if (bytes == Old(i)) {
       ++tally_.old_files;
       if (done[i]) Fault(what, name + " is old although it was saved");
+    } else if (bytes == states_[i][told[i]]) {
+      ++tally_.other_files;
+    } else {
+      Fault(what, name + " is neither old nor new");
     }
   }
   SaveAgain(image, what);

@@ -26,8 +26,14 @@ class Inquest {
 
   /// The stage holds what a kill or a power cut left, and no recovery has been killed or all of its
   /// blows are over: recovers, compares, saves again. Each file must be old or new. `done`: the
-  /// files that must be new.
-  void AfterKill(const std::array<bool, kMostFiles>& done, const std::string& what);
+  /// files that must be new. `told`: the steps that are known to have written the whole of what a
+  /// file may hold besides.
+  void AfterKill(const std::array<bool, kMostFiles>& done, const std::string& what,
+                 const std::array<std::uint32_t, kMostFiles>& told = {});
+
+  /// The same where a call had failed before the kill: a file whose steps were over may be what
+  /// they said. In a group none must be new, since the failure can have cost the mark.
+  void AfterFailureAndKill(const Report& report, const std::string& what);
 
   /// The child came to its end although calls failed. Each file must be what the writers said, now
   /// or, where the journal still stands, after the recovery.

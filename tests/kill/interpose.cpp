@@ -31,6 +31,7 @@ std::string_view NameOf(Call call) {
 struct Tape::Head {
   std::size_t used;
   bool keep_bytes;
+  std::uint32_t calls;
 };
 
 namespace {
@@ -53,7 +54,7 @@ Tape::Tape(std::size_t capacity) : capacity_(capacity) {
 
 Tape::~Tape() { munmap(head_, capacity_); }
 
-void Tape::Clear(bool keep_bytes) { *head_ = {sizeof(Head), keep_bytes}; }
+void Tape::Clear(bool keep_bytes) { *head_ = {sizeof(Head), keep_bytes, 0}; }
 
 void Tape::Add(const Operation& operation) {
   const std::string_view bytes = head_->keep_bytes ? operation.bytes : std::string_view();
@@ -88,6 +89,10 @@ std::vector<Operation> Tape::Operations() const {
   }
   return operations;
 }
+
+std::uint32_t Tape::Calls() const { return head_->calls; }
+
+void Tape::Count(std::uint32_t calls) { head_->calls = calls; }
 
 // --- The blow --------------------------------------------------------------------------------
 
@@ -139,17 +144,22 @@ struct Verdict {
   int error = 0;
 };
 
-/// Counts a call. `room` is the part of a write that lies within the file.
-Verdict Judge(Call call, std::int64_t room) {
+/// Counts a call. `room` is the part of a write of `size` bytes that lies within the file.
+Verdict Judge(Call call, std::int64_t room = 0, std::int64_t size = 0) {
   Arms& arms = TheArms();
   const std::uint32_t number = arms.count++;
   const Blow& blow = arms.blow;
+  if (arms.tape != nullptr) arms.tape->Count(arms.count);
   if (blow.kind == Blow::Kind::kNone || number < blow.call) return {};
   if (blow.kind == Blow::Kind::kKill) {
     if (number > blow.call) return {};
     return {.part = blow.part, .die = true};
   }
   using Extent = Blow::Extent;
+  if (blow.kill_at != 0 && number == blow.kill_at) {
+    const bool full = blow.extent == Extent::kRoomLater;
+    return {.part = full ? std::min(room, size / 2) : size / 2, .die = true};
+  }
   switch (blow.extent) {
     case Extent::kOneCall:
       return number == blow.call ? Verdict{.part = blow.part, .error = blow.error} : Verdict{};
@@ -167,7 +177,7 @@ Verdict Judge(Call call, std::int64_t room) {
 /// Runs a call that is done or not done. `run` answers as the system does.
 template <typename Run>
 int Strike(const Operation& operation, Run run) {
-  const Verdict verdict = Judge(operation.call, 0);
+  const Verdict verdict = Judge(operation.call);
   if (verdict.part != Blow::kWhole) {
     if (verdict.die) Die();
     errno = verdict.error;
@@ -194,7 +204,7 @@ ssize_t StrikeWrite(const std::string& path, int descriptor, const void* data, s
                     std::int64_t offset, Run run) {
   const auto wanted = static_cast<std::int64_t>(size);
   const std::int64_t room = std::clamp<std::int64_t>(LengthOf(descriptor) - offset, 0, wanted);
-  const Verdict verdict = Judge(Call::kWrite, room);
+  const Verdict verdict = Judge(Call::kWrite, room, wanted);
   const std::int64_t part = verdict.part == Blow::kWhole ? wanted : std::min(verdict.part, wanted);
   ssize_t done = 0;
   if (part > 0 || wanted == 0) done = run(static_cast<std::size_t>(part));
@@ -219,7 +229,7 @@ int StrikeReserve(const std::string& path, int descriptor, std::int64_t offset,
   static auto* const truncate_it = Real<int(int, off_t)>("ftruncate");
   static auto* const reserve = Real<int(int, off_t, off_t)>("posix_fallocate");
   const std::int64_t before = LengthOf(descriptor);
-  const Verdict verdict = Judge(Call::kReserve, 0);
+  const Verdict verdict = Judge(Call::kReserve, 0, length);
   const std::int64_t part = verdict.part == Blow::kWhole ? length : std::min(verdict.part, length);
   if (verdict.part != Blow::kWhole && part > 0 && offset + part > before &&
       truncate_it(descriptor, offset + part) != 0) {

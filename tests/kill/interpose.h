@@ -43,6 +43,8 @@ struct Blow {
                            ///< of the call
   int error = 0;           ///< of a failure
   Extent extent = Extent::kOneCall;  ///< of a failure
+  std::uint32_t kill_at = 0;  ///< of a failure: the later call in whose middle the process is
+                              ///< killed; 0: none
 };
 
 /// One call that took place. The texts point into the tape.
@@ -67,6 +69,10 @@ class Tape {
   void Clear(bool keep_bytes);
   void Add(const Operation& operation);
   [[nodiscard]] std::vector<Operation> Operations() const;
+
+  /// Calls that were counted, those that failed as well.
+  [[nodiscard]] std::uint32_t Calls() const;
+  void Count(std::uint32_t calls);
 
  private:
   struct Head;

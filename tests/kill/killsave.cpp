@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // killsave MP3 [--short] [WRITER...]: cuts the save of each writer short in every way and looks
 // what is left. For each call that changes a file: killed before it, behind it and in the middle of
-// it; ENOSPC and EIO from it, once and for good; the same within the recovery; the power cut
-// anywhere; and a disk that is full. The file must be the old one or the new one, byte for byte,
-// nothing may be left in the program's folder, and the next save must work.
+// it; ENOSPC and EIO from it, once and for good; each failure with a kill at a later call; the same
+// within the recovery; the power cut anywhere; and a disk that is full. The file must be the old
+// one or the new one, byte for byte, nothing may be left in the program's folder, and the next save
+// must work.
 //
 // MP3 gives the audio. --short takes a fixed sample. Ends with 1 where anything went wrong.
 #include <stdlib.h>
@@ -14,6 +15,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <map>
 #include <random>
@@ -39,10 +41,11 @@ struct Measure {
   int power_cuts;
   int recovery_power_cuts;
   int full_disks;
+  std::size_t kills_after_failure;  ///< at most so many for each failure
   bool every_failure;
 };
-constexpr Measure kLong = {2'000'000, 200, 4, 40, 200, 60, 24, true};
-constexpr Measure kShort = {150'000, 26, 1, 8, 10, 6, 4, false};
+constexpr Measure kLong = {2'000'000, 200, 4, 40, 200, 60, 24, 10, true};
+constexpr Measure kShort = {150'000, 26, 1, 8, 10, 6, 4, 2, false};
 
 constexpr std::size_t kTapeBytes = std::size_t{256} << 20;
 
@@ -58,6 +61,7 @@ std::string Describe(const Blow& blow, const std::vector<Operation>& calls) {
   if (blow.kind == Blow::Kind::kFail) {
     text += ' ' + std::string(strerrorname_np(blow.error)) + " extent " +
             std::to_string(static_cast<int>(blow.extent));
+    if (blow.kill_at != 0) text += ", killed at call " + std::to_string(blow.kill_at);
   }
   return text;
 }
@@ -150,6 +154,7 @@ class Ordeal {
       const Report report = stage_.Run(scenario_, blow, &scratch_);
       inquest_.AfterFailure(report, Describe(blow, calls_));
     }
+    FailAndKill();
     CutThePower(begin_, calls_, measure_.power_cuts, true);
     StrikeRecoveries(kills);
   }
@@ -170,18 +175,52 @@ class Ordeal {
   }
 
  private:
+  /// One call fails, or each that needs room from one on, and a later one is killed in its middle.
+  void FailAndKill() {
+    using Extent = Blow::Extent;
+    const std::uint32_t step = measure_.every_failure ? 1 : 3;
+    for (std::uint32_t call = 0; call < calls_.size(); call += step) {
+      for (Blow blow : {Blow{Blow::Kind::kFail, call, 0, ENOSPC, Extent::kRoomLater},
+                        Blow{Blow::Kind::kFail, call, 0, EIO, Extent::kOneCall}}) {
+        scratch_.Clear(false);
+        stage_.Set(begin_);
+        stage_.Run(scenario_, blow, &scratch_);
+        const std::uint32_t later = scratch_.Calls() - std::min(scratch_.Calls(), call + 1);
+        const auto kills =
+            std::min(later, static_cast<std::uint32_t>(measure_.kills_after_failure));
+        for (std::uint32_t i = 0; i < kills; ++i) {
+          blow.kill_at = call + 1 + i * later / kills;
+          scratch_.Clear(false);
+          stage_.Set(begin_);
+          const Report report = stage_.Run(scenario_, blow, &scratch_);
+          inquest_.AfterFailureAndKill(report, Describe(blow, calls_));
+        }
+      }
+    }
+  }
+
+  /// Every second recovery is killed and begun again: what it has written itself since the machine
+  /// is up must not look like somebody else's work.
   void CutThePower(const Image& before, const std::vector<Operation>& calls, int times,
                    bool ends_well) {
-    std::string run = std::exchange(stage_.machine_run, "another run");
+    const RunIdentity other = {.machine_run = "another run", .machine_began = time(nullptr) - 1800};
+    RunIdentity run = std::exchange(stage_.run, other);
     for (int i = 0; i < times; ++i) {
       const PowerCut cut = CutPower(before, calls, stage_.Folder(), random_);
       stage_.Set(cut.left);
+      if (i % 2 == 1) {
+        scratch_.Clear(false);
+        const Blow kill = {.kind = Blow::Kind::kKill,
+                           .call = static_cast<std::uint32_t>(random_() % 8),
+                           .part = static_cast<std::int64_t>(random_() % 3) - 1};
+        (void)stage_.Recover(kill, &scratch_);
+      }
       std::array<bool, kMostFiles> done{};
       if (cut.at_the_end && ends_well) done = inquest_.All();
       inquest_.AfterKill(done,
                          "power cut " + std::to_string(i) + (ends_well ? "" : " in recovery"));
     }
-    stage_.machine_run = std::move(run);
+    stage_.run = std::move(run);
   }
 
   /// Kills and failures of the recovery, and power cuts in it.

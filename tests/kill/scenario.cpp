@@ -2,7 +2,6 @@
 #include "kill/scenario.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -12,6 +11,7 @@
 #include "audio/id3v2_writer.h"
 #include "audio/lyrics3_writer.h"
 #include "audio/tag_writing.h"
+#include "files/journaled_file.h"
 #include "support/mp3_builder.h"
 
 namespace tunemeadow::kill {
@@ -78,9 +78,10 @@ bool Remove(UndoJournal& journal, const std::string& path) {
 
 Step SetLength(double factor) {
   return [factor](UndoJournal& journal, const std::string& path) {
-    TagWriting writing(journal);
-    const auto length = static_cast<double>(std::filesystem::file_size(path));
-    return SetFileLength(writing, path, static_cast<std::int64_t>(length * factor));
+    JournaledFile file(journal);
+    if (!file.Open(path).empty()) return false;
+    const auto length = static_cast<double>(file.Length()) * factor;
+    return file.Rewrite({}, static_cast<std::int64_t>(length)).empty();
   };
 }
 
@@ -139,8 +140,8 @@ void AddSingles(const Audio& audio, const std::string& picture, std::vector<Scen
   add("RemoveID3v2Picture", "two of them", pictured, Remove<RemoveID3v2Picture>);
   add("KillLyrics3Tag", "with an ID3v1 record", sung, Remove<KillLyrics3Tag>);
   add("KillLyrics3Tag", "at the end", {.lyrics = 2000}, Remove<KillLyrics3Tag>);
-  add("SetFileLength", "shorter", tight, SetLength(0.5));
-  add("SetFileLength", "longer", tight, SetLength(1.25));
+  add("JournaledFile", "shorter", tight, SetLength(0.5));
+  add("JournaledFile", "longer", tight, SetLength(1.25));
 }
 
 void AddGroups(const Audio& audio, const std::string& picture, std::vector<Scenario>& scenarios) {
@@ -162,7 +163,8 @@ void AddGroups(const Audio& audio, const std::string& picture, std::vector<Scena
        {WriteV2(picture), WriteV1, WriteL3(3000)}},
       {Tagged(audio, {.v2 = true, .padding = 900, .lyrics = 900, .v1 = true}, kPart),
        {Remove<KillLyrics3Tag>, Remove<RemoveID3v1Tag>, Remove<RemoveID3v2Tag>}},
-      {Tagged(audio, {.v2 = true, .pictures = 2}, kPart), {Remove<RemoveID3v2Picture>}},
+      {Tagged(audio, {.v2 = true, .pictures = 2}, kPart),
+       {Remove<RemoveID3v2Picture>, WriteV2(picture)}},
   };
   scenarios.push_back(mixed);
 }

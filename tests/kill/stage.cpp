@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <ctime>
 #include <filesystem>
 #include <new>
 
@@ -67,11 +68,14 @@ void Stage::Set(const Image& image) const {
       if (!image.contains(name)) std::filesystem::remove(entry.path());
     }
   }
+  const struct timespec hour_ago = {.tv_sec = time(nullptr) - 3600, .tv_nsec = 0};
+  const struct timespec times[2] = {hour_ago, hour_ago};
   for (const auto& [name, bytes] : image) {
     // Not emptied first: some file systems write a file that was emptied to the disk at its close.
     const Descriptor file(open((folder_ + "/" + name).c_str(), O_WRONLY | O_CREAT, 0644));
     if (!WriteAllAt(file.get(), bytes, 0) ||
-        ftruncate(file.get(), static_cast<off_t>(bytes.size())) != 0) {
+        ftruncate(file.get(), static_cast<off_t>(bytes.size())) != 0 ||
+        futimens(file.get(), times) != 0) {
       perror("killsave");
       abort();
     }
@@ -142,7 +146,7 @@ Report Stage::Run(const Scenario& scenario, const Blow& blow, Tape* tape,
 bool Stage::Recover(const Blow& blow, Tape* tape) const {
   return InChild([&] {
     if (tape != nullptr) Arm(folder_, blow, tape);
-    UndoJournal journal(folder_ + "/program", machine_run);
+    UndoJournal journal(folder_ + "/program", run);
     (void)journal.RollBack();
   });
 }

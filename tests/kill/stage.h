@@ -36,7 +36,7 @@ class Stage {
   /// The name of a scenario's file below the folder.
   [[nodiscard]] static std::string NameOf(std::size_t file);
 
-  /// Makes the folder hold these files and no others.
+  /// Makes the folder hold these files and no others, last written an hour ago.
   void Set(const Image& image) const;
   [[nodiscard]] Image Get() const;
 
@@ -51,8 +51,8 @@ class Stage {
   /// Rolls back in a process of its own. False where that was killed.
   bool Recover(const Blow& blow = {}, Tape* tape = nullptr) const;
 
-  /// The run of the machine in which recoveries take place: another one after a power cut.
-  mutable std::string machine_run = ThisMachineRun();
+  /// The run in which recoveries take place: another one of the machine after a power cut.
+  mutable RunIdentity run = ThisRun();
 
   [[nodiscard]] const std::string& Folder() const { return folder_; }
 
