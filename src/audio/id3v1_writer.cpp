@@ -16,6 +16,7 @@ namespace tunemeadow {
 namespace {
 
 constexpr std::int64_t kRecordBytes = sizeof(ID3v1Tag);
+constexpr std::string_view kUnreadableEnd = "The file cannot be read.";
 
 template <std::size_t kSize>
 void FillField(std::string_view text, std::array<char, kSize>& field) {
@@ -51,32 +52,42 @@ ID3v1Tag FillID3v1Tag(const ID3v1Texts& texts) {
 }
 
 bool WriteID3v1Tag(TagWriting& writing, const std::string& path, ID3v1Tag tag, bool blank) {
-  JournaledFile file(writing.journal);
-  if (!file.Open(path).empty()) return false;
-  const std::optional<bool> over_old = EndsWithRecord(file);
-  if (!over_old) return false;
-  FillField(blank ? "" : "TAG", tag.Tag);
-  std::array<char, kRecordBytes> record;
-  std::memcpy(record.data(), &tag, sizeof tag);
-  const std::int64_t offset = file.Length() - (*over_old ? kRecordBytes : 0);
-  const FilePiece piece = {.offset = offset, .bytes = {record.data(), record.size()}};
-  return file.Rewrite({&piece, 1}, offset + kRecordBytes).empty();
+  const auto write = [&]() -> std::string {
+    JournaledFile file(writing.journal);
+    if (std::string fault = file.Open(path); !fault.empty()) return fault;
+    const std::optional<bool> over_old = EndsWithRecord(file);
+    if (!over_old) return std::string(kUnreadableEnd);
+    FillField(blank ? "" : "TAG", tag.Tag);
+    std::array<char, kRecordBytes> record;
+    std::memcpy(record.data(), &tag, sizeof tag);
+    const std::int64_t offset = file.Length() - (*over_old ? kRecordBytes : 0);
+    const FilePiece piece = {.offset = offset, .bytes = {record.data(), record.size()}};
+    return file.Rewrite({&piece, 1}, offset + kRecordBytes);
+  };
+  return RunWriter(writing, write).empty();
 }
 
 std::string RemoveID3v1Tag(TagWriting& writing, const std::string& path) {
-  if (!MyFileExists(path)) return {};
-  std::string failed = "error opening file for writing";
-  JournaledFile file(writing.journal);
-  if (!file.Open(path).empty()) {
-    FileBytes unwritable;
-    ID3v1Tag record;
-    const bool without = unwritable.Open(path) && !ReadID3v1Tag(unwritable, record);
-    return without ? std::string(kNoID3v1Tag) : failed;
-  }
-  const std::optional<bool> has_record = EndsWithRecord(file);
-  if (!has_record) return failed;
-  if (!*has_record) return std::string(kNoID3v1Tag);
-  return file.Rewrite({}, file.Length() - kRecordBytes).empty() ? "OK" : failed;
+  std::string result = "OK";
+  const auto remove = [&]() -> std::string {
+    JournaledFile file(writing.journal);
+    std::string fault = file.Open(path);
+    if (!fault.empty()) {
+      FileBytes unwritable;
+      ID3v1Tag record;
+      if (!unwritable.Open(path) || ReadID3v1Tag(unwritable, record)) return fault;
+      result = kNoID3v1Tag;
+      return {};
+    }
+    const std::optional<bool> has_record = EndsWithRecord(file);
+    if (!has_record) return std::string(kUnreadableEnd);
+    if (*has_record) return file.Rewrite({}, file.Length() - kRecordBytes);
+    result = kNoID3v1Tag;
+    return {};
+  };
+  const bool exists = MyFileExists(path);
+  if (RunWriter(writing, remove).empty()) return result;
+  return exists ? "error opening file for writing" : "";
 }
 
 }  // namespace tunemeadow

@@ -22,12 +22,12 @@ struct ID3v1Texts {
 
 /// Writes the record over the one that is there, or behind the file's last byte. `blank` puts three
 /// blanks in the place of "TAG". False where the file is missing or cannot be written; it is then
-/// as before.
+/// as before, and `writing.fault` says why.
 [[nodiscard]] bool WriteID3v1Tag(TagWriting& writing, const std::string& path, ID3v1Tag tag,
                                  bool blank);
 
 /// Cuts the record off. "OK", kNoID3v1Tag, "error opening file for writing", or an empty text for a
-/// file that does not exist.
+/// file that does not exist; of the last two `writing.fault` tells the reason.
 [[nodiscard]] std::string RemoveID3v1Tag(TagWriting& writing, const std::string& path);
 
 }  // namespace tunemeadow

@@ -2,7 +2,6 @@
 #include "audio/id3v2_writer.h"
 
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <optional>
 #include <string_view>
@@ -55,26 +54,25 @@ std::optional<std::string> ReadPictureFile(const TagWriting& writing, bool wante
   return bytes;
 }
 
-/// Writes what was planned. `yield`, where there is one, is called before the audio moves.
+/// Writes what was planned. `yield`, where there is one, is called before the audio moves. Empty
+/// text, or what failed.
 std::string CarryOut(const ID3v2Plan& plan, JournaledFile& file,
                      const std::function<void()>& yield) {
   const FilePiece tag = {.offset = 0, .bytes = plan.tag};
-  std::string error;
-  if (plan.StaysInPlace()) {
-    error = file.Rewrite({&tag, 1}, file.Length());
-  } else {
-    const std::optional<std::string> audio =
-        file.Read(plan.audio, static_cast<std::size_t>(file.Length() - plan.audio));
-    if (!audio) return std::string(kUnreadable);
-    if (yield) yield();
-    const auto behind_tag = static_cast<std::int64_t>(plan.tag.size());
-    const std::array<FilePiece, 2> pieces = {{tag, {.offset = behind_tag, .bytes = *audio}}};
-    error = file.Rewrite(pieces, behind_tag + static_cast<std::int64_t>(audio->size()));
-  }
-  return error.empty() ? std::string(kWritten) : error;
+  if (plan.StaysInPlace()) return file.Rewrite({&tag, 1}, file.Length());
+  if (yield) yield();
+  const FileMove audio = {.from = plan.audio,
+                          .to = static_cast<std::int64_t>(plan.tag.size()),
+                          .length = file.Length() - plan.audio};
+  return file.Rewrite({&tag, 1}, audio.to + audio.length, audio);
 }
 
 using RemovalPlan = ID3v2Plan (*)(std::string_view head, std::int64_t length);
+
+/// Whether a text says that there was no tag to take away.
+bool IsNothingToRemove(std::string_view text) {
+  return text == kNoID3v2Tag || text == kNoID3v2Picture;
+}
 
 /// The answer for a file that may not be written: one without such a tag is not worth a complaint.
 std::string AnswerForUnwritable(const std::string& path, RemovalPlan plan_removal,
@@ -87,23 +85,26 @@ std::string AnswerForUnwritable(const std::string& path, RemovalPlan plan_remova
 }
 
 std::string RemoveFromTag(TagWriting& writing, const std::string& path, RemovalPlan plan_removal) {
-  JournaledFile file(writing.journal);
-  const std::string complaint = file.Open(path);
-  if (!complaint.empty()) return AnswerForUnwritable(path, plan_removal, complaint);
-  const std::optional<std::string> head = ReadHead(file);
-  if (!head) return std::string(kUnreadable);
-  const ID3v2Plan plan = plan_removal(*head, file.Length());
-  return plan.error.empty() ? CarryOut(plan, file, nullptr) : plan.error;
+  const auto remove = [&]() -> std::string {
+    JournaledFile file(writing.journal);
+    std::string fault = file.Open(path);
+    if (!fault.empty()) return AnswerForUnwritable(path, plan_removal, fault);
+    const std::optional<std::string> head = ReadHead(file);
+    if (!head) return std::string(kUnreadable);
+    const ID3v2Plan plan = plan_removal(*head, file.Length());
+    return plan.error.empty() ? CarryOut(plan, file, nullptr) : plan.error;
+  };
+  const std::string fault = RunWriter(writing, remove);
+  if (IsNothingToRemove(fault)) writing.fault.clear();
+  return fault.empty() ? std::string(kWritten) : fault;
 }
 
-}  // namespace
-
-std::string WriteID3v2Tag(TagWriting& writing, const std::string& path, bool withPicture,
-                          Mp3Info& info) {
+/// Empty text, or what failed.
+std::string WriteNewTag(TagWriting& writing, const std::string& path, bool withPicture,
+                        Mp3Info& info) {
   JournaledFile file(writing.journal);
   std::string error = file.Open(path);
-  if (!error.empty()) return error;
-  if (file.Length() == 0) return std::string(kWritten);
+  if (!error.empty() || file.Length() == 0) return error;
   const std::optional<std::string> head = ReadHead(file);
   if (!head) return std::string(kUnreadable);
   const std::optional<std::string> picture_bytes = ReadPictureFile(writing, withPicture, error);
@@ -112,12 +113,21 @@ std::string WriteID3v2Tag(TagWriting& writing, const std::string& path, bool wit
   if (picture_bytes) picture = {*picture_bytes, writing.PictureExtension};
   const ID3v2Plan plan = PlanNewTag(*head, file.Length(), picture, info);
   if (!plan.error.empty()) return plan.error;
-  std::string result = CarryOut(plan, file, writing.yield);
-  if (result == kWritten) {
+  error = CarryOut(plan, file, writing.yield);
+  if (error.empty()) {
     writing.losses.frames += plan.losses.frames;
     writing.losses.long_texts += plan.losses.long_texts;
   }
-  return result;
+  return error;
+}
+
+}  // namespace
+
+std::string WriteID3v2Tag(TagWriting& writing, const std::string& path, bool withPicture,
+                          Mp3Info& info) {
+  const std::string fault =
+      RunWriter(writing, [&] { return WriteNewTag(writing, path, withPicture, info); });
+  return fault.empty() ? std::string(kWritten) : fault;
 }
 
 std::string RemoveID3v2Tag(TagWriting& writing, const std::string& path) {

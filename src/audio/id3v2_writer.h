@@ -23,7 +23,8 @@ inline constexpr std::size_t kID3v2Reserve = 800;
 ///
 /// "OK", also for a file of no bytes, which stays as it is. Else what failed, and the file is as
 /// before: it cannot be opened or read, the old tag tells more bytes than the file has, a picture
-/// frame of it runs past the tag, there is no room.
+/// frame of it runs past the tag, there is no room. Moved audio goes block by block: memory grows
+/// with the tags and the picture, not with the file.
 [[nodiscard]] std::string WriteID3v2Tag(TagWriting& writing, const std::string& path,
                                         bool withPicture, Mp3Info& info);
 

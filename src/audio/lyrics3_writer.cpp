@@ -15,6 +15,7 @@ namespace {
 constexpr std::int64_t kID3v1Bytes = 128;
 constexpr std::int64_t kSizeAndEndMark = 15;
 constexpr std::size_t kLongestID3v1Text = 30;
+constexpr std::string_view kUnreadableFileEnd = "The file cannot be read.";
 
 /// The end of a file, as far as the block and the ID3v1 record go.
 struct FileEnd {
@@ -50,21 +51,21 @@ bool NeedsBlock(const Lyrics3Texts& texts, const Lyrics3& block) noexcept {
          !block.Lyrics3Moo.empty() || !block.Lyrics3Qua.empty() || !block.Lyrics3Sit.empty();
 }
 
-/// Puts `bytes` at `start` and the file's end behind them.
-bool EndFileWith(JournaledFile& file, std::int64_t start, std::string_view bytes) {
-  if (start < 0) return false;
+/// Puts `bytes` at `start` and the file's end behind them. Empty text, or what failed.
+std::string EndFileWith(JournaledFile& file, std::int64_t start, std::string_view bytes) {
+  if (start < 0) return "The file is too short for a LYRICS3 block.";
   const FilePiece piece = {.offset = start, .bytes = bytes};
-  return file
-      .Rewrite({&piece, bytes.empty() ? 0U : 1U}, start + static_cast<std::int64_t>(bytes.size()))
-      .empty();
+  return file.Rewrite({&piece, bytes.empty() ? 0U : 1U},
+                      start + static_cast<std::int64_t>(bytes.size()));
 }
 
-bool WriteBlock(TagWriting& writing, const std::string& path, Lyrics3& block) {
+std::string WriteBlock(TagWriting& writing, const std::string& path, Lyrics3& block) {
   std::optional<std::string> bytes = BuildLyrics3Block(block);
+  if (!bytes) return "A text is too long for a LYRICS3 block.";
   JournaledFile file(writing.journal);
-  if (!bytes || !file.Open(path).empty()) return false;
+  if (std::string fault = file.Open(path); !fault.empty()) return fault;
   const std::optional<FileEnd> end = ReadFileEnd(file);
-  if (!end) return false;
+  if (!end) return std::string(kUnreadableFileEnd);
   // As before an ID3v1 record, also where there is none.
   std::int64_t start = file.Length() - kID3v1Bytes;
   if (end->block) {
@@ -78,26 +79,36 @@ bool WriteBlock(TagWriting& writing, const std::string& path, Lyrics3& block) {
 
 void WriteTag(TagWriting& writing, const std::string& path, const Lyrics3Texts& texts,
               Lyrics3& block, bool& ok) {
-  block.Lyrics3Lyr = texts.lyrics;
-  block.Lyrics3Moo = texts.mood;
-  block.Lyrics3Sit = texts.situation;
-  ok = !NeedsBlock(texts, block) || WriteBlock(writing, path, block);
+  const auto write = [&]() -> std::string {
+    block.Lyrics3Lyr = texts.lyrics;
+    block.Lyrics3Moo = texts.mood;
+    block.Lyrics3Sit = texts.situation;
+    return NeedsBlock(texts, block) ? WriteBlock(writing, path, block) : "";
+  };
+  ok = RunWriter(writing, write).empty();
 }
 
 std::string KillLyrics3Tag(TagWriting& writing, const std::string& path) {
-  std::string failed = "LYRICS3 Tag can't be removeed!";
-  JournaledFile file(writing.journal);
-  if (!file.Open(path).empty()) {
-    FileBytes unwritable;
-    const bool without = unwritable.Open(path) && !FindLyrics3Block(unwritable);
-    return without ? std::string(kNoLyrics3Tag) : failed;
-  }
-  const std::optional<FileEnd> end = ReadFileEnd(file);
-  if (!end) return failed;
-  if (!end->block) return std::string(kNoLyrics3Tag);
-  const auto record_bytes = static_cast<std::int64_t>(end->record.size());
-  const std::int64_t start = file.Length() - record_bytes - kSizeAndEndMark - SizeOf(*end->block);
-  return EndFileWith(file, start, end->record) ? "OK" : failed;
+  std::string result = "OK";
+  const auto remove = [&]() -> std::string {
+    JournaledFile file(writing.journal);
+    if (std::string fault = file.Open(path); !fault.empty()) {
+      FileBytes unwritable;
+      if (!unwritable.Open(path) || FindLyrics3Block(unwritable)) return fault;
+      result = kNoLyrics3Tag;
+      return {};
+    }
+    const std::optional<FileEnd> end = ReadFileEnd(file);
+    if (!end) return std::string(kUnreadableFileEnd);
+    if (!end->block) {
+      result = kNoLyrics3Tag;
+      return {};
+    }
+    const auto record_bytes = static_cast<std::int64_t>(end->record.size());
+    const std::int64_t start = file.Length() - record_bytes - kSizeAndEndMark - SizeOf(*end->block);
+    return EndFileWith(file, start, end->record);
+  };
+  return RunWriter(writing, remove).empty() ? result : "LYRICS3 Tag can't be removeed!";
 }
 
 }  // namespace tunemeadow

@@ -23,7 +23,7 @@ struct Lyrics3Texts {
 ///
 /// `ok` is true if the file now ends with the block and its record, or needs none. False, and the
 /// file as before, where it cannot be written, a field is longer than 99999 bytes or the block
-/// longer than 999999.
+/// longer than 999999; `writing.fault` says which.
 void WriteTag(TagWriting& writing, const std::string& path, const Lyrics3Texts& texts,
               Lyrics3& block, bool& ok);
 

@@ -2,13 +2,13 @@
 #include "audio/tag_writing.h"
 
 #include <algorithm>
+#include <new>
 #include <optional>
 #include <string_view>
 
 #include "audio/id3v2_text.h"
 #include "audio/lyrics3.h"
 #include "audio/mdl_ID3.h"
-#include "files/journaled_file.h"
 
 namespace tunemeadow {
 namespace {
@@ -41,9 +41,13 @@ std::string LossSentence(const TagLosses& losses) {
   return sentence;
 }
 
-bool SetFileLength(TagWriting& writing, const std::string& path, std::int64_t length) {
-  JournaledFile file(writing.journal);
-  return length >= 0 && file.Open(path).empty() && file.Rewrite({}, length).empty();
+std::string RunWriter(TagWriting& writing, const std::function<std::string()>& write) {
+  try {
+    writing.fault = write();
+  } catch (const std::bad_alloc&) {
+    writing.fault = "There is not enough memory.";
+  }
+  return writing.fault;
 }
 
 std::vector<ByteRange> TagRanges(FileBytes& file) {

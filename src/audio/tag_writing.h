@@ -46,11 +46,15 @@ struct TagWriting {
   std::string PictureFile;      ///< picture for WriteID3v2Tag; bytes
   TagText PictureExtension;     ///< of its name, without the point
   TagLosses losses;             ///< the writers add to it
+  std::string fault;            ///< why the last writer or remover left its file as it was, one
+                                ///< sentence for a person; empty where it went well or there was
+                                ///< nothing to remove
 };
 
-/// Sets the end of the file, at a length of 0 and more, under the journal. False where that failed;
-/// the file is then as it was.
-[[nodiscard]] bool SetFileLength(TagWriting& writing, const std::string& path, std::int64_t length);
+/// Runs one writer or remover, whose own sentence `write` returns: empty where it went well or
+/// there was nothing to do. Keeps that sentence in `writing.fault` and returns it; memory that runs
+/// out becomes one as well.
+std::string RunWriter(TagWriting& writing, const std::function<std::string()>& write);
 
 /// The ranges of a file that its tags take up: the ID3v2 tag with its header (up to 1 MB), and what
 /// stands behind the audio, from the Lyrics3 block or the ID3v1 record on.

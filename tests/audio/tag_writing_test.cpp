@@ -3,6 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "audio/id3v1_writer.h"
+#include "audio/id3v2_writer.h"
+#include "audio/lyrics3_writer.h"
 #include "support/writer_bench.h"
 
 namespace tunemeadow {
@@ -23,17 +32,39 @@ TEST(LossSentence, IsOneSentenceOfWhatWasLost) {
             "3 long texts may be misread by other programs.");
 }
 
-TEST(SetFileLength, CutsAndLengthensWithZeroBytes) {
+TEST(TagWriting, KeepsTheSentenceOfTheWriterThatFailed) {
   WriterBench bench;
-  bench.File("abcdef");
-  EXPECT_TRUE(SetFileLength(bench.writing, bench.path, 3));
-  EXPECT_EQ(bench.File(), "abc");
-  EXPECT_TRUE(SetFileLength(bench.writing, bench.path, 5));
-  EXPECT_EQ(bench.File(), std::string("abc\0\0", 5));
-  EXPECT_FALSE(SetFileLength(bench.writing, bench.path, -1));
-  EXPECT_FALSE(SetFileLength(bench.writing, bench.folder.Path("none.mp3"), 0));
-  EXPECT_EQ(bench.File().size(), 5U);
-  EXPECT_EQ(bench.folder.Count(), 1);
+  TagWriting& writing = bench.writing;
+  const std::string none = bench.folder.Path("none.mp3");
+  Mp3Info info;
+  Lyrics3 block;
+  bool ok = true;
+  const auto lyrics = [&](const std::string& path, std::size_t length) {
+    WriteTag(writing, path, {.lyrics = std::string(length, 'x')}, block, ok);
+  };
+  const std::string missing = "The file cannot be opened for writing: No such file or directory";
+  const std::vector<std::pair<std::function<void()>, std::string>> rows = {
+      {[&] { (void)WriteID3v2Tag(writing, none, false, info); }, missing},
+      {[&] { (void)WriteID3v2Tag(writing, bench.path, false, info); },
+       "The old ID3v2 tag tells more bytes than the file has."},
+      {[&] { (void)WriteID3v1Tag(writing, none, {}, false); }, missing},
+      {[&] { (void)RemoveID3v1Tag(writing, none); }, missing},
+      {[&] { (void)RemoveID3v1Tag(writing, bench.path); }, ""},
+      {[&] { (void)RemoveID3v2Picture(writing, none); }, missing},
+      {[&] { (void)KillLyrics3Tag(writing, none); }, missing},
+      {[&] { lyrics(none, 5); }, missing},
+      {[&] { lyrics(bench.path, 5); }, "The file is too short for a LYRICS3 block."},
+      {[&] { lyrics(bench.path, 100'000); }, "A text is too long for a LYRICS3 block."}};
+  const std::string bytes = Id3v2Tag("", 3, 500).substr(0, 50);
+  bench.File(bytes);
+  for (const auto& [write, fault] : rows) {
+    write();
+    EXPECT_EQ(writing.fault, fault);
+  }
+  EXPECT_EQ(bench.File(), bytes);
+  EXPECT_FALSE(ok);
+  (void)RunWriter(writing, []() -> std::string { throw std::bad_alloc(); });
+  EXPECT_EQ(writing.fault, "There is not enough memory.");
 }
 
 TEST(TagRanges, AreTheHeadAndTheEndOfAFile) {
