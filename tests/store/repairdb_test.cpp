@@ -12,9 +12,12 @@
 #include <thread>
 #include <vector>
 
+#include "files/journaled_file.h"
+#include "files/kept_journals.h"
 #include "store/compact_copy.h"
 #include "store/database.h"
 #include "support/catalogue.h"
+#include "support/child_process.h"
 
 namespace tunemeadow {
 namespace {
@@ -31,6 +34,7 @@ int RunRepairTool(const std::vector<std::string>& arguments) {
     for (std::string& argument : kept) argv.push_back(argument.data());
     argv.push_back(nullptr);
     if (freopen("/dev/null", "w", stderr) == nullptr) _exit(126);
+    if (freopen("/dev/null", "w", stdout) == nullptr) _exit(126);
     execv(tool.c_str(), argv.data());
     _exit(127);
   }
@@ -55,6 +59,42 @@ TEST(RepairTool, TakesBlanksAsTheyStandAndAsPercentTwenty) {
        {std::vector<std::string>{}, {"-i", plain}, {"-x", plain, "-o", plain}}) {
     EXPECT_EQ(RunRepairTool(wrong), 2);
   }
+}
+
+TEST(RepairTool, ListsWritesAndDropsTheOldBytesThatJournalsKeep) {
+  const TempFolder folder;
+  const std::string song = folder.Write("music/a.mp3", "old head, and the rest");
+  EXPECT_EQ(InChildProcess([&]() -> std::string {
+              // Left as a kill leaves it: nobody ends the group.
+              auto* const killed = new UndoJournal(folder.Path());
+              killed->BeginGroup();
+              JournaledFile file(*killed);
+              const std::string fault = file.Open(song);
+              return fault + file.Rewrite(std::vector<FilePiece>{{0, "NEW"}}, 22);
+            }),
+            "");
+  folder.Write("music/a.mp3", "somebody else's, and longer");
+  ASSERT_EQ(UndoJournal(folder.Path()).RollBack().size(), 1U);
+  const std::string journal = folder.Path("undo-kept-1.journal");
+  fs::create_directory(folder.Path("out"));
+  EXPECT_EQ(RunRepairTool({"list", folder.Path()}), 0);
+  const std::vector<KeptJournal> kept = KeptJournals(folder.Path());
+  ASSERT_EQ(kept.size(), 1U);
+  EXPECT_FALSE(kept[0].waiting);
+  ASSERT_EQ(kept[0].files.size(), 1U);
+  EXPECT_EQ(kept[0].files[0].kept_bytes, 3);
+  EXPECT_EQ(kept[0].files[0].state, KeptFile::State::kOther);
+
+  EXPECT_EQ(RunRepairTool({"write", journal, folder.Path("out")}), 0);
+  EXPECT_EQ(folder.Read("out/a.mp3"), "oldebody else's, and l") << "the rest as it is now";
+  EXPECT_EQ(folder.Read("music/a.mp3"), "somebody else's, and longer");
+  fs::remove(song);
+  EXPECT_EQ(RunRepairTool({"write", journal, folder.Path("out")}), 0);
+  EXPECT_EQ(folder.Read("out/a (2).mp3"), "old" + std::string(19, '\0'));
+  EXPECT_EQ(RunRepairTool({"drop", folder.Path("out/a.mp3")}), 1) << "no journal";
+  EXPECT_EQ(RunRepairTool({"drop", journal}), 0);
+  EXPECT_FALSE(fs::exists(journal));
+  EXPECT_EQ(RunRepairTool({"write", journal, folder.Path("out")}), 1);
 }
 
 TEST(MakeCompactCopy, AFailureLeavesTheOldCopyAndNothingElse) {
