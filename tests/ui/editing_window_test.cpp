@@ -6,19 +6,11 @@
 #include <QCheckBox>
 #include <QInputDialog>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <filesystem>
 
 #include "audio/id3v2_reader.h"
-#include "library/import.h"
-#include "support/mp3_builder.h"
-#include "support/scripted_world.h"
-#include "support/temp_folder.h"
-#include "support/window_driver.h"
-#include "ui/panes/result_view.h"
-#include "ui/shell/frmStart.h"
+#include "support/main_window.h"
 
 namespace tunemeadow {
 namespace {
@@ -30,51 +22,18 @@ constexpr auto kNo = QMessageBox::No;
 constexpr auto kOkay = QMessageBox::Ok;
 
 /// The main window on three tracks, none of which is in the details yet.
-class EditingWindow : public testing::Test {
+class EditingWindow : public MainWindowTest {
  protected:
   EditingWindow() {
-    std::filesystem::copy_file(TM_BINARY_DIR "/data/mp3s.mdb", program_.Path("mp3s.mdb"));
-    session_.ini.SaveStrings(kConfigSection, {{"firstrun", "1"},
-                                              {"lblConfigWinamp", "/bin/true"},
-                                              {"chkRepair", "0"},
-                                              {"chkAutoComment", "0"}});
-    for (const char* title : {"Ash", "Birch", "Cedar"}) {
-      const std::string name = std::string(title) + ".mp3";
-      music_.Write(name, Mp3File().Id3v2({{"TIT2", title}, {"TPE1", "Anna"}}).Frames(20));
-    }
-    EXPECT_TRUE(window_.Form_Load());
-    BoxAnswers answers{kOkay, kOkay};
-    ImportDropped(Bench(), std::vector<std::string>{music_.Path()});
-    Trigger(window_, "mnuSuchen");
-    EXPECT_EQ(Bench().ListView1.RowCount(), 4U);
-    window_.activateWindow();  // no platform gives that back after a box, as a desktop does
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
-  }
-  ~EditingWindow() override {
-    Bench().details.DetailsChanged = false;
-    window_.close();
+    Configure(program_, {{"chkAutoComment", "0"}});
+    WriteSongs({"Ash", "Birch", "Cedar"});
+    Start();
+    ImportMusic();
+    EXPECT_EQ(Bench().ListView1.RowCount(), 3U);
+    Activate();
   }
 
-  Workbench& Bench() { return window_.Bench(); }
-  ResultView& List() { return Find<ResultView>(window_, "ListView1"); }
-  QPushButton& Save() { return Find<QPushButton>(window_, "cmdSpeichern"); }
-  void Click(const std::string& title, Qt::KeyboardModifiers held = {}) {
-    for (std::size_t row = 0; row < Bench().ListView1.RowCount(); ++row) {
-      if (Bench().ListView1.Cell(row, TrackField::Songname) != title) continue;
-      const auto index = List().model()->index(static_cast<int>(row), 1);
-      List().scrollTo(index);
-      QTest::mouseClick(List().viewport(), Qt::LeftButton, held, List().visualRect(index).center());
-    }
-  }
-  void Type(const char* field, const char* text) {
-    auto& line = Find<QLineEdit>(window_, field);
-    line.setFocus();
-    line.selectAll();
-    QTest::keyClicks(&line, text);
-  }
-  std::string Shown(const char* field) {
-    return Find<QLineEdit>(window_, field).text().toStdString();
-  }
+  QPushButton& Save() { return Find<QPushButton>(*window_, "cmdSpeichern"); }
   /// Title and artist as the file tells them.
   std::string Tags(const char* name) {
     Mp3Info info;
@@ -89,12 +48,6 @@ class EditingWindow : public testing::Test {
     }
     return "no row " + std::string(title);
   }
-
-  ScriptedWorld world_;
-  TempFolder program_;
-  TempFolder music_;
-  Session session_{program_.Path(), "tunemeadow"};
-  frmStart window_{session_, world_};
 };
 
 TEST_F(EditingWindow, SavingOneTrackWritesFileAndListAndLeavesTheFocusThere) {
@@ -102,14 +55,14 @@ TEST_F(EditingWindow, SavingOneTrackWritesFileAndListAndLeavesTheFocusThere) {
   Click("Ash");
   EXPECT_EQ(Save().text(), "&Save");
   Type("txtTitelSave", "Aspen");
-  Press(window_, "cmdSpeichern");
+  Press(*window_, "cmdSpeichern");
   EXPECT_EQ(Tags("Ash.mp3"), "Aspen/Anna");
   EXPECT_EQ(Cell("Aspen", TrackField::Artist), "Anna");
   EXPECT_TRUE(List().hasFocus());
   Type("txtInterpretSave", "Bea");
-  QTest::keySequence(&window_, QKeySequence(Qt::CTRL | Qt::Key_S));
+  QTest::keySequence(window_.get(), QKeySequence(Qt::CTRL | Qt::Key_S));
   EXPECT_EQ(Tags("Ash.mp3"), "Aspen/Bea");
-  EXPECT_EQ(Find<QLabel>(window_, "StatusPanel1").text(), "Ready.");
+  EXPECT_EQ(Find<QLabel>(*window_, "StatusPanel1").text(), "Ready.");
 }
 
 TEST_F(EditingWindow, AChangedTrackIsNotLeftWithoutAQuestion) {
@@ -133,7 +86,7 @@ TEST_F(EditingWindow, AChangedTrackIsNotLeftWithoutAQuestion) {
   EXPECT_EQ(Tags("Birch.mp3"), "Birch/Anna");
   Type("txtTitelSave", "Cypress");
   BoxAnswers answers{kYes};
-  window_.close();
+  window_->close();
   EXPECT_EQ(Tags("Cedar.mp3"), "Cypress/Anna");
 }
 
@@ -145,13 +98,13 @@ TEST_F(EditingWindow, AFieldThatMayNotStandKeepsItsTrackAndItsPanel) {
   EXPECT_EQ(Shown("txtTitelSave"), "Ash");
   EXPECT_THAT(Bench().ListView1.SelectedRows(),
               ElementsAre(*Bench().ListView1.RowOfUid(Bench().details.uid)));
-  EXPECT_EQ(window_.focusWidget(), &Find<QLineEdit>(window_, "txtYearSave"));
-  Press(window_, "cmdSwitch_1");
-  EXPECT_TRUE(Find<QLineEdit>(window_, "txtYearSave").isVisible());
-  Press(window_, "cmdSpeichern");
+  EXPECT_EQ(window_->focusWidget(), &Find<QLineEdit>(*window_, "txtYearSave"));
+  Press(*window_, "cmdSwitch_1");
+  EXPECT_TRUE(Find<QLineEdit>(*window_, "txtYearSave").isVisible());
+  Press(*window_, "cmdSpeichern");
   EXPECT_THAT(answers.seen, testing::Each("Tunemeadow: Year is not a number!"));
   Type("txtYearSave", "1999");
-  Press(window_, "cmdSpeichern");
+  Press(*window_, "cmdSpeichern");
   EXPECT_EQ(Cell("Ash", TrackField::year), "1999");
   Bench().Watcher().ListCleared();
   Bench().ListView1.RemoveRows({*Bench().ListView1.RowOfUid(Bench().details.uid)});
@@ -168,12 +121,12 @@ TEST_F(EditingWindow, ManyTracksTakeTheTickedFieldsOnly) {
   Click("Ash");
   Click("Cedar", Qt::ShiftModifier);
   EXPECT_EQ(Save().text(), "&Save all");
-  EXPECT_FALSE(Find<QWidget>(window_, "cmdItemBlaetter_0").isEnabled());
+  EXPECT_FALSE(Find<QWidget>(*window_, "cmdItemBlaetter_0").isEnabled());
   Type("txtInterpretSave", "All");
   Type("txtAlbumSave", "Trees");
-  Press(window_, "chkAlbum");
+  Press(*window_, "chkAlbum");
   BoxAnswers answers{kYes, kOkay};
-  Press(window_, "cmdSpeichern");
+  Press(*window_, "cmdSpeichern");
   EXPECT_THAT(answers.seen[0], testing::StartsWith("Mass-saving: Are you sure to update 3 items(s) "
                                                    "with the Album-Tag"));
   EXPECT_EQ(Cell("Birch", TrackField::album), "Trees");
@@ -192,15 +145,15 @@ TEST_F(EditingWindow, APlaylistInViewOffersNoSaveForMany) {
 }
 
 TEST_F(EditingWindow, TheTagMenusWorkOnTheSelection) {
-  auto* menu = window_.findChild<QMenu*>("mnuRemoveTags");
+  const auto& menu = Find<QMenu>(*window_, "mnuRemoveTags");
   Bench().ListView1.ClearSelection();
-  emit window_.findChild<QMenu*>("mnuEdit")->aboutToShow();
-  EXPECT_FALSE(menu->menuAction()->isEnabled());
+  emit Find<QMenu>(*window_, "mnuEdit").aboutToShow();
+  EXPECT_FALSE(menu.menuAction()->isEnabled());
   Click("Birch");
-  emit window_.findChild<QMenu*>("mnuEdit")->aboutToShow();
-  EXPECT_TRUE(menu->menuAction()->isEnabled());
+  emit Find<QMenu>(*window_, "mnuEdit").aboutToShow();
+  EXPECT_TRUE(menu.menuAction()->isEnabled());
   BoxAnswers answers{kYes, kOkay};
-  window_.findChild<QAction*>("mnuKillID3v2xTag")->trigger();
+  Action("mnuKillID3v2xTag").trigger();
   EXPECT_EQ(Tags("Birch.mp3"), "/");
   EXPECT_EQ(Tags("Ash.mp3"), "Ash/Anna");
   EXPECT_EQ(Cell("Birch", TrackField::hasid3v2), "0");
@@ -213,7 +166,7 @@ TEST_F(EditingWindow, TheScramblerPutsItsCodeOnTheClipboard) {
     dialog.accept();
   });
   BoxAnswers answers{kOkay};
-  window_.findChild<QAction*>("mnuAudiogalaxy")->trigger();
+  Action("mnuAudiogalaxy").trigger();
   EXPECT_EQ(world_.clipboard_text, "122");
 }
 

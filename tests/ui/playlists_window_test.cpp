@@ -9,16 +9,11 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPushButton>
-#include <filesystem>
 
+#include "support/main_window.h"
 #include "support/scripted_interaction.h"
-#include "support/scripted_world.h"
-#include "support/temp_folder.h"
-#include "support/window_driver.h"
 #include "ui/panes/order_bar.h"
-#include "ui/panes/result_view.h"
 #include "ui/panes/tree_pane.h"
-#include "ui/shell/frmStart.h"
 #include "ui/windows/playback/frmLaufwerke.h"
 #include "ui/windows/playback/name_pickers.h"
 #include "views/tree.h"
@@ -31,47 +26,28 @@ using testing::ElementsAre;
 constexpr auto kYesButton = QMessageBox::Yes;
 
 /// The main window on four tracks; the playlist "Mix" holds three of them.
-class PlaylistsWindow : public testing::Test {
+class PlaylistsWindow : public MainWindowTest {
  protected:
   PlaylistsWindow() {
-    const std::string catalogue = program_.Path("mp3s.mdb");
-    std::filesystem::copy_file(TM_BINARY_DIR "/data/mp3s.mdb", catalogue);
-    Connection connection;
-    connection.Open(catalogue);
-    connection.Execute("delete from mp3sTabelle");
-    for (const char* uid : {"11", "12", "13", "14"}) {
-      connection.Execute(std::string("insert into mp3sTabelle (uid,location) values (") + uid +
-                         ",'/m/" + uid + ".mp3')");
-    }
-    connection.Execute(
-        "insert into playlists (Playlist,UID,[position]) select 'Mix', uid, uid from mp3sTabelle "
-        "where uid < 14");
-    session_.ini.SaveStrings(kConfigSection, {{"firstrun", "1"},
-                                              {"lblConfigWinamp", "/bin/true"},
-                                              {"chkBackup", "0"},
-                                              {"chkRepair", "0"}});
-    EXPECT_TRUE(window_.Form_Load());
-    Trigger(window_, "mnuSuchen");
+    Fill(program_, {"insert into mp3sTabelle (uid,location) values "
+                    "(11,'/m/11.mp3'),(12,'/m/12.mp3'),(13,'/m/13.mp3'),(14,'/m/14.mp3')",
+                    "insert into playlists (Playlist,UID,[position]) select 'Mix', uid, uid from "
+                    "mp3sTabelle where uid < 14"});
+    Start();
+    Trigger(*window_, "mnuSuchen");
   }
-  ~PlaylistsWindow() override { window_.close(); }
 
-  Workbench& Bench() { return window_.Bench(); }
-  OrderBar& Bar() { return Find<OrderBar>(window_, "vsOrder"); }
-  ResultView& List() { return Find<ResultView>(window_, "ListView3"); }
-  QAction& Action(const char* name) { return Find<QAction>(window_, name); }
+  OrderBar& Bar() { return Find<OrderBar>(*window_, "vsOrder"); }
+  ResultView& Rows() { return List("ListView3"); }
 
   void OpenMix() {
     TreeView1_NodeClick(Bench(), {.kind = NodeKind::kPlaylist, .key = "Mix|1", .name = "Mix"});
-  }
-  void ClickRow(int row, Qt::KeyboardModifiers held = {}) {
-    const QModelIndex index = List().model()->index(row, 1);
-    QTest::mouseClick(List().viewport(), Qt::LeftButton, held, List().visualRect(index).center());
   }
 
   /// Uids of the playlist in its stored order, "11 12 13".
   std::string Stored(const std::string& name = "Mix") {
     const CellTable rows =
-        session_.connection
+        Catalogue()
             .Execute("select UID from playlists where Playlist='" + name + "' order by [position]")
             .GetRows();
     std::string uids;
@@ -80,11 +56,6 @@ class PlaylistsWindow : public testing::Test {
     }
     return uids;
   }
-
-  ScriptedWorld world_;
-  TempFolder program_;
-  Session session_{program_.Path(), "tunemeadow"};
-  frmStart window_{session_, world_};
 };
 
 TEST_F(PlaylistsWindow, TheOrderBarStandsBesideThePlaylistAndMovesItsRow) {
@@ -92,7 +63,7 @@ TEST_F(PlaylistsWindow, TheOrderBarStandsBesideThePlaylistAndMovesItsRow) {
   OpenMix();
   EXPECT_TRUE(Bar().isVisible());
   EXPECT_EQ(Bar().maximum(), 2);
-  ClickRow(1);
+  ClickRow(Rows(), 1);
   EXPECT_EQ(Bar().value(), 1);
   EXPECT_EQ(Stored(), "11 12 13") << "showing the place moves nothing";
   Bar().triggerAction(QAbstractSlider::SliderSingleStepAdd);
@@ -100,31 +71,30 @@ TEST_F(PlaylistsWindow, TheOrderBarStandsBesideThePlaylistAndMovesItsRow) {
   EXPECT_EQ(Bench().ListView3.SelectedRows(), std::vector<std::size_t>{2});
   Bar().setValue(0);
   EXPECT_EQ(Stored(), "12 11 13");
-  EXPECT_EQ(List().currentIndex().row(), 0);
-  emit List().RowsMoved(3);
+  EXPECT_EQ(Rows().currentIndex().row(), 0);
+  emit Rows().RowsMoved(3);
   EXPECT_EQ(Stored(), "11 13 12");
   EXPECT_EQ(Bar().value(), 2);
-  Find<QLineEdit>(window_, "txtFileSearch").setText("1.mp3");
-  Trigger(window_, "mnuSuchen");
+  Find<QLineEdit>(*window_, "txtFileSearch").setText("1.mp3");
+  Trigger(*window_, "mnuSuchen");
   EXPECT_EQ(Bench().ListView3.RowCount(), 1U);
   EXPECT_FALSE(Bar().isEnabled()) << "a search in the list has no order of its own";
-  Trigger(window_, "mnuReset");
+  Trigger(*window_, "mnuReset");
   TreeView1_NodeClick(Bench(), {.kind = NodeKind::kDatabase, .key = "Database"});
   EXPECT_FALSE(Bar().isVisible());
 }
 
 TEST_F(PlaylistsWindow, DelTakesRowsOutOfThePlaylistAlone) {
-  ResultView& tracks = Find<ResultView>(window_, "ListView1");
-  QTest::keyClick(&tracks, Qt::Key_Delete);
-  OpenMix();
-  ClickRow(0);
-  ClickRow(1, Qt::ControlModifier);
-  BoxAnswers answers{kYesButton};
   QTest::keyClick(&List(), Qt::Key_Delete);
+  OpenMix();
+  ClickRow(Rows(), 0);
+  ClickRow(Rows(), 1, Qt::ControlModifier);
+  BoxAnswers answers{kYesButton};
+  QTest::keyClick(&Rows(), Qt::Key_Delete);
   EXPECT_THAT(answers.seen,
               ElementsAre("Delete: Are you sure to delete 2 item(s) of your selected playlist?"));
   EXPECT_EQ(Stored(), "13");
-  EXPECT_EQ(session_.connection.Execute("select uid from mp3sTabelle").GetRows().RowCount(), 4U);
+  EXPECT_EQ(Catalogue().Execute("select uid from mp3sTabelle").GetRows().RowCount(), 4U);
 }
 
 TEST_F(PlaylistsWindow, TheMenusStandForTheListInViewAndItsSelection) {
@@ -140,7 +110,7 @@ TEST_F(PlaylistsWindow, TheMenusStandForTheListInViewAndItsSelection) {
                                          {"mnuExtrasDisk2CD", false, true, false},
                                          {"mnuDelete", false, false, true}};
   const auto expect = [&](bool MenuState::*expected) {
-    emit Find<QMenu>(window_, "mnuPlaylists").aboutToShow();
+    emit Find<QMenu>(*window_, "mnuPlaylists").aboutToShow();
     for (const MenuState& each : states) {
       EXPECT_EQ(Action(each.name).isEnabled(), each.*expected) << each.name;
     }
@@ -151,10 +121,10 @@ TEST_F(PlaylistsWindow, TheMenusStandForTheListInViewAndItsSelection) {
   Bench().ListView1.SelectOnly(0);
   expect(&MenuState::tracks);
   Bench().current_view = "CDArchive";
-  emit Find<QMenu>(window_, "mnuTools").aboutToShow();
+  emit Find<QMenu>(*window_, "mnuTools").aboutToShow();
   EXPECT_FALSE(Action("mnuExtrasDisk2CD").isEnabled());
   OpenMix();
-  ClickRow(0);
+  ClickRow(Rows(), 0);
   expect(&MenuState::playlist);
   EXPECT_EQ(Action("mnuDelete").text(), "Delete from playlist");
 }
@@ -178,7 +148,7 @@ TEST_F(PlaylistsWindow, TracksGoIntoAPlaylistThatIsPickedOrDroppedOn) {
     Action("mnuPlaylistAddItems").trigger();
   }
   EXPECT_EQ(Stored(), "14 11 12 13");
-  TreePane& tree = Find<TreePane>(window_, "picTree");
+  TreePane& tree = Find<TreePane>(*window_, "picTree");
   emit tree.RowsDropped(NodeKind::kPlaylist, "Mix");
   EXPECT_EQ(Stored(), "14 14 11 12 13");
   WhenModal<QInputDialog> name([](QInputDialog& box) {
@@ -191,9 +161,9 @@ TEST_F(PlaylistsWindow, TracksGoIntoAPlaylistThatIsPickedOrDroppedOn) {
 }
 
 TEST_F(PlaylistsWindow, AnExistingFileIsAskedAboutOnce) {
-  session_.connection.Execute("update mp3sTabelle set location='" + program_.Write("11.mp3", "x") +
-                              "' where uid=11");
-  Trigger(window_, "mnuSuchen");
+  Catalogue().Execute("update mp3sTabelle set location='" + program_.Write("11.mp3", "x") +
+                      "' where uid=11");
+  Trigger(*window_, "mnuSuchen");
   Bench().ListView1.SelectOnly(*Bench().ListView1.RowOfUid(11));
   program_.Write("list.m3u", "old");
   WhenModal<QFileDialog> place([](QFileDialog& dialog) {
@@ -228,7 +198,7 @@ TEST_F(PlaylistsWindow, ANodesMenuRenamesAndDeletesItsPlaylist) {
 }
 
 TEST_F(PlaylistsWindow, TracksDroppedOnAnArchiveGoToItsDiscAndComeBackToAChosenDrive) {
-  session_.preferences.lblConfigCDROM.clear();
+  session_->preferences.lblConfigCDROM.clear();
   Bench().ListView1.ClearSelection();
   Bench().ListView1.SetSelected(0, 1, true);
   {
@@ -237,7 +207,7 @@ TEST_F(PlaylistsWindow, TracksDroppedOnAnArchiveGoToItsDiscAndComeBackToAChosenD
       EXPECT_EQ(box.textValue(), "MP3-CD07");
       box.accept();
     });
-    emit Find<TreePane>(window_, "picTree").RowsDropped(NodeKind::kArchive, "MP3-CD07");
+    emit Find<TreePane>(*window_, "picTree").RowsDropped(NodeKind::kArchive, "MP3-CD07");
   }
   EXPECT_EQ(Bench().ListView1.Cell(3, TrackField::location), "MP3-CD07/m/12.mp3");
   Bench().tree.selected = {
@@ -249,7 +219,7 @@ TEST_F(PlaylistsWindow, TracksDroppedOnAnArchiveGoToItsDiscAndComeBackToAChosenD
 }
 
 TEST_F(PlaylistsWindow, OnAnArchiveOnlyRowsOfTheLibraryAreTaken) {
-  session_.connection.Execute("insert into cdarchives (CDArchive,UID) values ('Disc',14)");
+  Catalogue().Execute("insert into cdarchives (CDArchive,UID) values ('Disc',14)");
   updatetreeview(Bench());
   bool asked = false;
   QTimer refusal;
@@ -264,7 +234,7 @@ TEST_F(PlaylistsWindow, OnAnArchiveOnlyRowsOfTheLibraryAreTaken) {
                                     TreeSelection{NodeKind::kPlaylist, "Mix|1", "Mix"}}) {
     TreeView1_NodeClick(Bench(), node);
     ASSERT_EQ(Bench().ListInView().SelectedCount(), 1U);
-    emit Find<TreePane>(window_, "picTree").RowsDropped(NodeKind::kArchive, "Other");
+    emit Find<TreePane>(*window_, "picTree").RowsDropped(NodeKind::kArchive, "Other");
     EXPECT_FALSE(asked) << node.name;
   }
 }

@@ -7,20 +7,14 @@
 #include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDropEvent>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QToolButton>
-#include <filesystem>
 
-#include "support/scripted_world.h"
-#include "support/temp_folder.h"
-#include "support/window_driver.h"
-#include "ui/panes/result_view.h"
+#include "support/main_window.h"
 #include "ui/panes/tree_pane.h"
-#include "ui/shell/frmStart.h"
 #include "ui/windows/library/frmPreferences.h"
 #include "ui/windows/library/frmTreeviewFilter.h"
 
@@ -28,36 +22,17 @@ namespace tunemeadow {
 namespace {
 
 /// The main window on four tracks, one of them in a playlist and one on an archived disc.
-class TreeWindow : public testing::Test {
+class TreeWindow : public MainWindowTest {
  protected:
   TreeWindow() {
-    const std::string catalogue = program_.Path("mp3s.mdb");
-    std::filesystem::copy_file(TM_BINARY_DIR "/data/mp3s.mdb", catalogue);
-    Connection connection;
-    connection.Open(catalogue);
-    for (const char* statement :
-         {"delete from mp3sTabelle",
-          "insert into mp3sTabelle (uid,Artist,location) values (11,'Anna','/m/Rock/a.mp3')",
-          "insert into mp3sTabelle (uid,Artist,location) values (12,'Anna','/m/Rock/b.mp3')",
-          "insert into mp3sTabelle (uid,Artist,location) values (13,'Berta','/m/Pop/c.mp3')",
-          "insert into mp3sTabelle (uid,Artist,location) values (14,'Carla','MP3-CD01/d.mp3')",
-          "insert into playlists (Playlist,UID) values ('Mix',13)",
-          "insert into cdarchives (CDArchive,UID) values ('Disc',14)"}) {
-      connection.Execute(statement);
-    }
-    session_.ini.SaveStrings(kConfigSection, {{"firstrun", "1"},
-                                              {"lblConfigWinamp", "/bin/true"},
-                                              {"chkBackup", "0"},
-                                              {"chkRepair", "0"}});
+    Fill(program_, {"insert into mp3sTabelle (uid,Artist,location) values "
+                    "(11,'Anna','/m/Rock/a.mp3'),(12,'Anna','/m/Rock/b.mp3'),"
+                    "(13,'Berta','/m/Pop/c.mp3'),(14,'Carla','MP3-CD01/d.mp3')",
+                    "insert into playlists (Playlist,UID) values ('Mix',13)",
+                    "insert into cdarchives (CDArchive,UID) values ('Disc',14)"});
     Start();
   }
-  ~TreeWindow() override { window_->close(); }
 
-  void Start() {
-    window_ = std::make_unique<frmStart>(session_, world_);
-    EXPECT_TRUE(window_->Form_Load());
-  }
-  Workbench& Bench() { return window_->Bench(); }
   LibraryTree& View() { return Find<LibraryTree>(*window_, "TreeView1"); }
 
   /// The node of that text below `above`, or below anything that is expanded.
@@ -69,6 +44,7 @@ class TreeWindow : public testing::Test {
     ADD_FAILURE() << "no node in sight reads " << text.toStdString();
     return {};
   }
+  using MainWindowTest::Click;
   static void Click(QTreeView& view, const QString& text) {
     const QModelIndex index = NodeOf(view, text);
     view.scrollTo(index);
@@ -83,11 +59,6 @@ class TreeWindow : public testing::Test {
     for (std::size_t row = 0; row < list.RowCount(); ++row) uids.push_back(list.Uid(row));
     return uids;
   }
-
-  TempFolder program_;
-  Session session_{program_.Path(), "tunemeadow"};
-  ScriptedWorld world_;
-  std::unique_ptr<frmStart> window_;
 };
 
 using testing::ElementsAre;
@@ -98,7 +69,7 @@ TEST_F(TreeWindow, ClicksAndEnterSearchAndTheTreeStaysAsItWas) {
   EXPECT_THAT(Uids(), ElementsAre(11, 12));
   EXPECT_EQ(Find<QLineEdit>(*window_, "txtLocation").text(), "/m/Rock/");
   NodeOf(View(), "Database [2/4 Files]");
-  Bench().session.connection.Execute("update mp3sTabelle set BPM='1' where uid=11");
+  Catalogue().Execute("update mp3sTabelle set BPM='1' where uid=11");
   Trigger(*window_, "mnuSuchen");
   EXPECT_TRUE(View().isExpanded(NodeOf(View(), "/m"))) << "the nodes were read anew";
   EXPECT_EQ(Current(), "Rock");
@@ -107,7 +78,7 @@ TEST_F(TreeWindow, ClicksAndEnterSearchAndTheTreeStaysAsItWas) {
   View().expand(NodeOf(View(), "Playlists [1]"));
   Click(View(), "Mix [1 Files]");
   EXPECT_THAT(Uids(), ElementsAre(13));
-  EXPECT_TRUE(Find<ResultView>(*window_, "ListView3").isVisible());
+  EXPECT_TRUE(List("ListView3").isVisible());
   EXPECT_FALSE(Find<QComboBox>(*window_, "cboPlaylists").isVisible());
 
   View().setCurrentIndex(NodeOf(View(), "Database [2/4 Files]"));
@@ -124,7 +95,6 @@ TEST_F(TreeWindow, TheKindAndTheTrackSelectionAreKeptForTheNextStart) {
   Click(View(), "Berta");
   EXPECT_THAT(Uids(), ElementsAre(13));
   Find<QCheckBox>(*window_, "chkTrackSelection").setChecked(false);
-  window_->close();
   Start();
   EXPECT_EQ(Find<QComboBox>(*window_, "cboTreeSelector").currentText(), "Artist");
   EXPECT_FALSE(Find<QCheckBox>(*window_, "chkTrackSelection").isChecked());
@@ -132,11 +102,9 @@ TEST_F(TreeWindow, TheKindAndTheTrackSelectionAreKeptForTheNextStart) {
 }
 
 TEST_F(TreeWindow, AClickedTrackSelectsItsFolderAndTheButtonFindsItAgain) {
-  auto& list = Find<ResultView>(*window_, "ListView1");
   auto& seek = Find<QToolButton>(*window_, "cmdSeekto");
   EXPECT_FALSE(seek.isEnabled());
-  const QModelIndex row = list.model()->index(2, 1);
-  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(row).center());
+  ClickRow(List(), 2);
   EXPECT_EQ(Current(), "Rock");
   View().setCurrentIndex(View().model()->index(0, 0));
   ASSERT_TRUE(seek.isEnabled());
@@ -149,7 +117,7 @@ TEST_F(TreeWindow, AnotherTagOfArchivesRegroupsTheLocations) {
     return View().model()->rowCount(NodeOf(View(), "Database [4 Files]"));
   };
   EXPECT_EQ(locations(), 1);
-  session_.preferences.txtCDTag = "Disc";
+  session_->preferences.txtCDTag = "Disc";
   emit Find<frmPreferences>(*window_, "frmPreferences").PreferencesChanged();
   EXPECT_EQ(locations(), 2) << "/m, and what is archived no more";
 }
@@ -186,7 +154,7 @@ TEST_F(TreeWindow, TheFilterReadsAListOnItsClickAndSearches) {
   auto* filter = ShownWindow<frmTreeviewFilter>();
   ASSERT_NE(filter, nullptr);
   auto& view = Find<LibraryTree>(*filter, "TreeView1");
-  Bench().session.connection.Execute("update mp3sTabelle set album='Blue' where uid=11");
+  Catalogue().Execute("update mp3sTabelle set album='Blue' where uid=11");
   Click(view, "Artist");
   Click(view, "Anna");
   EXPECT_THAT(Uids(), ElementsAre(11, 12));
