@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The table of a track's fields, one row each: how a field is called, shown, searched, stored, read
-// of a file and written into it. Nothing else lists them; whoever needs some of them walks the
-// table.
+// of a file and written into it. Whoever needs some of the fields walks the table.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <string_view>
 
 #include "audio/lyrics3.h"
@@ -392,13 +393,8 @@ inline constexpr std::array<TrackFieldRow, kTrackFields> kTrackFieldTable = {{
   return kTrackFieldTable[IndexOf(field)];
 }
 
-static_assert(
-    [] {
-      for (std::size_t i = 0; i < kTrackFields; ++i) {
-        if (kTrackFieldTable[i].field != static_cast<TrackField>(i)) return false;
-      }
-      return true;
-    }(),
-    "the rows stand in the order of the fields");
+static_assert(std::ranges::is_sorted(kTrackFieldTable, std::ranges::less_equal(),
+                                     &TrackFieldRow::field),
+              "the rows stand in the order of the fields, each once");
 
 }  // namespace tunemeadow
