@@ -38,11 +38,11 @@ bool ID3v2ValueFinder::IsWithin(std::size_t begin, std::size_t end) noexcept {
 }
 
 // Between two letters may stand what cleaning takes away: first FF FE, then 9F FE of what is left.
-std::optional<std::size_t> ID3v2ValueFinder::EndOfMatchAt(std::size_t at) const noexcept {
+std::optional<std::size_t> ID3v2ValueFinder::EndOfMatchAt(std::size_t at) noexcept {
   bool half = false;  // 9F was met, its FE was not
-  for (std::size_t letters = 0; at < text_.size(); ++at) {
-    const char byte = text_[at];
-    if (letters > 0 && byte == '\xFF' && at + 1 < text_.size() && text_[at + 1] == '\xFE') {
+  for (std::size_t letters = 0; at < text_.Size(); ++at) {
+    const char byte = text_.Byte(at);
+    if (letters > 0 && byte == '\xFF' && text_.Byte(at + 1) == '\xFE') {
       ++at;
     } else if (letters > 0 && !half && byte == '\x9F') {
       half = true;
@@ -57,7 +57,7 @@ std::optional<std::size_t> ID3v2ValueFinder::EndOfMatchAt(std::size_t at) const 
   return std::nullopt;
 }
 
-ID3v2Comments::ID3v2Comments(std::string_view text) noexcept
+ID3v2Comments::ID3v2Comments(const ID3v2TagText& text) noexcept
     : text_(text),
       musicmatch_(text, "MUSICMATCH"),
       finders_{{{text, kMusicmatchFields[0].mark},
@@ -70,14 +70,17 @@ ID3v2Comments::ID3v2Comments(std::string_view text) noexcept
 
 void ID3v2Comments::Add(std::size_t offset) noexcept {
   if (failed_ || offset < next_) return;
-  next_ = offset + kID3v2HeaderBytes;  // a frame header is as long
   const std::optional<std::size_t> size = FrameSize(text_, offset);
   failed_ = !size.has_value();
-  if (failed_) return;
-  const std::string_view value = RawFrameValue(text_, offset, *size);
+  if (!failed_) Add(offset, *size);
+}
+
+void ID3v2Comments::Add(std::size_t offset, std::size_t size) noexcept {
+  next_ = offset + kID3v2HeaderBytes;  // a frame header is as long
+  const ID3v2ValueRange value = RawFrameValue(text_.Size(), offset, size);
   latest_ = value;
   const std::size_t begin = next_ + 1;  // behind the encoding byte
-  const std::size_t end = begin + value.size();
+  const std::size_t end = begin + value.size;
   if (!musicmatch_.IsWithin(begin, end)) {
     ordinary_ = value;
     return;
@@ -87,18 +90,22 @@ void ID3v2Comments::Add(std::size_t offset) noexcept {
   }
 }
 
-bool ID3v2Comments::StoreIn(Mp3Info& info) const {
+TagText ID3v2Comments::ValueOf(const std::optional<ID3v2ValueRange>& range) {
+  return range ? CleanFrameValue(text_.Copy(range->begin, range->size)) : TagText();
+}
+
+bool ID3v2Comments::StoreIn(Mp3Info& info) {
   for (std::size_t i = 0; i < kFields; ++i) {
-    TagText value = fields_[i] ? CleanFrameValue(*fields_[i]) : TagText();
+    TagText value = ValueOf(fields_[i]);
     const std::size_t zero = value.rfind('\0');
     if (zero != TagText::npos) value.erase(0, zero + 1);
     info.*kMusicmatchFields[i].field = std::move(value);
   }
   if (failed_) {
-    if (latest_) info.Comment = CleanFrameValue(*latest_);
+    if (latest_) info.Comment = ValueOf(latest_);
     return false;
   }
-  info.Comment = ordinary_ ? CleanFrameValue(*ordinary_) : TagText();
+  info.Comment = ValueOf(ordinary_);
   info.Comment.erase(0, kLanguageAndTerminator);
   return true;
 }

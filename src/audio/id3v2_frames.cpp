@@ -70,6 +70,10 @@ void ID3v2Frames::AddHead(std::string_view name, std::size_t size, std::size_t z
   if (size >= kLongText) ++long_texts_;
 }
 
+void ID3v2Frames::AddPlainSize(std::size_t size) {
+  for (const unsigned bits : {24U, 16U, 8U, 0U}) bytes_ += static_cast<char>(size >> bits & 255);
+}
+
 void ID3v2Frames::AddTexts(const Mp3Info& info) {
   for (const WrittenText& text : kWrittenTexts) {
     const TagText& value = info.*text.value;
@@ -89,10 +93,16 @@ void ID3v2Frames::AddTexts(const Mp3Info& info) {
   }
 }
 
+void ID3v2Frames::AddWithPlainSize(std::string_view frame) {
+  bytes_ += frame.substr(0, kPictureName.size());
+  AddPlainSize(frame.size() - kID3v2HeaderBytes);
+  bytes_ += frame.substr(kPictureName.size() + 4);
+}
+
 void ID3v2Frames::AddPicture(std::string_view picture, std::string_view extension) {
   const std::size_t size = picture.size() + kPictureHead;
   bytes_ += kPictureName;
-  for (const unsigned bits : {24U, 16U, 8U, 0U}) bytes_ += static_cast<char>(size >> bits & 255);
+  AddPlainSize(size);
   bytes_.append(kTextZeros, '\0');
   bytes_ += "image/";
   bytes_ += extension;
@@ -115,15 +125,29 @@ std::string ID3v2Frames::Take(std::size_t size) && {
   return std::move(bytes_);
 }
 
-std::optional<std::vector<ID3v2PictureRange>> FindPictureFrames(std::string_view text) {
+std::optional<ID3v2TrueSize> PictureFrameSize(std::string_view text, std::size_t offset,
+                                              std::size_t tag_bytes) noexcept {
+  const std::string_view tag = text.substr(0, tag_bytes);
+  if (tag[3] == '\4' && offset < tag.size()) {
+    const std::optional<ID3v2TrueSize> size = TrueFrameSize(tag, offset);
+    if (size && size->seven_bits) return size;
+  }
+  const std::optional<std::size_t> plain = FrameSize(text, offset);
+  if (!plain) return std::nullopt;
+  return ID3v2TrueSize{*plain, false};
+}
+
+std::optional<std::vector<ID3v2PictureRange>> FindPictureFrames(std::string_view text,
+                                                                std::size_t from,
+                                                                std::size_t tag_bytes) {
   std::vector<ID3v2PictureRange> frames;
-  std::size_t at = text.find(kPictureName);
+  std::size_t at = text.find(kPictureName, from);
   while (at != std::string_view::npos) {
-    const std::optional<std::size_t> size = FrameSize(text, at);
+    const std::optional<ID3v2TrueSize> size = PictureFrameSize(text, at, tag_bytes);
     if (!size) return std::nullopt;
-    const std::size_t end = at + kID3v2HeaderBytes + *size;  // a frame header is as long
+    const std::size_t end = at + kID3v2HeaderBytes + size->bytes;  // a frame header is as long
     if (end > text.size() + 2) return std::nullopt;
-    frames.push_back({at, end});
+    frames.push_back({at, end, size->seven_bits});
     at = text.find(kPictureName, end - 2);
   }
   return frames;

@@ -17,6 +17,7 @@
 #include <string_view>
 #include <vector>
 
+#include "audio/id3v2_walk.h"
 #include "audio/mp3_info.h"
 
 namespace tunemeadow {
@@ -39,6 +40,9 @@ class ID3v2Frames {
   /// A picture frame as it stands in an old tag, header included.
   void AddRaw(std::string_view frame) { bytes_ += frame; }
 
+  /// The same for one whose size has seven bits a byte: its size becomes a plain number.
+  void AddWithPlainSize(std::string_view frame);
+
   /// A new picture; `extension` without a point, Windows-1252.
   void AddPicture(std::string_view picture, std::string_view extension);
 
@@ -57,6 +61,7 @@ class ID3v2Frames {
  private:
   /// Name, `size`, `zeros` zero bytes.
   void AddHead(std::string_view name, std::size_t size, std::size_t zeros);
+  void AddPlainSize(std::size_t size);
 
   std::string bytes_;
   int long_texts_ = 0;
@@ -65,13 +70,22 @@ class ID3v2Frames {
 /// Where a picture frame stands in a text, from 0.
 struct ID3v2PictureRange {
   std::size_t begin = 0;
-  std::size_t end = 0;  ///< behind its last byte; may lie up to two bytes behind the text
+  std::size_t end = 0;      ///< behind its last byte; may lie up to two bytes behind the text
+  bool seven_bits = false;  ///< its size is no plain number
 };
 
-/// Every "APIC" of `text`, in frames and inside other texts alike, with the plain size behind it.
-/// The search goes on two bytes before the end of the frame found. nullopt where a size is above
-/// 2^31-1 or leaves less than nothing of the text.
+/// Every "APIC" of `text` from `from` on, in frames and inside other texts alike. `text` begins
+/// with a tag, header and body, of `tag_bytes` bytes. The size behind the name is a plain number,
+/// but in a tag of version 4 it has seven bits a byte where it leads to a frame or padding
+/// (TrueFrameSize). The search goes on two bytes before the end of the frame found. nullopt where a
+/// size is above 2^31-1 or leaves less than nothing of the text.
 [[nodiscard]] std::optional<std::vector<ID3v2PictureRange>> FindPictureFrames(
-    std::string_view text);
+    std::string_view text, std::size_t from, std::size_t tag_bytes);
+
+/// The size of the picture frame at `offset` of such a text, by the same rule; nullopt where it is
+/// above 2^31-1.
+[[nodiscard]] std::optional<ID3v2TrueSize> PictureFrameSize(std::string_view text,
+                                                            std::size_t offset,
+                                                            std::size_t tag_bytes) noexcept;
 
 }  // namespace tunemeadow

@@ -6,116 +6,93 @@
 #include <cstdint>
 #include <optional>
 
+#include "audio/genres.h"
+#include "audio/id3v2_reader.h"
 #include "audio/id3v2_text.h"
+#include "audio/id3v2_true_texts.h"
+#include "audio/id3v2_walk.h"
 #include "core/text.h"
 
 namespace tunemeadow {
 namespace {
 
-enum class FramePlace : std::uint8_t { kNone, kAny, kOneLink, kOneLyrics, kComment };
+enum class FramePlace : std::uint8_t { kNone, kText, kLink, kLyrics, kComment, kPicture };
 
 struct PlacedFrame {
   std::string_view name;
   std::string_view short_name;  // in version 2.2
   FramePlace place;
+  TagText Mp3Info::*written;
 };
 constexpr std::array<PlacedFrame, 15> kPlacedFrames = {{
-    {"TPE1", "TP1", FramePlace::kAny},
-    {"TIT2", "TT2", FramePlace::kAny},
-    {"TALB", "TAL", FramePlace::kAny},
-    {"TYER", "TYE", FramePlace::kAny},
-    {"TRCK", "TRK", FramePlace::kAny},
-    {"TBPM", "TBP", FramePlace::kAny},
-    {"TOPE", "TOA", FramePlace::kAny},
-    {"TCOM", "TCM", FramePlace::kAny},
-    {"TENC", "TEN", FramePlace::kAny},
-    {"TCOP", "TCR", FramePlace::kAny},
-    {"TCON", "TCO", FramePlace::kAny},
-    {"APIC", "", FramePlace::kAny},
-    {"WXXX", "WXX", FramePlace::kOneLink},
-    {"USLT", "ULT", FramePlace::kOneLyrics},
-    {"COMM", "COM", FramePlace::kComment},
+    {"TPE1", "TP1", FramePlace::kText, &Mp3Info::Artist},
+    {"TIT2", "TT2", FramePlace::kText, &Mp3Info::Title},
+    {"TALB", "TAL", FramePlace::kText, &Mp3Info::Album},
+    {"TYER", "TYE", FramePlace::kText, &Mp3Info::Year},
+    {"TRCK", "TRK", FramePlace::kText, &Mp3Info::Track},
+    {"TBPM", "TBP", FramePlace::kText, &Mp3Info::Bpm},
+    {"TOPE", "TOA", FramePlace::kText, &Mp3Info::Original},
+    {"TCOM", "TCM", FramePlace::kText, &Mp3Info::Composer},
+    {"TENC", "TEN", FramePlace::kText, &Mp3Info::EncodedBy},
+    {"TCOP", "TCR", FramePlace::kText, &Mp3Info::Copyright},
+    {"TCON", "TCO", FramePlace::kText, &Mp3Info::GenreV2},
+    {"WXXX", "WXX", FramePlace::kLink, &Mp3Info::Url},
+    {"USLT", "ULT", FramePlace::kLyrics, &Mp3Info::Lyrics},
+    {"COMM", "COM", FramePlace::kComment, &Mp3Info::Comment},
+    {"APIC", "PIC", FramePlace::kPicture, nullptr},
 }};
+constexpr PlacedFrame kNoPlace = {"", "", FramePlace::kNone, nullptr};
+
+struct MarkedText {
+  std::string_view mark;
+  TagText Mp3Info::*written;
+};
+constexpr std::array<MarkedText, 5> kMarkedTexts = {{
+    {"MUSICMATCH_PREFERENCE", &Mp3Info::Preference},
+    {"MUSICMATCH_SITUATION", &Mp3Info::Situation},
+    {"MUSICMATCH_BIO", &Mp3Info::Bio},
+    {"MUSICMATCH_TEMPO", &Mp3Info::Tempo},
+    {"MUSICMATCH_MOOD", &Mp3Info::Mood},
+}};
+constexpr std::string_view kMarkStart = "MUSICMATCH_";
 
 constexpr std::size_t kLanguageBytes = 3;
-constexpr std::uint8_t kExtendedHeaderFlag = 0x40;
+constexpr std::uint8_t kUnsynchronised = 0x80;  // of the tag's flags
 
-struct WalkedFrame {
-  std::string_view name;
-  std::string_view body;
-};
+const PlacedFrame& PlaceOf(std::string_view name) noexcept {
+  const auto* const found = std::find_if(
+      kPlacedFrames.begin(), kPlacedFrames.end(),
+      [name](const PlacedFrame& frame) { return name == frame.name || name == frame.short_name; });
+  return found == kPlacedFrames.end() ? kNoPlace : *found;
+}
 
-class FrameWalk {
- public:
-  explicit FrameWalk(std::string_view tag) noexcept
-      : tag_(tag),
-        version_(static_cast<std::uint8_t>(tag[3])),
-        name_bytes_(version_ == 2 ? 3 : 4),
-        head_bytes_(version_ == 2 ? 6 : 10) {
-    if ((static_cast<std::uint8_t>(tag[5]) & kExtendedHeaderFlag) == 0) return;
-    // In 2.3 its size leaves out the four size bytes; in 2.4 it includes them.
-    if (version_ == 3) at_ += 4 + SizeAt(at_, 4, 256);
-    if (version_ == 4) at_ += SizeAt(at_, 4, 128);
-  }
-
-  std::optional<WalkedFrame> Next() noexcept {
-    if (!HasNameAt(at_)) return std::nullopt;
-    std::array<std::size_t, 2> sizes = {SizeAt(at_ + name_bytes_, name_bytes_, 256),
-                                        SizeAt(at_ + name_bytes_, name_bytes_, 128)};
-    if (version_ == 2) sizes[1] = sizes[0];
-    if (version_ == 4) std::swap(sizes[0], sizes[1]);
-    const std::size_t body = at_ + head_bytes_;
-    const bool second = SenseAt(body + sizes[1]) > SenseAt(body + sizes[0]);
-    const std::size_t size = sizes[second ? 1 : 0];
-    if (SenseAt(body + size) == 0) return std::nullopt;
-    const WalkedFrame frame = {tag_.substr(at_, name_bytes_), tag_.substr(body, size)};
-    at_ = body + size;
-    return frame;
-  }
-
- private:
-  [[nodiscard]] std::size_t SizeAt(std::size_t at, std::size_t count,
-                                   std::size_t base) const noexcept {
-    std::size_t size = 0;
-    for (std::size_t i = at; i < at + count; ++i) {
-      size = size * base + (i < tag_.size() ? static_cast<std::uint8_t>(tag_[i]) : 0U);
-    }
-    return size;
-  }
-
-  [[nodiscard]] bool HasNameAt(std::size_t at) const noexcept {
-    if (at > tag_.size() || tag_.size() - at < head_bytes_) return false;
-    const std::string_view name = tag_.substr(at, name_bytes_);
-    return std::all_of(name.begin(), name.end(), [](char letter) {
-      return (letter >= 'A' && letter <= 'Z') || (letter >= '0' && letter <= '9');
-    });
-  }
-
-  /// How well a frame may end there: 2 before a frame, 1 before padding or the end, else 0.
-  [[nodiscard]] int SenseAt(std::size_t at) const noexcept {
-    if (HasNameAt(at)) return 2;
-    return at == tag_.size() || (at < tag_.size() && tag_[at] == '\0') ? 1 : 0;
-  }
-
-  std::string_view tag_;
-  std::uint8_t version_;
-  std::size_t name_bytes_;
-  std::size_t head_bytes_;
-  std::size_t at_ = kID3v2HeaderBytes;
-};
-
-struct DescribedValue {
+/// A frame's body taken apart.
+struct FrameParts {
+  char encoding = 0;
   std::string_view description;
   std::string_view value;
 };
 
 /// The parts behind the encoding byte and a language of `language_bytes`.
-DescribedValue SplitDescribed(std::string_view body, std::size_t language_bytes) noexcept {
+FrameParts SplitDescribed(std::string_view body, std::size_t language_bytes) noexcept {
   const std::size_t from = 1 + language_bytes;
   if (body.size() < from) return {};
   const bool wide = body[0] == 1 || body[0] == 2;
   const std::size_t end = EndOfDescription(body, from, wide);
-  return {body.substr(from, end - from), body.substr(std::min(end + (wide ? 2 : 1), body.size()))};
+  return {body[0], body.substr(from, end - from),
+          body.substr(std::min(end + (wide ? 2 : 1), body.size()))};
+}
+
+FrameParts PartsOf(const ID3v2WalkedFrame& frame, FramePlace place) noexcept {
+  const bool with_language = place == FramePlace::kComment || place == FramePlace::kLyrics;
+  if (with_language) return SplitDescribed(frame.body, kLanguageBytes);
+  if (frame.name.substr(1).starts_with("XX")) {
+    FrameParts parts = SplitDescribed(frame.body, 0);
+    if (place == FramePlace::kLink) parts.encoding = 0;  // only its description has one
+    return parts;
+  }
+  if (frame.name[0] != 'T' || frame.body.empty()) return {0, {}, frame.body};
+  return {frame.body[0], {}, frame.body.substr(1)};
 }
 
 /// Whether a text has anything beside zero bytes and byte order marks.
@@ -124,50 +101,113 @@ bool HasLetters(std::string_view text) noexcept {
                      [](char byte) { return byte != '\0' && byte != '\xFF' && byte != '\xFE'; });
 }
 
-bool IsMusicmatchMark(std::string_view description) {
+/// A description in capitals, as far as it decides on a mark.
+std::string MarkOf(std::string_view description) {
   std::string letters;
-  for (const char byte : description.substr(0, 32)) {
+  for (const char byte : description.substr(0, 48)) {
     if (HasLetters({&byte, 1})) letters += UpperAscii(byte);
   }
-  return letters.starts_with("MUSICMATCH_");
+  return letters;
 }
 
-FramePlace PlaceOf(std::string_view name) noexcept {
-  for (const PlacedFrame& frame : kPlacedFrames) {
-    if (name == frame.name || name == frame.short_name) return frame.place;
+/// The name that a genre such as "(17)Rock" or "(17)" is known by.
+TagText GenreNameOf(std::string_view text) {
+  GenreText genre = SplitGenreText(text);
+  return genre.name.empty() ? TagText(GenreName(genre.genre).value_or(text)) : genre.name;
+}
+
+class LossCount {
+ public:
+  LossCount(std::string_view tag, const Mp3Info& written, std::span<const ID3v2PictureRange> copied)
+      : tag_(tag), walk_(tag), written_(written), copied_(copied) {}
+
+  TagLosses Count() {
+    while (const std::optional<ID3v2WalkedFrame> frame = walk_.Next()) CountFrame(*frame);
+    return losses_;
   }
-  return FramePlace::kNone;
-}
 
-/// The value of a frame, as far as it decides whether the frame is empty.
-std::string_view ValueOf(const WalkedFrame& frame, FramePlace place) noexcept {
-  const bool with_language = place == FramePlace::kComment || place == FramePlace::kOneLyrics;
-  if (with_language) return SplitDescribed(frame.body, kLanguageBytes).value;
-  if (frame.name.substr(1).starts_with("XX")) return SplitDescribed(frame.body, 0).value;
-  return frame.body.substr(frame.name[0] == 'T' && !frame.body.empty() ? 1 : 0);
-}
+ private:
+  void CountFrame(const ID3v2WalkedFrame& frame) {
+    const PlacedFrame& place = PlaceOf(frame.name);
+    const FrameParts parts = PartsOf(frame, place.place);
+    if (!HasLetters(parts.value)) return;
+    if (place.place == FramePlace::kNone) {
+      ++losses_.frames;
+    } else if (place.place == FramePlace::kPicture) {
+      CountPicture(frame);
+    } else if (place.place == FramePlace::kComment) {
+      CountComment(parts);
+    } else {
+      CountOnlyOne(place, parts);
+    }
+  }
+
+  /// A frame that the new tag has once.
+  void CountOnlyOne(const PlacedFrame& place, const FrameParts& parts) {
+    const bool is_text = place.place == FramePlace::kText;
+    const int values = is_text ? CountValues(parts.value, parts.encoding) : 1;
+    int& seen = seen_[static_cast<std::size_t>(&place - kPlacedFrames.data())];
+    if (++seen > 1) {
+      (is_text ? losses_.values : losses_.frames) += values;
+      return;
+    }
+    losses_.values += values - 1;
+    CountText(parts, written_.*place.written);
+  }
+
+  void CountComment(const FrameParts& parts) {
+    const std::string mark = MarkOf(parts.description);
+    if (mark.starts_with(kMarkStart)) {
+      for (const MarkedText& each : kMarkedTexts) {
+        if (mark == each.mark) CountText(parts, written_.*each.written);
+      }
+    } else if (!mark.empty() || ++comments_ > 1) {
+      ++losses_.frames;
+    } else {
+      CountText(parts, written_.Comment);
+    }
+  }
+
+  void CountText(const FrameParts& parts, const TagText& written) {
+    const bool unseen = walk_.Version() == 2;
+    if (!unseen && (parts.encoding == 0 || written.empty())) return;
+    ID3v2TrueText truth = DecodeFrameText(parts.value, parts.encoding);
+    if (!unseen && IsReadAsItStands(parts.value, truth)) return;
+    if (&written == &written_.GenreV2) truth.text = GenreNameOf(truth.text);
+    if (!truth.whole || written.find(truth.text) == TagText::npos) ++losses_.texts;
+  }
+
+  void CountPicture(const ID3v2WalkedFrame& frame) {
+    const std::size_t end = frame.offset + kID3v2HeaderBytes + frame.body.size();
+    const bool copied =
+        std::any_of(copied_.begin(), copied_.end(), [&](const ID3v2PictureRange& range) {
+          return range.begin == frame.offset && range.end == end;
+        });
+    const bool stuffed = (static_cast<std::uint8_t>(tag_[5]) & kUnsynchronised) != 0 &&
+                         frame.body.find(std::string_view("\xFF\0", 2)) != std::string_view::npos;
+    if (!copied || stuffed || IsFormatLost(frame)) ++losses_.pictures;
+  }
+
+  /// Flags of version 4 that tell how to decode a frame mean other things in version 3.
+  [[nodiscard]] bool IsFormatLost(const ID3v2WalkedFrame& frame) const noexcept {
+    return walk_.Version() == 4 && frame.format != 0;
+  }
+
+  std::string_view tag_;
+  ID3v2Walk walk_;
+  const Mp3Info& written_;
+  std::span<const ID3v2PictureRange> copied_;
+  std::array<int, kPlacedFrames.size()> seen_{};
+  int comments_ = 0;
+  TagLosses losses_;
+};
 
 }  // namespace
 
-int CountLostFrames(std::string_view tag) {
-  if (!ParseID3v2Header(tag)) return 0;
-  int lost = 0;
-  int links = 0;
-  int lyrics = 0;
-  int comments = 0;
-  FrameWalk walk(tag);
-  while (const std::optional<WalkedFrame> frame = walk.Next()) {
-    const FramePlace place = PlaceOf(frame->name);
-    if (place == FramePlace::kAny || !HasLetters(ValueOf(*frame, place))) continue;
-    if (place == FramePlace::kNone) ++lost;
-    if (place == FramePlace::kOneLink && ++links > 1) ++lost;
-    if (place == FramePlace::kOneLyrics && ++lyrics > 1) ++lost;
-    if (place != FramePlace::kComment) continue;
-    const std::string_view description = SplitDescribed(frame->body, kLanguageBytes).description;
-    if (IsMusicmatchMark(description)) continue;
-    if (HasLetters(description) || ++comments > 1) ++lost;
-  }
-  return lost;
+TagLosses CountID3v2Losses(std::string_view tag, const Mp3Info& written,
+                           std::span<const ID3v2PictureRange> copied) {
+  if (!ParseID3v2Header(tag)) return {};
+  return LossCount(tag, written, copied).Count();
 }
 
 }  // namespace tunemeadow

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "audio/id3v2_frames.h"
 #include "audio/id3v2_text.h"
 
 namespace tunemeadow {
@@ -55,9 +56,11 @@ std::optional<ID3v2Picture> ReadID3v2Pictures(FileBytes& file) {
   const std::string_view text = LoadID3v2Text(file, *header);
   const std::size_t place = text.find("APIC", kID3v2HeaderBytes);
   if (place == std::string_view::npos) return std::nullopt;
-  const std::optional<std::size_t> size = FrameSize(text, place);
+  const auto tag_bytes = static_cast<std::size_t>(header->size) + kID3v2HeaderBytes;
+  const std::optional<ID3v2TrueSize> size = PictureFrameSize(text, place, tag_bytes);
   if (!size) return std::nullopt;
-  return PictureInFrame(text.substr(std::min(place + kPictureFrameHeader, text.size()), *size));
+  return PictureInFrame(
+      text.substr(std::min(place + kPictureFrameHeader, text.size()), size->bytes));
 }
 
 std::optional<ID3v2Picture> ReadID3v2Pictures(const std::string& path) {

@@ -21,9 +21,9 @@ struct ID3v2Picture {
   std::uint8_t kind = 0;  ///< 3 is the front cover, 0 any other picture
 };
 
-/// The JPEG picture at the first "APIC" of the tag. nullopt if the file has no tag, no such name in
-/// it, a frame size above 2^31-1, or a frame without FF D8 FF: pictures of other kinds are not
-/// found.
+/// The JPEG picture at the first "APIC" of the tag, whose size in version 4 may have seven bits a
+/// byte (FindPictureFrames). nullopt if the file has no tag, no such name in it, a frame size above
+/// 2^31-1, or a frame without FF D8 FF: pictures of other kinds are not found.
 [[nodiscard]] std::optional<ID3v2Picture> ReadID3v2Pictures(FileBytes& file);
 [[nodiscard]] std::optional<ID3v2Picture> ReadID3v2Pictures(const std::string& path);
 

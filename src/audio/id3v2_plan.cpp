@@ -30,6 +30,10 @@ std::int64_t BehindTag(const ID3v2Header& tag) noexcept {
   return tag.size + static_cast<std::int64_t>(kID3v2HeaderBytes);
 }
 
+std::size_t TagBytes(const ID3v2Header& tag) noexcept {
+  return static_cast<std::size_t>(BehindTag(tag));
+}
+
 void PutSizeBytes(std::size_t size, std::string& tag) {
   tag.replace(6, 4, SyncSafeBytes(size).data(), 4);
 }
@@ -39,7 +43,8 @@ ID3v2Frames BuildFrames(std::string_view head, const std::vector<ID3v2PictureRan
   ID3v2Frames frames(head.size() + kID3v2Reserve + (picture ? picture->bytes.size() : 0));
   frames.AddTexts(info);
   for (const ID3v2PictureRange& range : old_pictures) {
-    frames.AddRaw(head.substr(range.begin, range.end - range.begin));
+    const std::string_view frame = head.substr(range.begin, range.end - range.begin);
+    range.seven_bits ? frames.AddWithPlainSize(frame) : frames.AddRaw(frame);
   }
   if (picture) frames.AddPicture(picture->bytes, picture->extension);
   frames.AddGenreAndLyrics(info);
@@ -60,18 +65,19 @@ ID3v2Plan PlanNewTag(std::string_view head, std::int64_t length,
   std::vector<ID3v2PictureRange> old_pictures;
   if (old) {
     if (RunsPastFile(*old, length)) return Refused(kOldTagTooLong);
-    std::optional<std::vector<ID3v2PictureRange>> found = FindPictureFrames(head);
+    std::optional<std::vector<ID3v2PictureRange>> found =
+        FindPictureFrames(head, 0, TagBytes(*old));
     if (!found) return Refused(kPictureRunsOut);
     old_pictures = std::move(*found);
   }
-  info.Lyrics.insert(0, 4, '\0');  // empty language and description
-  ID3v2Frames frames = BuildFrames(head, old_pictures, picture, info);
   ID3v2Plan plan;
-  plan.losses.long_texts = frames.LongTexts();
   if (old) {
     plan.audio = BehindTag(*old);
-    plan.losses.frames = CountLostFrames(head.substr(0, static_cast<std::size_t>(plan.audio)));
+    plan.losses = CountID3v2Losses(head.substr(0, TagBytes(*old)), info, old_pictures);
   }
+  info.Lyrics.insert(0, 4, '\0');  // empty language and description
+  ID3v2Frames frames = BuildFrames(head, old_pictures, picture, info);
+  plan.losses.long_texts = frames.LongTexts();
   const bool fits = old && frames.Size() <= static_cast<std::size_t>(old->size);
   const std::size_t size =
       fits ? static_cast<std::size_t>(old->size) : frames.Size() + kID3v2Reserve;
@@ -90,20 +96,20 @@ ID3v2Plan PlanWithoutPictures(std::string_view head, std::int64_t length) {
   const std::optional<ID3v2Header> old = ParseID3v2Header(head);
   if (!old) return Refused(kNoID3v2Picture);
   if (RunsPastFile(*old, length)) return Refused(kOldTagTooLong);
-  const std::string_view body = head.substr(kID3v2HeaderBytes, static_cast<std::size_t>(old->size));
-  const std::optional<std::vector<ID3v2PictureRange>> pictures = FindPictureFrames(body);
+  const std::string_view tag = head.substr(0, TagBytes(*old));
+  const std::optional<std::vector<ID3v2PictureRange>> pictures =
+      FindPictureFrames(tag, kID3v2HeaderBytes, tag.size());
   if (pictures && pictures->empty()) return Refused(kNoID3v2Picture);
-  if (!pictures || pictures->back().end > body.size()) return Refused(kPictureRunsOut);
+  if (!pictures || pictures->back().end > tag.size()) return Refused(kPictureRunsOut);
   ID3v2Plan plan;
   plan.audio = BehindTag(*old);
-  plan.tag.reserve(head.size());
-  plan.tag = head.substr(0, kID3v2HeaderBytes);
+  plan.tag.reserve(tag.size());
   std::size_t kept_to = 0;
   for (const ID3v2PictureRange& picture : *pictures) {
-    if (picture.begin > kept_to) plan.tag += body.substr(kept_to, picture.begin - kept_to);
+    if (picture.begin > kept_to) plan.tag += tag.substr(kept_to, picture.begin - kept_to);
     kept_to = picture.end;
   }
-  plan.tag += body.substr(kept_to);
+  plan.tag += tag.substr(kept_to);
   const std::size_t size = plan.tag.size() - kID3v2HeaderBytes;
   if (size > kLargestNewTag) return Refused(kNewTagTooLong);
   PutSizeBytes(size, plan.tag);

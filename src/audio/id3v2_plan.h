@@ -18,7 +18,7 @@ struct ID3v2Plan {
   std::string error;       ///< why nothing is to be written; the rest then means nothing
   std::string tag;         ///< header, frames, zero bytes
   std::int64_t audio = 0;  ///< where the old file goes on behind its tag, from 0
-  TagLosses losses;        ///< frames and long texts
+  TagLosses losses;        ///< what the new tag does not keep, and its long texts
 
   /// Whether what follows the tag stays where it is.
   [[nodiscard]] bool StaysInPlace() const noexcept {
@@ -38,9 +38,10 @@ struct ID3v2NewPicture {
 [[nodiscard]] std::size_t ID3v2HeadBytes(std::string_view start, std::int64_t length) noexcept;
 
 /// A new tag from `info`, whose Lyrics gets four zero bytes in front. Pictures of the old tag are
-/// copied, `picture` follows them. A tag that fits into the old one keeps its size bytes, else 800
-/// zero bytes follow the frames. An error where the old tag tells more bytes than the file has, a
-/// picture in it runs past its end, or the new tag would have 2^28 bytes or more.
+/// copied, those of version 4 with a plain size, `picture` follows them. A tag that fits into the
+/// old one keeps its size bytes, else 800 zero bytes follow the frames. An error where the old tag
+/// tells more bytes than the file has, a picture in it runs past its end, or the new tag would have
+/// 2^28 bytes or more.
 [[nodiscard]] ID3v2Plan PlanNewTag(std::string_view head, std::int64_t length,
                                    const std::optional<ID3v2NewPicture>& picture, Mp3Info& info);
 

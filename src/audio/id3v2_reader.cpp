@@ -7,6 +7,7 @@
 
 #include "audio/id3v2_comments.h"
 #include "audio/id3v2_names.h"
+#include "audio/id3v2_walk.h"
 #include "core/numbers.h"
 
 namespace tunemeadow {
@@ -26,19 +27,32 @@ bool IsWantedVersion(std::uint8_t version, ID3v2Versions versions) noexcept {
   return versions == ID3v2Versions::kAny || (version >= 2 && version <= 4);
 }
 
-/// Fills the fields from the text of a tag. False if a frame tells a size above 2^31-1.
-bool FillFromTagText(std::string_view text, Mp3Info& info) {
-  std::array<std::optional<std::size_t>, kPictureName + 1> places;
-  ID3v2Comments comments(text);
-  // A name among the header's ten bytes doesn't count.
-  auto hit = FindID3v2Name(text, kID3v2HeaderBytes);
-  for (; hit; hit = FindID3v2Name(text, hit->offset + 1)) {
-    if (hit->name == ID3v2Name::COMM) {
-      comments.Add(hit->offset);
-    } else if (auto& place = places[static_cast<std::size_t>(hit->name)]; !place) {
-      place = hit->offset;
+/// Calls `visit(name, offset)` for each name of the text from its header's end on. A name among the
+/// header's ten bytes doesn't count.
+template <typename Visit>
+void ForEachID3v2Name(ID3v2TagText& text, Visit visit) {
+  constexpr std::size_t kOverlap = 3;  // of a name that begins at a piece's last byte
+  const std::size_t step = text.IsWhole() ? text.Size() : ID3v2TagText::kPiece - kOverlap;
+  for (std::size_t begin = kID3v2HeaderBytes; begin < text.Size(); begin += step) {
+    const std::string_view piece = text.Piece(begin, step + kOverlap);
+    auto hit = FindID3v2Name(piece, 0);
+    for (; hit && hit->offset < step; hit = FindID3v2Name(piece, hit->offset + 1)) {
+      visit(hit->name, begin + hit->offset);
     }
   }
+}
+
+/// Fills the fields from the text of a tag. False if a frame tells a size above 2^31-1.
+bool FillFromTagText(ID3v2TagText& text, Mp3Info& info) {
+  std::array<std::optional<std::size_t>, kPictureName + 1> places;
+  ID3v2Comments comments(text);
+  ForEachID3v2Name(text, [&](ID3v2Name name, std::size_t offset) {
+    if (name == ID3v2Name::COMM) {
+      comments.Add(offset);
+    } else if (auto& place = places[static_cast<std::size_t>(name)]; !place) {
+      place = offset;
+    }
+  });
   for (std::size_t i = 0; i < kTextFields.size(); ++i) {
     std::optional<TagText> value = TagText();
     if (places[i]) value = ReadFrameText(*places[i] + 1, text);
@@ -47,6 +61,41 @@ bool FillFromTagText(std::string_view text, Mp3Info& info) {
   }
   info.HasPicture = places[kPictureName].has_value();
   return comments.StoreIn(info);
+}
+
+/// The next frame of a walk. Where the walk ends it goes on at the next known name that begins a
+/// frame: a picture that this program has added is followed by zero bytes, and may be a byte longer
+/// than its frame tells.
+std::optional<ID3v2WalkedFrame> NextOrFoundFrame(std::string_view tag, ID3v2Walk& walk) noexcept {
+  std::optional<ID3v2WalkedFrame> frame = walk.Next();
+  auto hit = frame ? std::nullopt : FindID3v2Name(tag, walk.Offset());
+  for (; hit && !frame; hit = FindID3v2Name(tag, hit->offset + 1)) {
+    walk.GoTo(hit->offset);
+    frame = walk.Next();
+  }
+  return frame;
+}
+
+/// Fills the fields from the frames of a tag of version 3 or 4.
+void FillFromFrames(std::string_view tag, Mp3Info& info) {
+  std::array<std::optional<std::string_view>, kPictureName + 1> values;
+  ID3v2Comments comments{ID3v2TagText(tag)};
+  ID3v2Walk walk(tag);
+  while (const std::optional<ID3v2WalkedFrame> frame = NextOrFoundFrame(tag, walk)) {
+    const auto name = FindID3v2Name(frame->name, 0);
+    if (!name) continue;
+    if (name->name == ID3v2Name::COMM) {
+      comments.Add(frame->offset, frame->body.size());
+    } else if (auto& value = values[static_cast<std::size_t>(name->name)]; !value) {
+      const ID3v2ValueRange range = RawFrameValue(tag.size(), frame->offset, frame->body.size());
+      value = tag.substr(range.begin, range.size);
+    }
+  }
+  for (std::size_t i = 0; i < kTextFields.size(); ++i) {
+    info.*kTextFields[i] = CleanFrameValue(values[i].value_or(""));
+  }
+  info.HasPicture = values[kPictureName].has_value();
+  (void)comments.StoreIn(info);
 }
 
 }  // namespace
@@ -61,7 +110,18 @@ bool HasID3v2Tag(const std::string& path) {
 std::string ReadID3v2Tag(FileBytes& file, ID3v2Versions versions, Mp3Info& info) {
   const std::optional<ID3v2Header> header = ParseID3v2Header(file.Read(0, kID3v2HeaderBytes));
   if (!header || !IsWantedVersion(header->version, versions)) return {};
-  return FillFromTagText(LoadID3v2Text(file, *header), info) ? "OK" : "";
+  ID3v2TagText text(file, *header);
+  return FillFromTagText(text, info) ? "OK" : "";
+}
+
+std::string ReadID3v2TagByFrames(FileBytes& file, Mp3Info& info) {
+  const std::optional<ID3v2Header> header = ParseID3v2Header(file.Read(0, kID3v2HeaderBytes));
+  if (!header || (header->version != 3 && header->version != 4)) {
+    return ReadID3v2Tag(file, ID3v2Versions::kAny, info);
+  }
+  const auto tag_bytes = static_cast<std::size_t>(header->size) + kID3v2HeaderBytes;
+  FillFromFrames(LoadID3v2Text(file, *header).substr(0, tag_bytes), info);
+  return "OK";
 }
 
 std::string ReadID3v2Tag(const std::string& path, ID3v2Versions versions, Mp3Info& info) {

@@ -35,6 +35,11 @@ enum class ID3v2Versions {
 [[nodiscard]] std::string ReadID3v2Tag(const std::string& path, ID3v2Versions versions,
                                        Mp3Info& info);
 
+/// ReadID3v2Tag with any version, but in a tag of version 3 or 4 each value ends where its frame
+/// truly does (TrueFrameSize), and a name inside another text is none: for texts that are to be
+/// written back without having been seen. No frame fails it.
+[[nodiscard]] std::string ReadID3v2TagByFrames(FileBytes& file, Mp3Info& info);
+
 /// ReadID3v2Tag on `bytes` in the place of the file.
 [[nodiscard]] std::string ParseID3v2Tag(std::string_view bytes, ID3v2Versions versions,
                                         Mp3Info& info);

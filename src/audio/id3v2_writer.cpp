@@ -114,10 +114,7 @@ std::string WriteNewTag(TagWriting& writing, const std::string& path, bool withP
   const ID3v2Plan plan = PlanNewTag(*head, file.Length(), picture, info);
   if (!plan.error.empty()) return plan.error;
   error = CarryOut(plan, file, writing.yield);
-  if (error.empty()) {
-    writing.losses.frames += plan.losses.frames;
-    writing.losses.long_texts += plan.losses.long_texts;
-  }
+  if (error.empty()) writing.losses += plan.losses;
   return error;
 }
 

@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::size_t kFieldLetters = 3;
 constexpr std::size_t kFieldHead = 8;  // letters and five digits
-constexpr std::size_t kLongestField = 32767;
 
 constexpr std::size_t kEndAlone = 15;  // size digits and end mark
 
@@ -45,7 +44,7 @@ bool WalkLyrics3Fields(std::string_view bytes, std::int64_t limit, Lyrics3& lyri
     if (rest.size() < kFieldHead) return false;
     const std::optional<std::size_t> length =
         DigitsToNumber(rest.substr(kFieldLetters, kFieldHead - kFieldLetters));
-    if (!length || *length > kLongestField || *length > rest.size() - kFieldHead) return false;
+    if (!length || *length > kLongestLyrics3Field || *length > rest.size() - kFieldHead) return false;
     StoreLyrics3Field(rest.substr(0, kFieldHead + *length), lyrics);
     at += kFieldHead + *length;
   }

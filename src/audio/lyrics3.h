@@ -56,6 +56,9 @@ inline constexpr std::array<Lyrics3Field, 10> kLyrics3Fields = {{
     {"MOO", &Lyrics3::Lyrics3Moo},
 }};
 
+/// The longest value that the reader takes, and so the longest that is written.
+inline constexpr std::size_t kLongestLyrics3Field = 32767;
+
 /// Where a block stands. Offsets count from 0.
 struct Lyrics3Block {
   std::int64_t start = 0;     ///< of "LYRICSBEGIN"

@@ -5,7 +5,6 @@ namespace tunemeadow {
 namespace {
 
 constexpr std::size_t kLengthDigits = 5;
-constexpr std::size_t kLargestLength = 99999;
 constexpr std::size_t kLargestBlock = 999999;
 constexpr std::size_t kID3v1TextBytes = 30;  // an extended name is for what is longer
 
@@ -39,7 +38,7 @@ std::optional<std::string> BuildLyrics3Block(const Lyrics3& fields) {
     const TagText& value = fields.*known.field;
     const std::size_t shortest = IsExtendedName(known.field) ? kID3v1TextBytes + 1 : 1;
     if (value.size() < shortest) continue;
-    if (value.size() > kLargestLength) return std::nullopt;
+    if (value.size() > kLongestLyrics3Field) return std::nullopt;
     block += known.letters;
     AppendDigits(value.size(), kLengthDigits, block);
     block += value;

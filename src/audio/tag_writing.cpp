@@ -2,6 +2,7 @@
 #include "audio/tag_writing.h"
 
 #include <algorithm>
+#include <array>
 #include <new>
 #include <optional>
 #include <string_view>
@@ -15,6 +16,31 @@ namespace {
 
 constexpr std::int64_t kLongestTagRange = std::int64_t{1} << 20;
 
+/// A loss and the words for one and for many of its kind, in the order in which they are told.
+struct LossClause {
+  int TagLosses::*count;
+  std::string_view one, many;
+};
+constexpr std::array<LossClause, 9> kLossClauses = {{
+    {&TagLosses::frames, " frame that has no place in the new tag was dropped",
+     " frames that have no place in the new tag were dropped"},
+    {&TagLosses::texts, " text of the old tag could not be kept",
+     " texts of the old tag could not be kept"},
+    {&TagLosses::values, " further value of a text was dropped",
+     " further values of texts were dropped"},
+    {&TagLosses::pictures, " picture could not be kept whole", " pictures could not be kept whole"},
+    {&TagLosses::characters, " text holds characters outside Windows-1252",
+     " texts hold characters outside Windows-1252"},
+    {&TagLosses::long_texts, " long text may be misread by other programs",
+     " long texts may be misread by other programs"},
+    {&TagLosses::blocks, " LYRICS3 block that could not be read was replaced",
+     " LYRICS3 blocks that could not be read were replaced"},
+    {&TagLosses::sounds, " LYRICS3 block was written over 128 bytes of sound",
+     " LYRICS3 blocks were written over 128 bytes of sound each"},
+    {&TagLosses::cut_texts, " text was cut to 255 characters", " texts were cut to 255 characters"},
+}};
+static_assert(sizeof(TagLosses) == kLossClauses.size() * sizeof(int));
+
 /// Adds "1 what one does" or "n what many do" to the clauses of a sentence.
 void AddClause(int count, std::string_view one, std::string_view many, std::string& sentence) {
   if (count <= 0) return;
@@ -25,18 +51,21 @@ void AddClause(int count, std::string_view one, std::string_view many, std::stri
 
 }  // namespace
 
+TagLosses& TagLosses::operator+=(const TagLosses& more) noexcept {
+  for (const LossClause& clause : kLossClauses) this->*clause.count += more.*clause.count;
+  return *this;
+}
+
+bool TagLosses::Any() const noexcept {
+  return std::any_of(kLossClauses.begin(), kLossClauses.end(),
+                     [this](const LossClause& clause) { return this->*clause.count > 0; });
+}
+
 std::string LossSentence(const TagLosses& losses) {
   std::string sentence;
-  AddClause(losses.frames, " frame that has no place in the new tag was dropped",
-            " frames that have no place in the new tag were dropped", sentence);
-  AddClause(losses.characters, " text holds characters outside Windows-1252",
-            " texts hold characters outside Windows-1252", sentence);
-  AddClause(losses.long_texts, " long text may be misread by other programs",
-            " long texts may be misread by other programs", sentence);
-  AddClause(losses.blocks, " LYRICS3 block that could not be read was replaced",
-            " LYRICS3 blocks that could not be read were replaced", sentence);
-  AddClause(losses.cut_texts, " text was cut to 255 characters",
-            " texts were cut to 255 characters", sentence);
+  for (const LossClause& clause : kLossClauses) {
+    AddClause(losses.*clause.count, clause.one, clause.many, sentence);
+  }
   if (!sentence.empty()) sentence += '.';
   return sentence;
 }

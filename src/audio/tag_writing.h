@@ -28,10 +28,14 @@ struct TagLosses {
   int long_texts = 0;  ///< frames of 128 bytes and more, whose size other programs misread
   int blocks = 0;      ///< Lyrics3 blocks that could not be read whole and were replaced
   int cut_texts = 0;   ///< texts cut to the 255 characters that a row has room for
+  int texts = 0;       ///< of an old ID3v2 tag that cannot be read as they are and so were not kept
+  int values = 0;      ///< of texts of an old ID3v2 tag, beside the first value of each
+  int pictures = 0;    ///< of an old ID3v2 tag that were dropped, or copied and cannot be seen now
+  int sounds = 0;      ///< Lyrics3 blocks written over the last 128 bytes of sound
 
-  [[nodiscard]] bool Any() const noexcept {
-    return frames + characters + long_texts + blocks + cut_texts > 0;
-  }
+  TagLosses& operator+=(const TagLosses& more) noexcept;
+
+  [[nodiscard]] bool Any() const noexcept;
 };
 
 /// One short sentence for the status line; empty where nothing was lost.
