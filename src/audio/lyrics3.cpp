@@ -44,7 +44,8 @@ bool WalkLyrics3Fields(std::string_view bytes, std::int64_t limit, Lyrics3& lyri
     if (rest.size() < kFieldHead) return false;
     const std::optional<std::size_t> length =
         DigitsToNumber(rest.substr(kFieldLetters, kFieldHead - kFieldLetters));
-    if (!length || *length > kLongestLyrics3Field || *length > rest.size() - kFieldHead) return false;
+    if (!length || *length > kLongestLyrics3Field || *length > rest.size() - kFieldHead)
+      return false;
     StoreLyrics3Field(rest.substr(0, kFieldHead + *length), lyrics);
     at += kFieldHead + *length;
   }

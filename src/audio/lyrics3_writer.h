@@ -16,10 +16,11 @@ struct Lyrics3Texts {
 };
 
 /// Sets lyrics, mood and situation in `block`, which holds what the file's own block was read to
-/// hold (also one that could not be read whole; or nothing), and writes it: at 127 bytes before the end of the file, or at the start of
-/// the old block where there is one, as it would lie before an ID3v1 record; that record follows
-/// it. Without a record that is inside the last bytes of the file, which is how blocks have always
-/// been written here: 128 bytes of sound go, and `writing.losses` counts it.
+/// hold (also one that could not be read whole; or nothing), and writes it: at 127 bytes before the
+/// end of the file, or at the start of the old block where there is one, as it would lie before an
+/// ID3v1 record; that record follows it. Without a record that is inside the last bytes of the
+/// file, which is how blocks have always been written here: 128 bytes of sound go, and
+/// `writing.losses` counts it.
 ///
 /// `ok` is true if the file now ends with the block and its record, or needs none. False, and the
 /// file as before, where it cannot be written, a field is longer than 32767 bytes, which no reader

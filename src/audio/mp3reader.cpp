@@ -251,7 +251,7 @@ std::uint32_t BitTextToNumber(std::string_view digits) noexcept {
 }
 
 std::string QualityText(const Mp3Info& info) {
-  if (info.NoHeader) return "damaged header";
+  if (info.NoHeader) return std::string(kDamagedHeader);
   return std::to_string(info.Bitrate) + (info.IsVbr ? " kbps (VBR)" : " kbps") + " / " +
          FormatShortest(info.SampleRate / 1000.0) + " khz / " + info.ChannelMode;
 }

@@ -63,6 +63,9 @@ void ReadMp3Info(const std::string& path, bool readID3v1, bool readHeader, Mp3In
 /// The number that up to 32 binary digits stand for; 0 for an empty text.
 [[nodiscard]] std::uint32_t BitTextToNumber(std::string_view digits) noexcept;
 
+/// The quality of a file without a frame header.
+inline constexpr std::string_view kDamagedHeader = "damaged header";
+
 /// What the catalogue shows as quality: "128 kbps / 44.1 khz / Stereo", "192 kbps (VBR) / ..." or
 /// "damaged header".
 [[nodiscard]] std::string QualityText(const Mp3Info& info);

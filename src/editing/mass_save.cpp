@@ -100,6 +100,8 @@ class MassSave {
   /// Every value is the track's own but for those of the ticked fields.
   void TakeTexts(std::size_t row) {
     texts_ = bench_.ListView1.Record(row);
+    // An import notes the number 0 for none; a save leaves it out.
+    if (texts_[TrackField::trackno] == "0") texts_[TrackField::trackno].clear();
     for (const TickedField& field : ticked_) texts_[field.field] = field.text;
     for (const TrackFieldRow& each : kTrackFieldTable) {
       if (!each.editor.ruled) continue;

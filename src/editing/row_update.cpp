@@ -38,7 +38,7 @@ void UpdateRowOfFile(Workbench& bench, const RowUpdate& update, const SelectedFi
 
 }  // namespace
 
-const RowUpdate kPictureAdded = {.before = "Update MP3sTabelle set datetimeoffile ='",
+const RowUpdate kPictureAdded = {.before = "Update MP3sTabelle set datetimeoffile='",
                                  .after = "',haspic=1 where UID=",
                                  .cells = kWithPicture};
 const RowUpdate kPictureRemoved = {.before = "Update MP3sTabelle set haspic=0 ,datetimeoffile ='",

@@ -39,7 +39,7 @@ constexpr std::array kRemovals = {
              .cells = kCellsWithoutId3v2}},
     Removal{SavedTag::kLyrics3,
             "",
-            {.before = "Update MP3sTabelle set datetimeoffile ='",
+            {.before = "Update MP3sTabelle set datetimeoffile='",
              .after = "' where UID=",
              .cells = {}}}};
 

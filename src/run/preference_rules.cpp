@@ -49,6 +49,10 @@ SavingControls EnabledSavingControls(bool chkSaveTags, bool chkSaveTags23) noexc
           .chkSaveLyrics2 = chkSaveTags};
 }
 
+bool WritesOverSound(bool chkSaveTags, bool chkSaveTags11, bool chkSaveLyrics2) noexcept {
+  return chkSaveTags && chkSaveLyrics2 && !chkSaveTags11;
+}
+
 PreferenceVerdict ValidatePreferences(const Preferences& preferences) {
   const bool chosen = !EncoderOf(preferences.cboEncoder).text.empty();
   const bool program = chosen && !IsLibraryEncoder(preferences.cboEncoder);

@@ -58,6 +58,11 @@ struct SavingControls {
 };
 [[nodiscard]] SavingControls EnabledSavingControls(bool chkSaveTags, bool chkSaveTags23) noexcept;
 
+/// Whether saves write the LYRICS3 tag over the last 128 bytes of sound of a file that has no ID3v1
+/// tag: they write no ID3v1 tag first, which the LYRICS3 tag would stand before.
+[[nodiscard]] bool WritesOverSound(bool chkSaveTags, bool chkSaveTags11,
+                                   bool chkSaveLyrics2) noexcept;
+
 /// What does not fit together.
 struct PreferenceVerdict {
   std::vector<std::string> messages;  ///< in the order in which they are shown

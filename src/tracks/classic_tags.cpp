@@ -22,14 +22,17 @@ namespace {
 struct WantedTags {
   bool id3v2, id3v1;
   ID3v2Versions versions;
+  bool by_frames = false;  ///< ID3v2 texts end where their frames do
 };
 
 /// The ID3v2 values are taken out before the analysis, which clears them.
 void ReadMpegTags(FileBytes& file, const WantedTags& wanted, ScanProgress* progress, Mp3Info& info,
                   TagCandidates& candidates) {
   candidates.has_id3v2 = HasID3v2Tag(file);
-  if (wanted.id3v2 && candidates.has_id3v2 && ReadID3v2Tag(file, wanted.versions, info) == "OK") {
-    TakeID3v2Values(info, candidates);
+  if (wanted.id3v2 && candidates.has_id3v2) {
+    const std::string result = wanted.by_frames ? ReadID3v2TagByFrames(file, info)
+                                                : ReadID3v2Tag(file, wanted.versions, info);
+    if (result == "OK") TakeID3v2Values(info, candidates);
   }
   ID3v1Tag record;
   candidates.has_id3v1 = ReadID3v1Tag(file, record);
@@ -50,14 +53,12 @@ std::string PlaytimeText(std::int32_t seconds) {
   return std::to_string(seconds / 60) + (rest < 10 ? ":0" : ":") + std::to_string(rest);
 }
 
-/// Of the file's own block what is no text of a track stays; that of another file must not come in
-/// its place.
+/// Of the file's own block what is no text of a track stays, as far as it can be read; that of
+/// another file must not come in its place.
 bool WriteLyrics3(const std::string& path, const TrackTexts& texts, TagWriting& writing) {
   Lyrics3 block;
-  if (!ReadLyrics3Tag(path, block)) {
-    if (HasLyrics3Tag(path, block)) ++writing.losses.blocks;
-    block = {};
-  }
+  const bool whole = ReadLyrics3Tag(path, block);
+  if (!whole && HasLyrics3Tag(path, block)) ++writing.losses.blocks;
   bool ok = false;
   WriteTag(writing, path, FillLyrics3(texts, writing.losses), block, ok);
   return ok;
@@ -105,6 +106,11 @@ void ClassicTags::Read(FileBytes& file, FileKind kind, const Preferences& option
   }
   MergeTags(candidates_, {is_mpeg ? &info_ : nullptr}, texts);
   SetStreamTexts(info_, kind, texts);
+  if (is_mpeg && file.IsOpen() && file.Length() == 0) {  // the record still holds the file before
+    texts[TrackField::quality] = kDamagedHeader;
+    texts[TrackField::Playtime] = PlaytimeText(0);
+    texts[TrackField::playtimereal] = "0";
+  }
 }
 
 bool ClassicTags::ReadTexts(const std::string& path, TrackTexts& texts) {
@@ -112,8 +118,9 @@ bool ClassicTags::ReadTexts(const std::string& path, TrackTexts& texts) {
   if (!file.Open(path)) return false;
   Mp3Info info;
   candidates_.Clear();
-  ReadMpegTags(file, {.id3v2 = true, .id3v1 = true, .versions = ID3v2Versions::kAny}, nullptr, info,
-               candidates_);
+  ReadMpegTags(file,
+               {.id3v2 = true, .id3v1 = true, .versions = ID3v2Versions::kAny, .by_frames = true},
+               nullptr, info, candidates_);
   MergeTags(candidates_, {&info}, texts);
   // A file without any track is none of the number 0.
   std::string& track = texts[TrackField::trackno];

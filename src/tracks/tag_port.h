@@ -60,7 +60,8 @@ class TagPort {
                     ScanProgress* progress, TrackTexts& texts) = 0;
 
   /// The tag texts that a rewrite of the tags of an MPEG file has to keep, whatever an import
-  /// passes over. False where the file cannot be opened; `texts` is then as before.
+  /// passes over: each ID3v2 text ends where its frame does. False where the file cannot be opened;
+  /// `texts` is then as before.
   [[nodiscard]] virtual bool ReadTexts(const std::string& path, TrackTexts& texts) = 0;
 
   /// Writes one tag. A Lyrics3 block keeps what of the old one is no text of a track. What the tag

@@ -51,8 +51,10 @@ TEST(CountID3v2Losses, CountsWhatTheNewTagHasNoPlaceFor) {
   for (const int version : {3, 4}) {
     for (const auto& each : cases) {
       const int lost = each.frames.find("bad!") == std::string::npos ? each.lost : 0;
-      EXPECT_EQ(CountID3v2Losses(Id3v2Tag(each.frames, version, 30), {}, {}).frames, lost) << each.frames;
-      EXPECT_EQ(CountID3v2Losses(Id3v2Tag(each.frames, version), {}, {}).frames, lost) << each.frames;
+      EXPECT_EQ(CountID3v2Losses(Id3v2Tag(each.frames, version, 30), {}, {}).frames, lost)
+          << each.frames;
+      EXPECT_EQ(CountID3v2Losses(Id3v2Tag(each.frames, version), {}, {}).frames, lost)
+          << each.frames;
     }
   }
 }
@@ -72,7 +74,8 @@ TEST(CountID3v2Losses, KnowsTheShortNamesAndTheExtendedHeader) {
 
 TEST(CountID3v2Losses, EveryCutIsHarmless) {
   const std::string tag = Id3v2Tag(Comment("d", "v") + Id3v2Frame("TXXX", "\1\xFF\xFE"s), 3, 4);
-  for (std::size_t n = 0; n <= tag.size(); ++n) EXPECT_LE(CountID3v2Losses(tag.substr(0, n), {}, {}).frames, 2);
+  for (std::size_t n = 0; n <= tag.size(); ++n)
+    EXPECT_LE(CountID3v2Losses(tag.substr(0, n), {}, {}).frames, 2);
 }
 
 }  // namespace

@@ -82,7 +82,8 @@ void frmPreferences::ConnectControls() {
     ChooseFileFor(*ui_->encoding.lblEncoderPath, interaction_,
                   {.title = "Program location", .start = "/usr/bin/"});
   });
-  for (QCheckBox* box : {ui_->saving.chkSaveTags, ui_->saving.chkSaveTags23}) {
+  for (QCheckBox* box : {ui_->saving.chkSaveTags, ui_->saving.chkSaveTags23,
+                         ui_->saving.chkSaveTags11, ui_->saving.chkSaveLyrics2}) {
     connect(box, &QCheckBox::toggled, this, &frmPreferences::EnableSavingControls);
   }
   connect(ui_->encoding.cboEncoder, &QComboBox::activated, this, &frmPreferences::cboEncoder_Click);
@@ -175,6 +176,9 @@ void frmPreferences::EnableSavingControls() {
   page.lblLyricsSaved->setEnabled(enabled.lyrics_label);
   page.chkSaveLyrics1->setEnabled(enabled.chkSaveLyrics1);
   page.chkSaveLyrics2->setEnabled(enabled.chkSaveLyrics2);
+  page.lblLyricsWarning->setVisible(WritesOverSound(page.chkSaveTags->isChecked(),
+                                                    page.chkSaveTags11->isChecked(),
+                                                    page.chkSaveLyrics2->isChecked()));
 }
 
 void frmPreferences::EnableEncoderControls() {
