@@ -4,7 +4,6 @@
 //   that reader's result), info (the whole record after the analysis), quality, lyrics3 (null, or
 //   its fields), row (what an import with the default settings would write).
 // As in an import one record serves all files: what a file leaves out stays from the one before.
-#include <array>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -29,43 +28,58 @@ using tunemeadow::Lyrics3;
 using tunemeadow::Mp3Info;
 using tunemeadow::TagText;
 
-std::string Quoted(std::string_view text) {
-  std::string quoted = "\"";
+void Put(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+
+void PutQuoted(std::string_view text) {
+  std::putchar('"');
   for (const char each : text) {
-    const auto code = static_cast<unsigned char>(each);
-    if (code < 0x20) {
-      std::array<char, 8> escape{};
-      std::snprintf(escape.data(), escape.size(), "\\u%04x", code);
-      quoted += escape.data();
+    if (static_cast<unsigned char>(each) < 0x20) {
+      std::printf("\\u%04x", static_cast<unsigned>(each));
     } else {
-      if (each == '"' || each == '\\') quoted += '\\';
-      quoted += each;
+      if (each == '"' || each == '\\') std::putchar('\\');
+      std::putchar(each);
     }
   }
-  return quoted + '"';
+  std::putchar('"');
 }
 
-/// Members in the order in which they are added.
+/// Members in the order in which they are added, printed as they come: a hostile tag makes long
+/// ones. The object ends with its scope.
 class JsonObject {
  public:
+  JsonObject() { Put("{"); }
+  ~JsonObject() { Put("}"); }
+  JsonObject(const JsonObject&) = delete;
+  JsonObject& operator=(const JsonObject&) = delete;
+
+  /// The value is what is printed next.
+  void AddName(std::string_view name) {
+    Put(first_ ? "" : ", ");
+    first_ = false;
+    PutQuoted(name);
+    Put(": ");
+  }
   void AddRaw(std::string_view name, std::string_view value) {
-    members_ += (members_.empty() ? "" : ", ") + Quoted(name) + ": " + std::string(value);
+    AddName(name);
+    Put(value);
+  }
+  void AddText(std::string_view name, std::string_view text) {
+    AddName(name);
+    PutQuoted(text);
   }
   void AddTag(std::string_view name, std::string_view tag_text) {
-    AddRaw(name, Quoted(tunemeadow::FromTagText(tag_text)));
+    AddText(name, tunemeadow::FromTagText(tag_text));
   }
   void AddNumber(std::string_view name, std::int64_t number) {
     AddRaw(name, std::to_string(number));
   }
   void AddFlag(std::string_view name, bool flag) { AddRaw(name, flag ? "true" : "false"); }
 
-  [[nodiscard]] std::string Text() const { return "{" + members_ + "}"; }
-
  private:
-  std::string members_;
+  bool first_ = true;
 };
 
-std::string JsonOf(const Mp3Info& i) {
+void PutJson(const Mp3Info& i) {
   JsonObject o;
   o.AddNumber("Bitrate", i.Bitrate);
   o.AddNumber("SampleRate", i.SampleRate);
@@ -105,10 +119,9 @@ std::string JsonOf(const Mp3Info& i) {
   o.AddTag("Preference", i.Preference);
   o.AddFlag("HasPicture", i.HasPicture);
   o.AddFlag("NoHeader", i.NoHeader);
-  return o.Text();
 }
 
-std::string JsonOf(const Lyrics3& l) {
+void PutJson(const Lyrics3& l) {
   JsonObject o;
   o.AddTag("Lyrics3Lyr", l.Lyrics3Lyr);
   o.AddTag("Lyrics3Inf", l.Lyrics3Inf);
@@ -122,11 +135,10 @@ std::string JsonOf(const Lyrics3& l) {
   o.AddTag("Lyrics3Moo", l.Lyrics3Moo);
   o.AddTag("Lyrics3Other", l.Lyrics3Other);
   o.AddTag("Lyrics3SizeText", l.Lyrics3SizeText);
-  return o.Text();
 }
 
 /// The columns that the statement of the row names. Paths that are not UTF-8 are shown, not kept.
-std::string JsonOf(const tunemeadow::ImportRow& row) {
+void PutJson(const tunemeadow::ImportRow& row) {
   JsonObject o;
   for (const tunemeadow::TrackField field :
        tunemeadow::FieldsInOrder<&tunemeadow::TrackFieldRow::insert>()) {
@@ -134,42 +146,58 @@ std::string JsonOf(const tunemeadow::ImportRow& row) {
     if (!row.whole && text.empty()) continue;
     std::string_view name = tunemeadow::RowOf(field).insert.text;
     if (name.front() == '[') name = name.substr(1, name.size() - 2);
-    o.AddRaw(name, Quoted(tunemeadow::DisplayPath(text)));
+    o.AddText(name, tunemeadow::DisplayPath(text));
   }
-  return o.Text();
 }
 
 void AddMp3(tunemeadow::FileBytes& file, Mp3Info& info, JsonObject& o) {
-  std::string id3v2 = "null";
-  if (tunemeadow::HasID3v2Tag(file)) {
-    const auto any = tunemeadow::ID3v2Versions::kAny;
-    id3v2 = tunemeadow::ReadID3v2Tag(file, any, info) == "OK" ? JsonOf(info) : Quoted("");
-  }
   tunemeadow::ID3v1Tag tag;
-  const bool has_id3v1 = tunemeadow::ReadID3v1Tag(file, tag);
-  tunemeadow::ReadMp3Info(file, has_id3v1, true, info);
+  o.AddFlag("id3v1", tunemeadow::ReadID3v1Tag(file, tag));
+  o.AddName("id3v2");
+  if (!tunemeadow::HasID3v2Tag(file)) {
+    Put("null");
+  } else if (ReadID3v2Tag(file, tunemeadow::ID3v2Versions::kAny, info) == "OK") {
+    PutJson(info);
+  } else {
+    PutQuoted("");
+  }
+  tunemeadow::ReadMp3Info(file, tunemeadow::ReadID3v1Tag(file, tag), true, info);
+  o.AddName("info");
+  PutJson(info);
+  o.AddText("quality", QualityText(info));
   Lyrics3 lyrics;
-  const bool has_lyrics3 = tunemeadow::ReadLyrics3Tag(file, lyrics);
-  o.AddFlag("id3v1", has_id3v1);
-  o.AddRaw("id3v2", id3v2);
-  o.AddRaw("info", JsonOf(info));
-  o.AddRaw("quality", Quoted(QualityText(info)));
-  o.AddRaw("lyrics3", has_lyrics3 ? JsonOf(lyrics) : "null");
+  o.AddName("lyrics3");
+  if (tunemeadow::ReadLyrics3Tag(file, lyrics)) {
+    PutJson(lyrics);
+  } else {
+    Put("null");
+  }
 }
 
 void AddFindings(const std::string& path, tunemeadow::FileBytes& file, Mp3Info& info,
                  JsonObject& o) {
   if (!file.Open(path)) {
-    o.AddRaw("error", Quoted("not a file that can be read"));
+    o.AddText("error", "not a file that can be read");
     return;
   }
   o.AddNumber("length", file.Length());
   if (tunemeadow::HasExtension(path, "ogg")) {
-    o.AddRaw("ogg", Quoted(ReadOggInfo(file, info)));
-    o.AddRaw("info", JsonOf(info));
+    o.AddText("ogg", ReadOggInfo(file, info));
+    o.AddName("info");
+    PutJson(info);
   } else {
     AddMp3(file, info, o);
   }
+}
+
+void PutLine(const std::string& path, tunemeadow::FileBytes& file, Mp3Info& info,
+             tunemeadow::ImportReader& reader) {
+  JsonObject line;
+  line.AddText("path", tunemeadow::DisplayPath(path));
+  AddFindings(path, file, info, line);
+  file.Close();
+  line.AddName("row");
+  PutJson(reader.Read(path, nullptr));
 }
 
 }  // namespace
@@ -185,11 +213,8 @@ int main(int argc, char** argv) {
   tunemeadow::ClassicTags tags;
   tunemeadow::ImportReader reader(options, tags);
   for (int i = 1; i < argc; ++i) {
-    JsonObject line;
-    line.AddRaw("path", Quoted(tunemeadow::DisplayPath(argv[i])));
-    AddFindings(argv[i], file, info, line);
-    line.AddRaw("row", JsonOf(reader.Read(argv[i], nullptr)));
-    std::puts(line.Text().c_str());
+    PutLine(argv[i], file, info, reader);
+    std::putchar('\n');
   }
   return 0;
 }

@@ -74,12 +74,13 @@ std::string WriteID3v2(const std::string& path, const TrackTexts& texts, bool wi
 
 }  // namespace
 
-void SetStreamTexts(const Mp3Info& info, FileKind kind, TrackTexts& texts) {
+void SetStreamTexts(const Mp3Info& info, FileKind kind, bool empty, TrackTexts& texts) {
   // A stream whose header was not found lasts no time, whatever the record still holds; of an Ogg
   // stream neither bit rate nor play time is known.
   const bool is_mpeg = kind == FileKind::kMp3;
-  const std::int32_t seconds = is_mpeg && !info.NoHeader ? info.Playtime : 0;
+  const std::int32_t seconds = is_mpeg && !info.NoHeader && !empty ? info.Playtime : 0;
   texts[TrackField::quality] = is_mpeg ? QualityText(info) : "0 kbps";
+  if (is_mpeg && empty) texts[TrackField::quality] = kDamagedHeader;
   texts[TrackField::Playtime] = PlaytimeText(seconds);
   texts[TrackField::playtimereal] = std::to_string(seconds);
   if (!is_mpeg) return;
@@ -105,12 +106,7 @@ void ClassicTags::Read(FileBytes& file, FileKind kind, const Preferences& option
     TakeLyrics3Values(lyrics3_, candidates_);
   }
   MergeTags(candidates_, {is_mpeg ? &info_ : nullptr}, texts);
-  SetStreamTexts(info_, kind, texts);
-  if (is_mpeg && file.IsOpen() && file.Length() == 0) {  // the record still holds the file before
-    texts[TrackField::quality] = kDamagedHeader;
-    texts[TrackField::Playtime] = PlaytimeText(0);
-    texts[TrackField::playtimereal] = "0";
-  }
+  SetStreamTexts(info_, kind, file.IsOpen() && file.Length() == 0, texts);
 }
 
 bool ClassicTags::ReadTexts(const std::string& path, TrackTexts& texts) {

@@ -36,7 +36,8 @@ class ClassicTags : public TagPort {
 };
 
 /// Sets what `texts` lacks when the tags of an MPEG or Ogg file have been merged: quality and play
-/// time, of `info`, and the length of the comment.
-void SetStreamTexts(const Mp3Info& info, FileKind kind, TrackTexts& texts);
+/// time, of `info`, and the length of the comment. `empty`: the file holds nothing, and `info`
+/// still what the file before it did.
+void SetStreamTexts(const Mp3Info& info, FileKind kind, bool empty, TrackTexts& texts);
 
 }  // namespace tunemeadow

@@ -223,6 +223,48 @@ TEST(ReadID3v2Tag, AMillionCommentsThatAllReachToTheEndAreReadOnce) {
   EXPECT_EQ(info.Comment, "last" + Zero(91));
 }
 
+TEST(ReadID3v2Tag, ALargeTagIsReadInPiecesAsInOne) {
+  const TempFolder folder;
+  const std::string comment = Id3v2FieldFrame({"COMM", std::string(70'000, 'c')});
+  std::string frames;
+  for (int i = 0; i < 70; ++i) {
+    // The names stand at all places of a piece, also across its end.
+    frames += comment + MusicmatchFrame("Mood", std::to_string(i)) + std::string(65'521 + i, 'x');
+  }
+  frames += Id3v2FieldFrame({"USLT", std::string(200'000, 'l')}) + Id3v2FieldFrame({"TIT2", "B"});
+  const std::string path = folder.Write("a.mp3", Id3v2Tag(frames) + MpegFrame());
+  Mp3Info info;
+  ASSERT_EQ(ReadID3v2Tag(path, kAny, info), "OK");
+  Mp3Info measure;
+  EXPECT_EQ(plain::Parse(Id3v2Tag(frames) + MpegFrame(), measure), "OK");
+  EXPECT_TRUE(plain::Fields(info) == plain::Fields(measure));
+}
+
+std::string SizedSafely(std::string frame) {
+  return frame.replace(4, 4, BigEndian(frame.size() - 10, 4, 7));
+}
+
+TEST(ReadID3v2TagByFrames, EndsEachTextWhereItsFrameDoes) {
+  const std::string comment(123, 'c');
+  const std::string bio(300, 'b');
+  const std::string frames = SizedSafely(Id3v2FieldFrame({"USLT", "TALB in a song"})) +
+                             SizedSafely(Id3v2FieldFrame({"COMM", comment})) +
+                             SizedSafely(MusicmatchFrame("Bio", bio)) +
+                             MusicmatchFrame("Mood", "m") + PictureFrame(FakeJpeg());
+  // What this program puts behind a picture of its own ends the walk of others.
+  const std::string behind = Zero(13) + Id3v2FieldFrame({"TCON", "(17)Rock"});
+  for (const int version : {3, 4}) {
+    FileBytes file;
+    const std::string bytes = Id3v2Tag(frames + behind, version, 40) + MpegFrame();
+    file.OpenMemory(bytes);
+    Mp3Info info{.Album = "old"};
+    EXPECT_EQ(ReadID3v2TagByFrames(file, info), "OK");
+    EXPECT_EQ(info.Comment + info.Bio + info.Mood, comment + bio + "m");
+    EXPECT_EQ(info.Album + info.GenreV2, "(17)Rock");
+    EXPECT_TRUE(info.HasPicture);
+  }
+}
+
 TEST(SplitGenreText, TakesNumberAndNameApart) {
   const struct {
     const char* text;

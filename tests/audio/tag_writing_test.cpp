@@ -26,6 +26,10 @@ TEST(LossSentence, IsOneSentenceOfWhatWasLost) {
   EXPECT_EQ(LossSentence({.blocks = 1, .cut_texts = 2}),
             "1 LYRICS3 block that could not be read was replaced, "
             "2 texts were cut to 255 characters.");
+  EXPECT_EQ(LossSentence({.texts = 1, .values = 2, .pictures = 1, .sounds = 2}),
+            "1 text of the old tag could not be kept, 2 further values of texts were dropped, "
+            "1 picture could not be kept whole, "
+            "2 LYRICS3 blocks were written over 128 bytes of sound each.");
   EXPECT_EQ(LossSentence({2, 1, 3}),
             "2 frames that have no place in the new tag were dropped, "
             "1 text holds characters outside Windows-1252, "

@@ -267,6 +267,17 @@ TEST_F(SingleSave, WhatALyrics3BlockLosesIsToldOnce) {
   }
 }
 
+TEST_F(SingleSave, OfALyrics3BlockThatEndsBadlyWhatWasReadStays) {
+  const std::string file = Mp3File()
+                               .Frames(5)
+                               .Bytes("LYRICSBEGINAUT00003BobXYZ00001xLYR99999la000041LYRICS200")
+                               .Id3v1({});
+  AddTrack("a.mp3", file);
+  Edit().txtLyricsSave = "new";
+  Save();
+  EXPECT_NE(Bytes("a.mp3").find("LYR00003newAUT00003BobXYZ00001x"), std::string::npos);
+}
+
 TEST_F(SingleSave, AStatementThatFailsLeavesCellsAndFlags) {
   AddTrack("a.mp3", audio_, {{"Songname", "old"}});
   Edit().texts[TrackField::Songname] = "new";

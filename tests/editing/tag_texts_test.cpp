@@ -65,14 +65,15 @@ TEST_F(FilledInfo, ARecordTakesTheLeadingNumberOfATrackAndNoneThatIsTooLarge) {
 }
 
 TEST_F(FilledInfo, OfAFileIsWhatItsTagsSayWhateverAnImportPassesOver) {
-  const std::string long_comment(60, 'k');
-  folder_.Write(
-      "v2.mp3",
-      Mp3File()
-          .Id3v2(
-              {{"TPE1", "An'na"}, {"TRCK", "3/9"}, {"TCON", "(0)(17)Rock"}, {"COMM", long_comment}})
-          .Frames(5)
-          .Id3v1({.title = "old", .comment = "x", .track = 4, .genre = 8}));
+  const std::string long_comment(300, 'k');
+  folder_.Write("v2.mp3",
+                Mp3File()
+                    .Id3v2({{"TPE1", "An'na"}, {"TRCK", "3/9"}, {"TCON", "(0)(17)Rock"}},
+                           {.more_frames = "COMM" + BigEndian(305, 4, 7) + std::string(3, '\0') +
+                                           "eng" + '\0' + long_comment +
+                                           Id3v2FieldFrame({"TSRC", "not in the comment"})})
+                    .Frames(5)
+                    .Id3v1({.title = "old", .comment = "x", .track = 4, .genre = 8}));
   folder_.Write("v1.mp3", audio_ + Id3v1Record({.title = "Sky", .genre = 17}));
   folder_.Write("blues.mp3", Id3v2Tag({{"TCON", "(0)"}}) + audio_);
   ClassicTags tags;

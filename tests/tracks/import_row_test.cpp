@@ -27,7 +27,7 @@ struct Findings {
   [[nodiscard]] ImportRow MakeRow() const {
     ImportRow row;
     MergeTags(found, {&info}, row.texts);
-    SetStreamTexts(info, facts.kind, row.texts);
+    SetStreamTexts(info, facts.kind, facts.length == 0, row.texts);
     FinishImportRow(facts, options, "2001-02-03 04:05:06", row);
     return row;
   }
@@ -139,8 +139,11 @@ TEST(ImportRow, ShowsStreamAndSize) {
   EXPECT_EQ(row[quality], "damaged header");
   EXPECT_EQ(row[Playtime] + "=" + row[playtimereal], "0:00=0");
 
+  findings.info.NoHeader = false;
   findings.facts.length = 0;
-  EXPECT_EQ(findings.Row()[Filesize], "0.00 MB");
+  row = findings.Row();
+  EXPECT_EQ(row[Filesize], "0.00 MB");
+  EXPECT_EQ(row[quality] + "=" + row[playtimereal], "damaged header=0") << "of an empty file";
   findings.facts.length.reset();
   EXPECT_EQ(findings.Row()[Filesize] + "=" + findings.Row()[filesizereal], "=");
 }

@@ -139,7 +139,16 @@ TEST_F(PreferencesWindow, BoxesOfTheSavingPageDependOnEachOther) {
   EXPECT_EQ(enabled(), "xxx-x") << "the rule was not applied at the load";
   Find<QCheckBox>(Window(), "chkSaveTags23").click();
   EXPECT_EQ(enabled(), "xxxxx");
+  const auto& warning = Find<QWidget>(Window(), "lblLyricsWarning");
+  const bool lyrics = Find<QCheckBox>(Window(), "chkSaveLyrics2").isChecked();
+  EXPECT_TRUE(warning.isHidden());
+  Find<QCheckBox>(Window(), "chkSaveTags11").click();
+  EXPECT_EQ(warning.isHidden(), !lyrics);
+  Find<QCheckBox>(Window(), "chkSaveLyrics2").click();
+  EXPECT_EQ(warning.isHidden(), lyrics);
+  Find<QCheckBox>(Window(), "chkSaveLyrics2").setChecked(true);
   Find<QCheckBox>(Window(), "chkSaveTags").click();
+  EXPECT_TRUE(warning.isHidden()) << "no tag is written";
   EXPECT_EQ(enabled(), "-----");
 }
 
