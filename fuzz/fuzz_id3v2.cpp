@@ -18,6 +18,13 @@ void Compare(const std::string& bytes) {
   Require(ReadID3v2Tag(real.Path(), ID3v2Versions::kAny, from_file) == expected,
           "the same result from a file");
   Require(plain::Fields(from_file) == plain::Fields(measure), "the same fields from a file");
+  FileBytes memory;
+  memory.OpenMemory(bytes);
+  Mp3Info by_frames;
+  const std::string result = ReadID3v2TagByFrames(memory, by_frames);
+  Require(!expected.empty() || result.empty() || bytes[3] == 3 || bytes[3] == 4,
+          "frames are walked in versions 3 and 4 alone");
+  Require(by_frames.Comment.size() <= bytes.size(), "a text has only the tag's bytes");
 }
 
 void Run(std::string_view input) {

@@ -55,7 +55,7 @@ void CheckKilled(const std::string& file) {
 void WriteOne(const std::string& old, const Lyrics3Texts& texts) {
   const UnnamedFile real(old);
   Lyrics3 block;
-  if (!ReadLyrics3Tag(real.Path(), block)) block = {};
+  (void)ReadLyrics3Tag(real.Path(), block);  // of a bad block what was read is kept
   bool ok = false;
   WriteTag(Writing(), real.Path(), texts, block, ok);
   const std::string file = BytesOf(real.Path());
