@@ -172,9 +172,12 @@ class LossCount {
     const bool unseen = walk_.Version() == 2;
     if (!unseen && (parts.encoding == 0 || written.empty())) return;
     ID3v2TrueText truth = DecodeFrameText(parts.value, parts.encoding);
-    if (!unseen && IsReadAsItStands(parts.value, truth)) return;
+    const TagText as_read = unseen ? TagText() : StripNulls(CleanFrameValue(parts.value));
+    if (truth.whole && as_read == truth.text) return;
     if (&written == &written_.GenreV2) truth.text = GenreNameOf(truth.text);
-    if (!truth.whole || written.find(truth.text) == TagText::npos) ++losses_.texts;
+    const bool as_it_was_read = !unseen && written.find(as_read) != TagText::npos;
+    const bool kept = truth.whole && written.find(truth.text) != TagText::npos && !as_it_was_read;
+    if (!kept) ++losses_.texts;
   }
 
   void CountPicture(const ID3v2WalkedFrame& frame) {

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <string>
 
-#include "audio/id3v2_text.h"
 #include "core/code_page.h"
 #include "core/text.h"
 
@@ -62,10 +61,6 @@ ID3v2TrueText DecodeFrameText(std::string_view value, char encoding) {
   truth.whole = std::count(truth.text.begin(), truth.text.end(), '?') ==
                 std::count(text.begin(), text.end(), '?');
   return truth;
-}
-
-bool IsReadAsItStands(std::string_view value, const ID3v2TrueText& truth) {
-  return truth.whole && StripNulls(CleanFrameValue(value)) == truth.text;
 }
 
 int CountValues(std::string_view value, char encoding) {

@@ -21,9 +21,6 @@ struct ID3v2TrueText {
 /// unknown encoding counts as 0.
 [[nodiscard]] ID3v2TrueText DecodeFrameText(std::string_view value, char encoding);
 
-/// Whether the readers, who take single bytes, come to the same text.
-[[nodiscard]] bool IsReadAsItStands(std::string_view value, const ID3v2TrueText& truth);
-
 /// Values of a frame that zero characters part, empty ones aside.
 [[nodiscard]] int CountValues(std::string_view value, char encoding);
 
