@@ -268,11 +268,8 @@ TEST_F(SingleSave, WhatALyrics3BlockLosesIsToldOnce) {
 }
 
 TEST_F(SingleSave, OfALyrics3BlockThatEndsBadlyWhatWasReadStays) {
-  const std::string file = Mp3File()
-                               .Frames(5)
-                               .Bytes("LYRICSBEGINAUT00003BobXYZ00001xLYR99999la000041LYRICS200")
-                               .Id3v1({});
-  AddTrack("a.mp3", file);
+  const std::string block = "LYRICSBEGINAUT00003BobXYZ00001xLYR99999la000041LYRICS200";
+  AddTrack("a.mp3", Mp3File().Frames(5).Bytes(block).Id3v1({}));
   Edit().txtLyricsSave = "new";
   Save();
   EXPECT_NE(Bytes("a.mp3").find("LYR00003newAUT00003BobXYZ00001x"), std::string::npos);
