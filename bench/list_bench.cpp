@@ -124,7 +124,7 @@ int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   tunemeadow::PrepareApplication();
   QApplication app(argc, argv);
-  tunemeadow::ApplyTheme(app);
+  tunemeadow::ApplyTheme();
   const auto rows = static_cast<std::size_t>(argc > 1 ? std::atol(argv[1]) : 100000);
   const std::vector<std::string> cells = RandomCells(rows);
 

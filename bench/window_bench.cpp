@@ -180,7 +180,7 @@ int main(int argc, char** argv) {
   PrepareApplication();
   QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
-  ApplyTheme(application);
+  ApplyTheme();
   const std::string_view mode = argc > 1 ? argv[1] : "";
   Session session(ProgramFolder(), "tunemeadow");
   BoxAnswerer answerer;

@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
   // The progress window of the start closes before the main window is shown; the run ends when the
   // main window has done its unload.
   QApplication::setQuitOnLastWindowClosed(false);
-  ApplyTheme(application);
+  ApplyTheme();
   ApplyTestNames(application);
 
   InstanceLock lock(ProgramFolder());

@@ -72,9 +72,9 @@ std::string WriteBlock(TagWriting& writing, const std::string& path, Lyrics3& bl
     start -= kSizeAndEndMark + SizeOf(*end->block);
     block.Lyrics3SizeText = end->block->size_text;
   }
-  if (!EndFileWith(file, start, *bytes + end->record)) return false;
-  if (end->record.empty()) ++writing.losses.sounds;
-  return true;
+  std::string fault = EndFileWith(file, start, *bytes + end->record);
+  if (fault.empty() && end->record.empty()) ++writing.losses.sounds;
+  return fault;
 }
 
 }  // namespace

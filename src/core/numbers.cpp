@@ -49,7 +49,7 @@ std::string FormatFixed(double value, int decimals) {
   // Rounded in decimal, as a person would: 1.005 is a little less than that in a double.
   std::string text = FormatShortest(std::abs(value));
   if (text.empty()) return text;
-  const std::size_t wanted = static_cast<std::size_t>(decimals);
+  const auto wanted = static_cast<std::size_t>(decimals);
   std::size_t point = text.find('.');
   if (point == std::string::npos) {
     point = text.size();

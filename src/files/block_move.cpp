@@ -48,7 +48,7 @@ bool BlockMove::Undo(int file) noexcept {
   in_hand_ = 0;
   while (done_ > 0) {
     const auto block = static_cast<std::int64_t>(block_.size());
-    const std::size_t count = static_cast<std::size_t>(std::min(block, done_));
+    const auto count = static_cast<std::size_t>(std::min(block, done_));
     const std::int64_t before = done_ - static_cast<std::int64_t>(count);
     const std::int64_t place = PlaceOf(before, count);
     if (ReadAllAt(file, block_.data(), count, move_.to + place) != count ||

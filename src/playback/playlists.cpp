@@ -101,8 +101,8 @@ const std::string* PlaylistOfTree(const Workbench& bench) {
 
 }  // namespace
 
-void mnuPlaylistSave_Click(Workbench& bench, const std::string& PlaylistTargetName) {
-  std::string name = CutName(PlaylistTargetName);
+void mnuPlaylistSave_Click(Workbench& bench, const std::string& target_name) {
+  std::string name = CutName(target_name);
   if (name.empty()) name = AskPlaylistName(bench, "Playlist Name?", std::string(kProgramTitle));
   if (name.empty()) return;
   const std::string head =

@@ -18,11 +18,11 @@ namespace tunemeadow {
 
 inline constexpr std::size_t kLongestPlaylistName = 50;  ///< characters
 
-/// Adds the selected rows of the list in view to the playlist `PlaylistTargetName`, or, where that
+/// Adds the selected rows of the list in view to the playlist `target_name`, or, where that
 /// is empty, to one whose name is asked for. The rows get no position: they stand first, by their
 /// paths. A track that is in the list already is added again. The open playlist is searched anew,
 /// here and in what follows, so that its list shows what was written.
-void mnuPlaylistSave_Click(Workbench& bench, const std::string& PlaylistTargetName = {});
+void mnuPlaylistSave_Click(Workbench& bench, const std::string& target_name = {});
 
 /// The same with the name that was chosen in frmShowPlaylists; without one nothing happens.
 void mnuPlaylistAddItems_Click(Workbench& bench, const std::string& chosen);

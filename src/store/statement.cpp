@@ -40,13 +40,13 @@ constexpr std::array<CharClass, 256> kCharClasses = [] {
   for (int c = 'A'; c <= 'Z'; ++c) classes[static_cast<std::size_t>(c)] = CharClass::kWord;
   for (std::size_t c = 0x80; c < 0x100; ++c) classes[c] = CharClass::kWord;
   for (int c = '0'; c <= '9'; ++c) classes[static_cast<std::size_t>(c)] = CharClass::kDigit;
-  for (const char c : {' ', '\t', '\r', '\n', '\f'}) {
+  for (const unsigned char c : {' ', '\t', '\r', '\n', '\f'}) {
     classes[static_cast<std::size_t>(c)] = CharClass::kBlank;
   }
   classes['_'] = CharClass::kWord;
   classes['"'] = classes['\''] = CharClass::kQuote;
   // The store would take these for parameters, and a NUL for the end of the statement.
-  for (const char c : {'?', ':', '@', '$', '\0'}) {
+  for (const unsigned char c : {'?', ':', '@', '$', '\0'}) {
     classes[static_cast<std::size_t>(c)] = CharClass::kRefused;
   }
   return classes;
@@ -254,7 +254,7 @@ class StatementWriter {
         if (!sql_.empty() && sql_.back() == '?') sql_ += ' ';  // "?1" is another parameter
         break;
       case TokenKind::kOpen:
-        closings_.push_back(")");
+        closings_.emplace_back(")");
         break;
       case TokenKind::kClose:
         if (closings_.empty()) break;  // the store says what is wrong
@@ -309,7 +309,7 @@ class StatementWriter {
   std::size_t WriteFunction(std::size_t i) {
     if (IsWord(i, "ISNULL")) {
       sql_ += "((";
-      closings_.push_back(") is null)");
+      closings_.emplace_back(") is null)");
       return i + 2;
     }
     for (const std::string_view own : {"LEFT", "RIGHT", "LEN", "NOW", "DATEADD"}) {

@@ -270,7 +270,7 @@ TEST_F(SingleSave, WhatALyrics3BlockLosesIsToldOnce) {
 TEST_F(SingleSave, OfALyrics3BlockThatEndsBadlyWhatWasReadStays) {
   const std::string block = "LYRICSBEGINAUT00003BobXYZ00001xLYR99999la000041LYRICS200";
   AddTrack("a.mp3", Mp3File().Frames(5).Bytes(block).Id3v1({}));
-  Edit().txtLyricsSave = "new";
+  Edit().texts[TrackField::Lyrics] = "new";
   Save();
   EXPECT_NE(Bytes("a.mp3").find("LYR00003newAUT00003BobXYZ00001x"), std::string::npos);
 }

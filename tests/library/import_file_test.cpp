@@ -139,7 +139,7 @@ TEST_F(ImportedRows, HoldTheFurtherFieldsFlagsAndSizes) {
                   "|||||||o|c|||u|0|0|0|0|0.00 MB|4096",
                   "|||||||||||||||"
                   "|2.00 MB|2097152",
-                  "||||||||||||0|0|0|10|0.00 MB|0"));
+                  "||||||||||||0|0|0|0|0.00 MB|0"));
 }
 
 TEST_F(ImportedRows, TellWhenTheFileWasWrittenAndTheRowMade) {

@@ -12,7 +12,7 @@ int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   tunemeadow::PrepareApplication();
   QApplication application(argc, argv);
-  tunemeadow::ApplyTheme(application);
+  tunemeadow::ApplyTheme();
   QApplication::setQuitOnLastWindowClosed(false);
   return RUN_ALL_TESTS();
 }

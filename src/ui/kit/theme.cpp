@@ -84,11 +84,11 @@ void PrepareApplication() {
       Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
 }
 
-void ApplyTheme(QApplication& application) {
+void ApplyTheme() {
   LoadResources();
   QApplication::setStyle(new ProgramStyle);
   QIcon::setThemeName("tm");
-  application.setWindowIcon(QIcon::fromTheme("tunemeadow"));
+  QApplication::setWindowIcon(QIcon::fromTheme("tunemeadow"));
   const QByteArray wanted = qgetenv("TUNEMEADOW_PALETTE");
   if (wanted == "dark") QApplication::setPalette(DarkPalette());
   if (wanted == "light") QApplication::setPalette(QApplication::style()->standardPalette());

@@ -11,7 +11,7 @@ void PrepareApplication();
 
 /// Style Fusion, our own icons, the desktop's palette. TUNEMEADOW_PALETTE=dark or =light chooses a
 /// palette where the desktop offers none.
-void ApplyTheme(QApplication& application);
+void ApplyTheme();
 
 /// With TESTNAMES=1 in the environment, "#" and the object name become the accessible description
 /// of every widget, so that the program can be driven from outside by its control names.
