@@ -29,8 +29,8 @@ void Measure(const char* figure, Step step) {
   step();
   const double cpu_ms = 1000.0 * static_cast<double>(std::clock() - cpu) / CLOCKS_PER_SEC;
   const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - wall;
-  std::cout << "{\"figure\": \"" << figure << "\", \"ms\": " << cpu_ms
-            << ", \"wall_ms\": " << taken.count() << "}\n";
+  std::cout << R"({"figure": ")" << figure << R"(", "ms": )" << cpu_ms << R"(, "wall_ms": )"
+            << taken.count() << "}\n";
 }
 
 [[noreturn]] void FailFloor(sqlite3* store) {

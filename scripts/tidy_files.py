@@ -21,6 +21,7 @@ import time
 
 CHECKS_OF_UNITS = "-bugprone-suspicious-include"  # a unit of several files includes them
 CHECKS_OF_TESTS = ",-performance-inefficient-string-concatenation,-clang-analyzer-optin.performance.Padding"
+CHECKS_OF_BENCHMARKS = ",-clang-analyzer-deadcode.DeadStores"  # "for (auto _ : state)"
 
 
 def commands(build):
@@ -39,8 +40,8 @@ def preprocess(entry):
 
 
 def is_ours(entry):
-    """Neither made by Qt's tools nor a header that is compiled alone."""
-    return not re.search(r"_autogen/|_verify_interface_header_sets/", entry["file"])
+    """Neither made by Qt's tools, nor a header that is compiled alone, nor one of the floors in C."""
+    return not re.search(r"_autogen/|_verify_interface_header_sets/|[.]c$", entry["file"])
 
 
 def check(tool, settings, build, name, entry):
@@ -49,6 +50,7 @@ def check(tool, settings, build, name, entry):
         return f"{name}: no target builds it\n"
     # A test may be written for the eye where the product is written for the clock.
     checks = CHECKS_OF_UNITS + (CHECKS_OF_TESTS if "/tests/" in entry["file"] else "")
+    checks += CHECKS_OF_BENCHMARKS if "/bench/" in entry["file"] else ""
     text = preprocess(entry)
     mark = None
     if text is not None:

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "library/player_detection.h"
 
-#include "core/paths.h"
 #include "core/text.h"
+#include "platform/known_players.h"
 
 namespace tunemeadow {
 namespace {
@@ -22,17 +22,22 @@ std::string PlayerOfCommand(std::string_view command) {
 
 }  // namespace
 
-std::string PlayerKindOf(std::string_view path) {
-  const std::string_view name = FileNamePart(path);
+std::string PlayerKindOf(const std::string& path) {
   if (path.empty() || path == kNoPlayer) return {};
-  if (ContainsNoCase(path, "WINAMP") || name == "audacious" || name == "qmmp") return "Winamp";
+  if (ContainsNoCase(path, "WINAMP")) return "Winamp";
   if (ContainsNoCase(path, "SONIQUE")) return "Sonique";
+  const KnownPlayer* known = FindKnownPlayer(path);
+  if (known != nullptr && known->takes_list) return "Winamp";
   return "Unknown";
+}
+
+std::string AssociatedPlayer(PlayerFinder& finder) {
+  return PlayerOfCommand(finder.AssociatedCommand());
 }
 
 void DetectPlayer(Session& session, PlayerFinder& finder, Interaction& interaction) {
   std::string& player = session.preferences.lblConfigWinamp;
-  if (player.empty()) player = PlayerOfCommand(finder.AssociatedCommand());
+  if (player.empty()) player = AssociatedPlayer(finder);
   if (player.empty()) {
     interaction.ShowMessage({.text = "No MP3-Player found.\nEnqueuing will be disabled.\n\n"
                                      "Check out preferencees to change your player.",

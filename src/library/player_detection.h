@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "platform/player_finder.h"
 #include "run/interaction.h"
@@ -11,11 +10,14 @@
 
 namespace tunemeadow {
 
-/// Kind of a player by its path: "Winamp" for one that takes a playlist as its argument and adds to
-/// its own list on request: WINAMP anywhere in the path in any case, or an executable named
-/// audacious or qmmp (both know the switch -e). "Sonique" for SONIQUE anywhere in the path.
-/// "Unknown" for any other; empty for an empty path and for kNoPlayer.
-[[nodiscard]] std::string PlayerKindOf(std::string_view path);
+/// Kind of a player by its path: "Winamp" for one that takes an M3U list as its argument: WINAMP
+/// anywhere in the path in any case, or a player that platform/known_players.h knows to do so.
+/// "Sonique" for SONIQUE anywhere in the path. "Unknown" for any other; empty for an empty path and
+/// for kNoPlayer.
+[[nodiscard]] std::string PlayerKindOf(const std::string& path);
+
+/// Path of the program that the desktop associates with MP3 files; empty where there is none.
+[[nodiscard]] std::string AssociatedPlayer(PlayerFinder& finder);
 
 /// Sets session.PlayerKind, and lblConfigWinamp where it is empty: to the program that the desktop
 /// associates with MP3 files. Where there is none the person is told, and it becomes kNoPlayer.

@@ -85,17 +85,28 @@ std::vector<App> AssociatedApps() {
   return apps;
 }
 
-/// The first word of the command that is a program: "env NAME=VALUE program" starts another one.
-std::string ProgramWord(const App& app) {
+/// The words of the entry's command: "env NAME=VALUE program" starts another one. No program where
+/// the command has none.
+EntryWords WordsOfEntry(const App& app) {
   const char* command = g_app_info_get_commandline(app.get());
   char** words = nullptr;
   if (command == nullptr || !g_shell_parse_argv(command, nullptr, &words, nullptr)) return {};
   const GlibTexts owned(words);
+  EntryWords split;
   if (FileNamePart(*words) == "env") {
-    do ++words;
+    do split.program.emplace_back(*words++);
     while (*words != nullptr && std::string_view(*words).find('=') != std::string_view::npos);
   }
-  return *words == nullptr ? std::string() : *words;
+  if (*words == nullptr) return {};
+  split.program.emplace_back(*words++);
+  while (*words != nullptr) split.arguments.emplace_back(*words++);
+  return split;
+}
+
+bool StartsSandbox(const EntryWords& words) {
+  if (words.program.empty()) return false;
+  const std::string_view name = FileNamePart(words.program.back());
+  return name == "flatpak" || name == "snap";
 }
 
 /// The starter of a sandboxed program is of no use with a file behind it; beside the folder of its
@@ -110,9 +121,9 @@ std::string SandboxedProgram(const std::string& entry_path) {
 
 /// Path of the program that an entry starts; empty where it can not be started.
 std::string ProgramOf(const App& app) {
-  const std::string word = ProgramWord(app);
-  const std::string_view name = FileNamePart(word);
-  if (name != "flatpak" && name != "snap") return ProgramPath(word);
+  const EntryWords words = WordsOfEntry(app);
+  if (words.program.empty()) return {};
+  if (!StartsSandbox(words)) return ProgramPath(words.program.back());
   return SandboxedProgram(g_desktop_app_info_get_filename(EntryOf(app)));
 }
 
@@ -124,11 +135,34 @@ std::string FirstProgramOf(const std::vector<App>& apps) {
   return {};
 }
 
+/// Entries by which a person starts a player, the best first. Others of the same program are there
+/// for one purpose, such as to add files.
+std::vector<App> VisibleEntries() {
+  std::vector<App> apps = AssociatedApps();
+  std::erase_if(apps, [](const App& app) { return g_app_info_should_show(app.get()) == FALSE; });
+  for (App& app : InstalledPlayers()) apps.push_back(std::move(app));
+  return apps;
+}
+
 }  // namespace
 
 std::string DesktopPlayerFinder::AssociatedCommand() {
   const std::string program = FirstProgramOf(AssociatedApps());
   return program.empty() ? FirstProgramOf(InstalledPlayers()) : program;
+}
+
+EntryWords DesktopPlayerFinder::WordsOf(const std::string& player) {
+  const std::string real = RealPath(player);
+  EntryWords linked;
+  for (const App& app : VisibleEntries()) {
+    const std::string program = ProgramOf(app);
+    if (program != player && RealPath(program) != real) continue;
+    EntryWords words = WordsOfEntry(app);
+    if (StartsSandbox(words)) continue;
+    if (program == player) return words;
+    if (linked.program.empty()) linked = std::move(words);
+  }
+  return linked;
 }
 
 }  // namespace tunemeadow

@@ -17,6 +17,10 @@ class DesktopPlayerFinder : public PlayerFinder {
  public:
   /// Absolute path of the program, without arguments.
   [[nodiscard]] std::string AssociatedCommand() override;
+
+  /// Of several entries for the program the associated one, then the first visible player; the
+  /// program may stand in it by another link than `player`.
+  [[nodiscard]] EntryWords WordsOf(const std::string& player) override;
 };
 
 }  // namespace tunemeadow

@@ -12,12 +12,15 @@
 #include <QThread>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "core/paths.h"
 #include "core/text.h"
 #include "files/environment.h"
 #include "files/file_facts.h"
 #include "platform/file_urls.h"
+#include "platform/known_players.h"
+#include "platform/mpv_socket.h"
 #include "platform/running_programs.h"
 
 namespace tunemeadow {
@@ -86,7 +89,9 @@ std::string NameOnBus(const QString& connection, const std::string& player) {
       connection, QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
                                                  "org.freedesktop.DBus", "ListNames"));
   if (!answer || answer->isEmpty()) return {};
-  const std::string wanted = Lower(kPlayerPrefix + std::string(FileNamePart(player)));
+  const KnownPlayer* known = FindKnownPlayer(player);
+  const std::string_view own = known == nullptr ? FileNamePart(player) : known->name;
+  const std::string wanted = Lower(kPlayerPrefix + std::string(own));
   for (const QString& each : answer->first().toStringList()) {
     std::string name = each.toStdString();
     const std::string lower = Lower(name);
@@ -94,6 +99,22 @@ std::string NameOnBus(const QString& connection, const std::string& player) {
   }
   return {};
 }
+
+/// The process of the program, or of a known player by its name: a sandbox or a link hides the
+/// file.
+std::optional<RunningProgram> ProcessOf(const std::string& player) {
+  const auto process = FindRunningProgram(player);
+  const KnownPlayer* known = FindKnownPlayer(player);
+  if (process || known == nullptr) return process;
+  return FindRunningProgram(std::string(known->name));
+}
+
+bool SpeaksOverSocket(const std::string& player) {
+  const KnownPlayer* known = FindKnownPlayer(player);
+  return known != nullptr && known->adds_by == AddsBy::kSocket;
+}
+
+bool TellMpv(const std::vector<std::string>& words) { return AskMpv(words).has_value(); }
 
 bool EditsTracks(const QString& connection, const QString& name) {
   return Property(connection, name, kRootInterface, "HasTrackList").toBool() &&
@@ -122,15 +143,25 @@ MprisPlayer::~MprisPlayer() { QDBusConnection::disconnectFromBus(connection_); }
 
 std::string MprisPlayer::Find(const std::string& player) {
   if (player.empty()) return {};
-  if (std::string name = NameOnBus(connection_, player); !name.empty()) return name;
-  const auto process = FindRunningProgram(player);
-  if (process && process->seconds >= kSecondsUntilReady) return std::to_string(process->id);
+  if (SpeaksOverSocket(player)) {
+    if (TellMpv({"get_property", "pid"})) return MpvSocketPath();
+  } else {
+    if (std::string name = NameOnBus(connection_, player); !name.empty()) return name;
+    const auto process = ProcessOf(player);
+    if (process && process->seconds >= kSecondsUntilReady) return std::to_string(process->id);
+  }
   QThread::msleep(kPauseMilliseconds);
   return {};
 }
 
+bool MprisPlayer::Replace(const std::string& player, const std::string& list) {
+  return SpeaksOverSocket(player) && TellMpv({"loadlist", list, "replace"}) &&
+         TellMpv({"set", "pause", "no"});
+}
+
 bool MprisPlayer::Send(const std::string& window, const std::string& player,
                        const std::string& path) {
+  if (SpeaksOverSocket(player)) return TellMpv({"loadfile", path, "append-play"});
   if (window.starts_with(kPlayerPrefix)) {
     const QString name = QString::fromStdString(window);
     const auto known = edits_.find(window);
@@ -143,8 +174,12 @@ bool MprisPlayer::Send(const std::string& window, const std::string& player,
 
 /// Waits for the end of the program, so that files arrive in the order in which they were sent.
 bool MprisPlayer::SendBySwitch(const std::string& player, const std::string& path) {
-  if (hangs_) return processes_.Start(player, {"-e", path});
-  const Ended ended = processes_.StartAndWait(player, {"-e", path}, kSenderMilliseconds);
+  const KnownPlayer* known = FindKnownPlayer(player);
+  std::vector<std::string> words{"-e"};
+  if (known != nullptr) words.assign(known->add.begin(), known->add.end());
+  words.push_back(path);
+  if (hangs_) return processes_.Start(player, words);
+  const Ended ended = processes_.StartAndWait(player, words, kSenderMilliseconds);
   hangs_ = ended == Ended::kRunsOn;
   return ended != Ended::kNotStarted;
 }

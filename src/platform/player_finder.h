@@ -2,8 +2,17 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace tunemeadow {
+
+/// How the desktop starts a program. The last word of `program` is the program itself; what stands
+/// before it starts that ("env", "LANG=C"). `arguments` are as they stand in the entry, with the
+/// codes "%U", "%f" and so on where files go.
+struct EntryWords {
+  std::vector<std::string> program;
+  std::vector<std::string> arguments;
+};
 
 /// What the desktop would start to play an MP3 file.
 class PlayerFinder {
@@ -13,6 +22,10 @@ class PlayerFinder {
   /// The command that is associated with audio/mpeg, bytes: the program's path, in quotes or not,
   /// arguments behind it or not. Empty where there is none.
   [[nodiscard]] virtual std::string AssociatedCommand() = 0;
+
+  /// The words of the desktop's entry for the program at this path; both empty where there is none,
+  /// or only one of a sandbox, whose program takes files by itself.
+  [[nodiscard]] virtual EntryWords WordsOf(const std::string& player) = 0;
 };
 
 }  // namespace tunemeadow

@@ -3,6 +3,9 @@
 
 #include <glib.h>
 
+#include <cstdlib>
+#include <memory>
+
 #include "core/paths.h"
 #include "platform/glib_owned.h"
 
@@ -16,6 +19,11 @@ bool PathHasEmptyEntry() {
 }
 
 }  // namespace
+
+std::string RealPath(const std::string& path) {
+  const std::unique_ptr<char, void (*)(void*)> real(realpath(path.c_str(), nullptr), &std::free);
+  return real == nullptr ? path : std::string(real.get());
+}
 
 std::string ProgramPath(const std::string& name) {
   const GlibText found(g_find_program_in_path(name.c_str()));

@@ -9,12 +9,12 @@
 #include <array>
 #include <climits>
 #include <cstdio>
-#include <cstdlib>
 #include <memory>
 #include <string_view>
 
 #include "core/numbers.h"
 #include "core/paths.h"
+#include "platform/program_path.h"
 
 namespace tunemeadow {
 namespace {
@@ -62,12 +62,6 @@ double SecondsSinceBoot() {
   timespec now{};
   clock_gettime(CLOCK_BOOTTIME, &now);
   return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
-
-/// The path without links; the path itself where there is no such file.
-std::string RealPath(const std::string& path) {
-  const std::unique_ptr<char, void (*)(void*)> real(realpath(path.c_str(), nullptr), &std::free);
-  return real == nullptr ? path : std::string(real.get());
 }
 
 std::string LinkTarget(const std::string& path) {

@@ -1,15 +1,20 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "playback/play.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "core/dates.h"
 #include "core/paths.h"
 #include "core/text.h"
+#include "platform/known_players.h"
 #include "playback/missing_file.h"
+#include "playback/player_start.h"
 #include "playback/temp_list.h"
 #include "run/busy.h"
 #include "store/database.h"
@@ -20,6 +25,7 @@ namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr int kFindTries = 1001;
+constexpr std::ptrdiff_t kStartsWithoutQuestion = 20;
 
 enum class KindOfPlayer { kNone, kWinamp, kSonique, kUnknown };
 
@@ -58,16 +64,18 @@ class PlayList {
     if (kind_ == KindOfPlayer::kSonique) Line("File" + std::to_string(count_) + "=" + path);
   }
 
-  /// Writes the list and starts the player with it, if it holds anything.
-  void Start(const std::string& player, ProcessStarter& processes) {
+  /// Writes the list and has the player play it, if it holds anything.
+  void Play(Workbench& bench) {
     if (count_ == 0 || kind_ == KindOfPlayer::kUnknown) return;
     if (kind_ == KindOfPlayer::kSonique) {
       Line("NumberOfEntries = " + std::to_string(count_));
       Line("Version = 2");
     }
+    const std::string& player = bench.session.preferences.lblConfigWinamp;
     const std::optional<std::string> file =
-        WriteTempList(kind_ == KindOfPlayer::kSonique ? "1.pls" : "1.m3u", text_);
-    if (file) processes.Start(player, {*file});
+        WriteTempList(kind_ == KindOfPlayer::kSonique ? "1.pls" : "1.m3u", text_,
+                      IsSandboxed(player) ? GetCacheFolder() : GetTempFolder());
+    if (file) PlayListFile(bench, *file);
   }
 
  private:
@@ -83,6 +91,7 @@ class PlayCommand {
   PlayCommand(Workbench& bench) : bench_(bench), kind_(KindOf(bench.session)), list_(kind_) {}
 
   void Run() {
+    if (!MayStartThatOften()) return;
     for (const std::size_t row : bench_.ListInView().SelectedRows()) {
       const std::string path = PathToPlay(bench_, row);
       const FileState state = LookForFile(bench_.interaction, path);
@@ -92,20 +101,41 @@ class PlayCommand {
       HandOver(path);
       bench_.interaction.KeepPainting();
     }
-    list_.Start(preferences_.lblConfigWinamp, bench_.world.processes);
+    list_.Play(bench_);
   }
 
  private:
+  [[nodiscard]] bool IsForPlayer(const std::string& path) const {
+    return kind_ != KindOfPlayer::kNone &&
+           HasOneOfExtensions(path, preferences_.txtpatternmp3files);
+  }
+
+  /// Asks before a player that takes no list is started for very many tracks.
+  bool MayStartThatOften() {
+    const std::vector<std::size_t> rows = bench_.ListInView().SelectedRows();
+    if (kind_ != KindOfPlayer::kUnknown || std::ssize(rows) <= kStartsWithoutQuestion) return true;
+    const auto starts = std::count_if(rows.begin(), rows.end(), [this](std::size_t row) {
+      return IsForPlayer(PathToPlay(bench_, row));
+    });
+    if (starts <= kStartsWithoutQuestion) return true;
+    const std::string name = DisplayPath(FileNamePart(preferences_.lblConfigWinamp));
+    const std::string text = "Start " + name + ' ' + std::to_string(starts) +
+                             " times?\n\nTunemeadow does not know whether " + name +
+                             " takes a list, so it is started once for each track.";
+    return bench_.interaction.ShowMessage({.text = text,
+                                           .title = "Play",
+                                           .icon = Icon::kQuestion,
+                                           .buttons = Buttons::kYesNo}) == Answer::kYes;
+  }
+
   void HandOver(const std::string& path) {
-    const bool for_player =
-        kind_ != KindOfPlayer::kNone && HasOneOfExtensions(path, preferences_.txtpatternmp3files);
-    if (!for_player) {
+    if (!IsForPlayer(path)) {
       bench_.world.shell.Open(path);
       return;
     }
     list_.Add(path);
     if (kind_ != KindOfPlayer::kUnknown) return;
-    bench_.world.processes.Start(preferences_.lblConfigWinamp, {path});
+    (void)StartPlayer(bench_, path);
   }
 
   Workbench& bench_;
@@ -154,7 +184,10 @@ void RunQuietly(Workbench& bench, Work work) noexcept {
 }  // namespace
 
 void cmdSpielen_Click(Workbench& bench) noexcept {
-  RunQuietly(bench, [&] { PlayCommand(bench).Run(); });
+  RunQuietly(bench, [&] {
+    DetectPlayerAgain(bench);
+    PlayCommand(bench).Run();
+  });
 }
 
 void mnuAddToWinampsplaylist_Click(Workbench& bench) noexcept {
@@ -165,7 +198,7 @@ bool WinampEnsureRunning(Workbench& bench) {
   const std::string& player = bench.session.preferences.lblConfigWinamp;
   bench.WinampWindow = bench.world.players.Find(player);
   if (!bench.WinampWindow.empty()) return true;
-  const int tries = bench.world.processes.Start(player, {}) ? kFindTries : 0;
+  const int tries = StartPlayer(bench) ? kFindTries : 0;
   for (int i = 0; i < tries && bench.WinampWindow.empty(); ++i) {
     bench.WinampWindow = bench.world.players.Find(player);
     bench.interaction.Yield();

@@ -2,8 +2,9 @@
 // The commands that hand the selected rows of the list in view to the external player. The program
 // plays nothing itself.
 //
-// Nothing is thrown, and only a missing file and a player that cannot be loaded are told: a step
-// that fails, a player that does not start among them, is passed over and the next one runs.
+// Nothing is thrown. A missing file and a player that cannot be loaded are told in boxes, a player
+// that does not start on the status line; any other step that fails is passed over, and the next
+// one runs. After a player that did not start the next play asks the desktop for one again.
 #pragma once
 
 #include <string>
@@ -15,7 +16,9 @@ namespace tunemeadow {
 /// Plays the selected rows. Each is looked for, stamped as played now in the catalogue and in its
 /// cell, and goes its way: by the extension list to the player, else to the program that the
 /// desktop associates with it. The kinds "Winamp" and "Sonique" get one list of all their files,
-/// which they are started with once; the kind "Unknown" is started once per file, without a list.
+/// which they play from the start, in the window that runs where there is one; the kind "Unknown"
+/// is started once per file, without a list, after one question where that is more than 20 times.
+/// Answered with No, nothing is stamped or opened.
 /// Abort on a missing file ends the command: no list is started, what was started before goes on.
 void cmdSpielen_Click(Workbench& bench) noexcept;
 

@@ -23,8 +23,8 @@ bool IsPrivateFolder(const std::string& folder) {
 }
 
 /// Empty where none can be made.
-std::string PrivateFolder() {
-  const std::string base = JoinPath(GetTempFolder(), "tunemeadow-");
+std::string PrivateFolder(const std::string& place) {
+  const std::string base = JoinPath(place, "tunemeadow-");
   std::string folder = base + std::to_string(geteuid());
   if (mkdir(folder.c_str(), kOwnerOnly) == 0 || IsPrivateFolder(folder)) return folder;
   // Somebody else was there first.
@@ -39,8 +39,16 @@ std::string GetTempFolder() {
   return folder.starts_with('/') && folder.size() < kFolderBuffer ? folder : "/tmp";
 }
 
-std::optional<std::string> WriteTempList(const std::string& name, std::string_view bytes) {
-  const std::string folder = PrivateFolder();
+std::string GetCacheFolder() {
+  std::string folder = EnvironmentText("XDG_CACHE_HOME");
+  if (!folder.starts_with('/')) folder = JoinPath(EnvironmentText("HOME"), ".cache");
+  mkdir(folder.c_str(), kOwnerOnly);
+  return folder;
+}
+
+std::optional<std::string> WriteTempList(const std::string& name, std::string_view bytes,
+                                         const std::string& base) {
+  const std::string folder = PrivateFolder(base);
   if (folder.empty()) return std::nullopt;
   std::string path = JoinPath(folder, name);
   unlink(path.c_str());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/command_needs.h"
 
+#include "platform/known_players.h"
 #include "views/tree.h"
 #include "views/workbench.h"
 
@@ -15,7 +16,8 @@ bool AreMet(Needs needs, const Workbench& bench) noexcept {
     case Needs::kSelection:
       return true;
     case Needs::kAppendingPlayer:
-      return bench.session.PlayerKind == "Winamp";
+      return bench.session.PlayerKind == "Winamp" &&
+             CanAdd(bench.session.preferences.lblConfigWinamp);
     case Needs::kPlaylist:
       return !bench.tree.playlists.empty();
     case Needs::kPlaylistRows:

@@ -86,6 +86,7 @@ struct Workbench {
   bool track_selection = true;  ///< chkTrackSelection
   bool try_preview = false;     ///< chkPlayPreview
   std::string WinampWindow;     ///< the running player found last; empty: unknown
+  std::string failed_player;    ///< could not be started; empty where the last one could
 
   [[nodiscard]] TagPort& Tags() noexcept { return classic_tags_; }  ///< of every command
 

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 #include "support/scripted_interaction.h"
@@ -12,15 +13,24 @@
 namespace tunemeadow {
 namespace {
 
-TEST(PlayerKindOf, GoesByThePathAndByTheNamesOfPlayersThatEnqueue) {
+TEST(PlayerKindOf, GoesByThePathAndByTheNamesOfPlayersThatTakeAList) {
   EXPECT_EQ(PlayerKindOf(""), "");
   EXPECT_EQ(PlayerKindOf("No MP3-Player"), "");
   EXPECT_EQ(PlayerKindOf("C:\\Programme\\WinAmp\\studio.exe"), "Winamp");
   EXPECT_EQ(PlayerKindOf("/opt/sonique-to-winamp/run"), "Winamp");
-  EXPECT_EQ(PlayerKindOf("/usr/bin/audacious"), "Winamp");
-  EXPECT_EQ(PlayerKindOf("/usr/bin/qmmp"), "Winamp");
   EXPECT_EQ(PlayerKindOf("/opt/Sonique/x"), "Sonique");
-  EXPECT_EQ(PlayerKindOf("/opt/audacious/mpv"), "Unknown") << "the name counts, not the folder";
+  for (const char* path : {"/usr/bin/audacious", "/usr/bin/qmmp", "/usr/bin/vlc", "/usr/bin/mpv",
+                           "/usr/bin/strawberry", "/usr/bin/qmmp-1", "/opt/vlc-3.0.18",
+                           "/x/exports/bin/org.videolan.VLC", "/x/exports/bin/io.mpv.Mpv"}) {
+    EXPECT_EQ(PlayerKindOf(path), "Winamp") << path;
+  }
+  for (const char* path : {"/opt/audacious/play", "/usr/bin/vlc-wrapper", "/usr/bin/mpvd",
+                           "/opt/vlc.sh", "/usr/bin/-1", "/usr/bin/mpv1"}) {
+    EXPECT_EQ(PlayerKindOf(path), "Unknown") << path << ": the whole name counts, not the folder";
+  }
+  const TempFolder folder;
+  std::filesystem::create_symlink(folder.Write("vlc"), folder.Path("music"));
+  EXPECT_EQ(PlayerKindOf(folder.Path("music")), "Winamp") << "by the file behind the link";
 }
 
 TEST(DetectPlayer, TakesTheAssociatedProgramOnlyWhereNoneIsStored) {
@@ -28,7 +38,7 @@ TEST(DetectPlayer, TakesTheAssociatedProgramOnlyWhereNoneIsStored) {
   struct {
     const char *stored, *command, *player, *kind;
   } cases[] = {
-      {"/usr/bin/mpv", "/usr/bin/audacious", "/usr/bin/mpv", "Unknown"},
+      {"/usr/bin/play", "/usr/bin/audacious", "/usr/bin/play", "Unknown"},
       {"No MP3-Player", "/usr/bin/audacious", "No MP3-Player", ""},
       {"", "/usr/bin/audacious", "/usr/bin/audacious", "Winamp"},
       {"", "\"/m/Winamp.Exe\" /ADD \"x.EXE\"", "/m/Winamp.Exe", "Winamp"},

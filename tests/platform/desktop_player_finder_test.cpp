@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <filesystem>
 #include <string>
 
 #include "support/child_process.h"
@@ -23,6 +24,16 @@ class DesktopPlayerFinderTest : public testing::Test {
     folder_.Write(name, "[Desktop Entry]\nType=Application\nMimeType=audio/mpeg;\n" + lines);
   }
   void List(const std::string& name, const std::string& text) { folder_.Write(name, text); }
+  /// The words of the program's entry, in brackets; those of the files and codes as they are there.
+  static std::string Words(const std::string& program) {
+    return InChildProcess([&] {
+      const EntryWords words = DesktopPlayerFinder().WordsOf(program);
+      std::string text;
+      for (const std::string& word : words.program) text += "[" + word + "]";
+      for (const std::string& word : words.arguments) text += "<" + word + ">";
+      return text;
+    });
+  }
   static std::string Found() {
     return InChildProcess([] { return DesktopPlayerFinder().AssociatedCommand(); });
   }
@@ -91,6 +102,26 @@ TEST_F(DesktopPlayerFinderTest, ReadsTheProgramOutOfTheEntry) {
   Entry("apps/exports/share/applications/org.example.Play.desktop",
         "Exec=flatpak run org.example.Play @@u %U @@\n");
   EXPECT_EQ(Found(), folder_.Path("apps/exports/bin/org.example.Play"));
+}
+
+TEST_F(DesktopPlayerFinderTest, TellsTheWordsOfTheEntryThatAPersonSees) {
+  const std::string player = "Categories=Player;\n";
+  Program("bin/play");
+  Program("bin/flatpak");
+  Program("apps/exports/bin/org.example.Play");
+  std::filesystem::create_symlink(folder_.Path("bin/play"), folder_.Path("bin/other"));
+  EXPECT_EQ(Words(folder_.Path("bin/play")), "");
+  Entry("share/applications/a.desktop", "NoDisplay=true\nExec=play --add %F\n" + player);
+  Entry("share/applications/b.desktop", "Exec=env X=1 play --gui \"a b\" -- %U\n" + player);
+  List("share/applications/mimeinfo.cache", "[MIME Cache]\naudio/mpeg=a.desktop;\n");
+  const std::string words = "[env][X=1][play]<--gui><a b><--><%U>";
+  EXPECT_EQ(Words(folder_.Path("bin/play")), words);
+  EXPECT_EQ(Words(folder_.Path("bin/other")), words) << "by the file behind the link";
+  EXPECT_EQ(Words(folder_.Path("bin/flatpak")), "");
+  const ScopedEnvironment data("XDG_DATA_DIRS", folder_.Path("apps/exports/share").c_str());
+  Entry("apps/exports/share/applications/org.example.Play.desktop",
+        "Exec=flatpak run org.example.Play @@u %U @@\n" + player);
+  EXPECT_EQ(Words(folder_.Path("apps/exports/bin/org.example.Play")), "");
 }
 
 TEST_F(DesktopPlayerFinderTest, WithoutAListOfTypesThePlayersSpeakForThemselves) {

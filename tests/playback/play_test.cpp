@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "core/dates.h"
+#include "playback/player_start.h"
 #include "playback/temp_list.h"
 #include "support/list_rows.h"
 #include "support/scoped_environment.h"
@@ -196,7 +197,100 @@ TEST_F(Play, TheListInViewIsTheOneThatIsPlayed) {
   EXPECT_EQ(world_.log.size(), 1U) << "nothing selected, nothing started";
 }
 
-TEST_F(Play, NoFailureIsToldAndNoneStopsTheOthers) {
+TEST_F(Play, APlayerIsStartedWithTheWordsOfItsEntryAndItsOwn) {
+  const ScopedEnvironment runtime("XDG_RUNTIME_DIR", "/run/me");
+  const std::string socket = "--input-ipc-server=/run/me/tunemeadow-mpv";
+  const std::string pseudo = "--player-operation-mode=pseudo-gui";
+  const struct {
+    const char* player;
+    Texts entry;
+    const char* file;
+    Texts words;
+  } cases[] = {
+      {"/p/play", {}, "/l", {"/l"}},
+      {"/p/play", {"-q", "%F", "--", "%i", "50%%"}, "/l", {"-q", "/l", "--", "50%"}},
+      {"/p/play", {"--file=%f"}, "/l 1", {"--file=/l 1"}},
+      {"/p/play", {"-x", "", "%c", "%"}, "/l", {"-x", "", "%", "/l"}},
+      {"/p/play", {"-x", "%U"}, "", {"-x"}},
+      {"/p/audacious", {"%U"}, "/l", {"/l"}},
+      {"/p/vlc", {"--started-from-file", "%U"}, "/l", {"--started-from-file", "/l"}},
+      {"/p/vlc", {}, "/l", {"--started-from-file", "/l"}},
+      {"/p/mpv", {pseudo, "--", "%U"}, "/l", {socket, pseudo, "--", "/l"}},
+      {"/p/mpv", {}, "", {pseudo, socket}},
+      {"/x/exports/bin/io.mpv.Mpv", {}, "/l", {pseudo, "/l"}},
+      {"/p/strawberry", {"%U"}, "/l", {"--load", "--play", "/l"}},
+      {"/p/strawberry", {"%U"}, "", {}},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(PlayerArguments(c.player, {{"x"}, c.entry}, c.file, *c.file != '\0'), c.words)
+        << c.player;
+  }
+  EXPECT_EQ(PlayerArguments("/p/strawberry", {}, "/l", false), Texts{"/l"}) << "no list";
+  AddRows({"a.mp3"});
+  world_.entry = {{"env", "X=1", "play"}, {"--new", "%U"}};
+  Press();
+  EXPECT_EQ(world_.log, Texts{"start env [X=1] [/opt/player] [--new] [" + ListPath("1.m3u") + "]"});
+}
+
+TEST_F(Play, AListGoesToTheRunningPlayerThatTakesIt) {
+  AddRows({"a.mp3", "b.mp3"});
+  world_.takes_lists = true;
+  Press();
+  EXPECT_EQ(world_.log, Texts{"replace " + ListPath("1.m3u")});
+  // A sandbox hides the temporary folder, and shows the user's own.
+  const ScopedEnvironment cache("XDG_CACHE_HOME", folder_.Path("cache").c_str());
+  session_.preferences.lblConfigWinamp = "/x/exports/bin/org.videolan.VLC";
+  Press();
+  EXPECT_EQ(world_.log.back(),
+            "replace " + folder_.Path("cache/tunemeadow-") + std::to_string(geteuid()) + "/1.m3u");
+}
+
+TEST_F(Play, ManyStartsOfAPlayerAreAskedAboutOnce) {
+  session_.PlayerKind = "Unknown";
+  AddRows(Texts(20, "a.mp3"));
+  Press();
+  EXPECT_EQ(world_.log.size(), 20U) << "without a question";
+  AddRows({"b.wav"});
+  Press();
+  EXPECT_EQ(world_.log.size(), 41U) << "the desktop's program does not count";
+  Run("update mp3sTabelle set lasttimeplayed=''");
+  AddRows({"c.mp3"});
+  Press({Answer::kNo});
+  EXPECT_EQ(world_.log.size(), 41U);
+  EXPECT_EQ(Stamps(), std::string(22, '0'));
+  Press({Answer::kYes});
+  EXPECT_EQ(world_.log.size(), 63U);
+  EXPECT_EQ(interaction_.BoxTexts(),
+            Texts(2,
+                  "Play: Start player 21 times?\n\nTunemeadow does not know whether player takes "
+                  "a list, so it is started once for each track."));
+}
+
+TEST_F(Play, AfterAPlayerThatDoesNotStartTheNextPlayLooksForOne) {
+  const std::string failed =
+      "player could not be started and plays nothing; the next play looks for a player again.";
+  AddRows({"a.mp3"});
+  world_.starts = false;
+  Press();
+  EXPECT_EQ(interaction_.statuses, Texts{failed});
+  EXPECT_EQ(world_.associations_asked, 0);
+  Press();
+  EXPECT_EQ(interaction_.statuses, (Texts{failed, failed})) << "there is no other one";
+  EXPECT_EQ(session_.preferences.lblConfigWinamp, "/opt/player") << "the choice stays";
+  world_.starts = true;
+  world_.associated = "/opt/found";
+  Press();
+  EXPECT_EQ(world_.log.back(), "start /opt/found [" + M("a.mp3") + "]") << "of an unknown kind";
+  EXPECT_EQ(interaction_.statuses.back(),
+            "found plays in the place of player, which could not be started.");
+  Press();
+  EXPECT_EQ(world_.associations_asked, 2) << "not after a start that went well";
+  bench_.failed_player = "/opt/player";
+  Press();
+  EXPECT_EQ(world_.associations_asked, 2) << "another one has been chosen meanwhile";
+}
+
+TEST_F(Play, AFailureIsNoBoxAndNoneStopsTheOthers) {
   AddRows({"a.mp3", "b.mp3"});
   world_.starts = false;
   Press();

@@ -33,6 +33,8 @@ struct ScriptedWorld : ProcessStarter,
   bool throws = false;
   int finds_until_there = 0;  ///< so often is a player looked for in vain
   std::string associated;     ///< the command for MP3 files
+  EntryWords entry;           ///< of any player
+  bool takes_lists = false;   ///< the player that runs plays a list that it is given
   std::vector<Drive> mounted;
   std::string optical;  ///< root of the first optical drive
   TrashAnswer trash_answer{
@@ -67,6 +69,11 @@ struct ScriptedWorld : ProcessStarter,
     log.push_back("send " + window + " " + path);
     return false;
   }
+  bool Replace(const std::string& /*player*/, const std::string& list) override {
+    if (takes_lists) log.push_back("replace " + list);
+    return takes_lists;
+  }
+  EntryWords WordsOf(const std::string& /*player*/) override { return entry; }
   std::string AssociatedCommand() override {
     ++associations_asked;
     return associated;

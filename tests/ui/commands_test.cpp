@@ -76,7 +76,7 @@ class Commands : public testing::Test {
       connection.Execute(statement);
     }
     session_.ini.SaveStrings(kConfigSection, {{"firstrun", "1"},
-                                              {"lblConfigWinamp", "/opt/mpv"},
+                                              {"lblConfigWinamp", "/opt/play"},
                                               {"lblConfigCDROM", "/mnt"},
                                               {"lblScan", music_.Path() + "/"},
                                               {"chkBackup", "0"},

@@ -22,7 +22,7 @@ using testing::ElementsAre;
 class PlayingRoad : public MainWindowTest {
  protected:
   PlayingRoad() {
-    Configure(program_, {{"lblConfigWinamp", "/opt/mpv"}, {"lblConfigCDROM", disc_.Path()}});
+    Configure(program_, {{"lblConfigWinamp", "/opt/play"}, {"lblConfigCDROM", disc_.Path()}});
     WriteSongs({"Ash", "Birch", "Cedar", "Elm"});
     Start();
     ImportMusic();
@@ -100,7 +100,8 @@ TEST_F(PlayingRoad, TreeArchiveAndOrderAreThereAfterANewStart) {
     Select(0, 2);
     Press(*window_, "cmdSpielen");
     ASSERT_EQ(world_.log.size(), 3U) << "one player for each track";
-    EXPECT_EQ(world_.log[0].rfind("start /opt/mpv [" + disc_.Path() + "/", 0), 0U) << world_.log[0];
+    EXPECT_EQ(world_.log[0].rfind("start /opt/play [" + disc_.Path() + "/", 0), 0U)
+        << world_.log[0];
     for (const std::string& started : world_.log) {
       const std::size_t from = started.find('[') + 1;
       on_disc.push_back(started.substr(from, started.find(']') - from));

@@ -19,7 +19,7 @@ class PlayingWindow : public MainWindowTest {
  protected:
   PlayingWindow() {
     Configure(program_,
-              {{"lblConfigWinamp", "/opt/mpv"}, {"lblPreviewPath", program_.Path("clips/")}});
+              {{"lblConfigWinamp", "/opt/play"}, {"lblPreviewPath", program_.Path("clips/")}});
     Fill(program_, {TrackOf("a", ""), TrackOf("b", "Available")});
     Start();
     EXPECT_EQ(Bench().ListView1.RowCount(), 2U);
@@ -31,7 +31,7 @@ class PlayingWindow : public MainWindowTest {
            music_.Write(name + ".mp3") + "','" + name + "','Anna','" + preview + "')";
   }
   std::string StartOf(const std::string& name) {
-    return "start /opt/mpv [" + music_.Path(name) + "]";
+    return "start /opt/play [" + music_.Path(name) + "]";
   }
 
   using Log = std::vector<std::string>;
@@ -64,6 +64,7 @@ TEST_F(PlayingWindow, FilesAreAppendedOnlyWhereThePlayerTakesThem) {
   EXPECT_TRUE(Action("mnuPlay").isEnabled());
   EXPECT_FALSE(Action("mnuAddToWinampsplaylist").isEnabled());
   session_->PlayerKind = "Winamp";
+  session_->preferences.lblConfigWinamp = "/opt/audacious";
   emit menu.aboutToShow();
   ASSERT_TRUE(Action("mnuAddToWinampsplaylist").isEnabled());
   Action("mnuAddToWinampsplaylist").trigger();
@@ -79,7 +80,7 @@ TEST_F(PlayingWindow, TheWishForPreviewsLastsAndHoldsForDragsToo) {
   box.click();
   List().selectAll();
   Press(*window_, "cmdSpielen");
-  EXPECT_EQ(world_.log, (Log{StartOf("a.mp3"), "start /opt/mpv [" + clip + "]"}));
+  EXPECT_EQ(world_.log, (Log{StartOf("a.mp3"), "start /opt/play [" + clip + "]"}));
   EXPECT_EQ(List().DragData()->data("text/uri-list").toStdString(),
             FileUrl(music_.Path("a.mp3")) + "\r\n" + FileUrl(clip) + "\r\n");
   window_->close();
