@@ -18,14 +18,18 @@ constexpr std::array kVlcStart{Word("--started-from-file")};
 constexpr std::array kVlcAdd{Word("--started-from-file"), Word("--playlist-enqueue")};
 constexpr std::array kMpvStart{Word("--player-operation-mode=pseudo-gui")};
 constexpr std::array kStrawberryList{Word("--load"), Word("--play")};
-constexpr std::array kStrawberryAdd{Word("--append")};
+constexpr std::array kClementineList{Word("--load")};
+constexpr std::array kAppend{Word("--append")};
+constexpr std::array kCelluloidAdd{Word("--enqueue")};
 
 constexpr std::array kKnownPlayers{
     KnownPlayer{"audacious", true, AddsBy::kSwitch, {}, {}, kEnqueue},
     KnownPlayer{"qmmp", true, AddsBy::kSwitch, {}, {}, kEnqueue},
-    KnownPlayer{"vlc", true, AddsBy::kSwitch, kVlcStart, {}, kVlcAdd},
+    KnownPlayer{"vlc", true, AddsBy::kSwitch, kVlcStart, {}, kVlcAdd, true},
     KnownPlayer{"mpv", true, AddsBy::kSocket, kMpvStart, {}, {}},
-    KnownPlayer{"strawberry", true, AddsBy::kSwitch, {}, kStrawberryList, kStrawberryAdd},
+    KnownPlayer{"strawberry", true, AddsBy::kSwitch, {}, kStrawberryList, kAppend},
+    KnownPlayer{"clementine", true, AddsBy::kSwitch, {}, kClementineList, kAppend},
+    KnownPlayer{"celluloid", true, AddsBy::kSwitch, {}, {}, kCelluloidAdd},
 };
 
 /// "qmmp" of "qmmp-1.6": the version is digits and points behind a "-" or "_".

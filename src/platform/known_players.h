@@ -23,6 +23,7 @@ struct KnownPlayer {
   std::span<const std::string_view> start;  ///< words behind its program, whenever it is started
   std::span<const std::string_view> list;  ///< further ones where a list takes the place of its own
   std::span<const std::string_view> add;   ///< words before a path that is added
+  bool urls_in_list = false;               ///< it would cut the path of a track at a "#"
 };
 
 /// The player that the path names; null for any other. What counts is the file's name, or that of

@@ -21,7 +21,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds kMpvPatience{300};
-constexpr std::string_view kOwnAnswer = "\"request_id\":1,";  // events on the same socket have none
+constexpr std::string_view kOwnAnswer = "\"request_id\":71";  // events on the same socket have none
 
 /// A JSON text. Bytes that are not UTF-8 go as they are, which mpv takes.
 std::string QuotedForMpv(std::string_view text) {
@@ -44,7 +44,7 @@ std::string CommandLineForMpv(std::span<const std::string> words) {
   for (std::size_t i = 0; i < words.size(); ++i) {
     line.append(i == 0 ? "" : ",").append(QuotedForMpv(words[i]));
   }
-  return line + "],\"request_id\":1}\n";
+  return line + "],\"request_id\":71}\n";
 }
 
 /// Not open where nobody listens.

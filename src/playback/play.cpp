@@ -12,6 +12,7 @@
 #include "core/dates.h"
 #include "core/paths.h"
 #include "core/text.h"
+#include "platform/file_urls.h"
 #include "platform/known_players.h"
 #include "playback/missing_file.h"
 #include "playback/player_start.h"
@@ -35,6 +36,12 @@ KindOfPlayer KindOf(const Session& session) {
   return session.PlayerKind == "Unknown" ? KindOfPlayer::kUnknown : KindOfPlayer::kNone;
 }
 
+/// Whether the player reads the paths of a list as URLs.
+bool WantsUrls(const Session& session) {
+  const KnownPlayer* known = FindKnownPlayer(session.preferences.lblConfigWinamp);
+  return known != nullptr && known->urls_in_list;
+}
+
 /// The row counts as played from now on, in the catalogue and in its cell. A statement that fails
 /// leaves both.
 void StampAsPlayed(Workbench& bench, std::size_t row) {
@@ -53,14 +60,14 @@ void StampAsPlayed(Workbench& bench, std::size_t row) {
 /// The list that a player is started with: its text while it grows, then its file.
 class PlayList {
  public:
-  explicit PlayList(KindOfPlayer kind) : kind_(kind) {
+  PlayList(KindOfPlayer kind, bool urls) : kind_(kind), urls_(urls) {
     if (kind_ == KindOfPlayer::kWinamp) Line("#EXTM3U");
     if (kind_ == KindOfPlayer::kSonique) Line("[playlist]");
   }
 
   void Add(const std::string& path) {
     ++count_;
-    if (kind_ == KindOfPlayer::kWinamp) Line(path);
+    if (kind_ == KindOfPlayer::kWinamp) Line(urls_ ? FileUrl(path) : path);
     if (kind_ == KindOfPlayer::kSonique) Line("File" + std::to_string(count_) + "=" + path);
   }
 
@@ -82,13 +89,15 @@ class PlayList {
   void Line(std::string_view line) { text_.append(line).append(kLineEnd); }
 
   KindOfPlayer kind_;
+  bool urls_;
   std::int64_t count_ = 0;
   std::string text_;
 };
 
 class PlayCommand {
  public:
-  PlayCommand(Workbench& bench) : bench_(bench), kind_(KindOf(bench.session)), list_(kind_) {}
+  PlayCommand(Workbench& bench)
+      : bench_(bench), kind_(KindOf(bench.session)), list_(kind_, WantsUrls(bench.session)) {}
 
   void Run() {
     if (!MayStartThatOften()) return;

@@ -106,8 +106,7 @@ TEST_F(DesktopPlayerFinderTest, ReadsTheProgramOutOfTheEntry) {
 
 TEST_F(DesktopPlayerFinderTest, TellsTheWordsOfTheEntryThatAPersonSees) {
   const std::string player = "Categories=Player;\n";
-  Program("bin/play");
-  Program("bin/flatpak");
+  for (const char* name : {"bin/play", "bin/flatpak", "bin/env"}) Program(name);
   Program("apps/exports/bin/org.example.Play");
   std::filesystem::create_symlink(folder_.Path("bin/play"), folder_.Path("bin/other"));
   EXPECT_EQ(Words(folder_.Path("bin/play")), "");

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -10,12 +12,16 @@
 #include <QProcess>
 #include <QThread>
 #include <QUrl>
+#include <array>
 #include <chrono>
 #include <filesystem>
+#include <thread>
 #include <vector>
 
+#include "files/descriptor.h"
 #include "files/durable_file.h"
 #include "platform/mpris_player_qt.h"
+#include "platform/mpv_socket.h"
 #include "platform/process_posix.h"
 #include "support/scoped_environment.h"
 #include "support/temp_folder.h"
@@ -112,6 +118,69 @@ TEST(MprisPlayer, APlayerThatDoesNotComeBackIsWaitedForOnce) {
       << "a wait for each of them would take longer";
   EXPECT_NE(port.Find(player), "") << "it has run for two seconds, so it is found";
   std::filesystem::remove(folder.Path("go on"));
+}
+
+/// What listens at the end of mpv's socket: it says yes to each command but one.
+class FakeMpv {
+ public:
+  FakeMpv() {
+    sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
+    MpvSocketPath().copy(address.sun_path, sizeof address.sun_path - 1);
+    EXPECT_EQ(bind(end_.get(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    EXPECT_EQ(listen(end_.get(), 5), 0);
+    thread_ = std::thread([this] {
+      for (;;) {
+        const Descriptor client(accept(end_.get(), nullptr, nullptr));
+        std::array<char, 4096> bytes{};
+        const ssize_t got = recv(client.get(), bytes.data(), bytes.size(), 0);
+        if (got <= 0) return;
+        log.emplace_back(bytes.data(), static_cast<std::size_t>(got));
+        const std::string error =
+            log.back().find("loadlist") == std::string::npos ? "success" : "x";
+        const std::string answer =
+            "{\"event\":\"idle\"}\n{\"data\":1,\"request_id\":71,\"error\":\"" + error + "\"}\n";
+        send(client.get(), answer.data(), answer.size(), MSG_NOSIGNAL);
+      }
+    });
+  }
+  ~FakeMpv() {
+    shutdown(end_.get(), SHUT_RDWR);
+    thread_.join();
+  }
+  FakeMpv(const FakeMpv&) = delete;
+  FakeMpv& operator=(const FakeMpv&) = delete;
+
+  std::vector<std::string> log;
+
+ private:
+  Descriptor end_{socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+  std::thread thread_;
+};
+
+TEST(MprisPlayer, AKnownPlayerIsGivenAFileInItsOwnWay) {
+  const TempFolder folder;
+  const ScopedEnvironment no_bus("DBUS_SESSION_BUS_ADDRESS", nullptr);
+  const ScopedEnvironment runtime("XDG_RUNTIME_DIR", folder.Path().c_str());
+  PosixProcessStarter processes;
+  MprisPlayer port(processes);
+  EXPECT_TRUE(port.Send("1", LoggingPlayer(folder, "vlc"), "/m/a.mp3"));
+  EXPECT_TRUE(port.Send("1", LoggingPlayer(folder, "strawberry"), "/m/b.mp3"));
+  EXPECT_EQ(folder.Read("log"),
+            "[--started-from-file][--playlist-enqueue][/m/a.mp3][--append][/m/b.mp3]");
+  const std::string mpv = LoggingPlayer(folder, "mpv");
+  EXPECT_EQ(port.Find(mpv), "");
+  EXPECT_FALSE(port.Send("1", mpv, "/m/c.mp3")) << "none listens";
+  EXPECT_FALSE(port.Replace(folder.Path("vlc"), "/l.m3u"));
+  const FakeMpv fake;
+  EXPECT_EQ(port.Find(mpv), folder.Path("tunemeadow-mpv"));
+  EXPECT_TRUE(port.Send(MpvSocketPath(), mpv, "/m/\"\\\n\xFF.mp3"));
+  EXPECT_FALSE(port.Replace(mpv, "/l.m3u")) << "it says no";
+  const std::string end = "],\"request_id\":71}\n";
+  EXPECT_EQ(fake.log,
+            (std::vector<std::string>{
+                "{\"command\":[\"get_property\",\"pid\"" + end,
+                "{\"command\":[\"loadfile\",\"/m/\\\"\\\\\\u000a\xFF.mp3\",\"append-play\"" + end,
+                "{\"command\":[\"loadlist\",\"/l.m3u\",\"replace\"" + end}));
 }
 
 TEST(MprisPlayer, AFileGoesBehindTheLastTrackOfAListThatTakesIt) {

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "core/dates.h"
+#include "platform/file_urls.h"
 #include "playback/player_start.h"
 #include "playback/temp_list.h"
 #include "support/list_rows.h"
@@ -233,28 +234,31 @@ TEST_F(Play, APlayerIsStartedWithTheWordsOfItsEntryAndItsOwn) {
 }
 
 TEST_F(Play, AListGoesToTheRunningPlayerThatTakesIt) {
-  AddRows({"a.mp3", "b.mp3"});
+  AddRows({"a #1.mp3", "b.mp3"});
   world_.takes_lists = true;
   Press();
   EXPECT_EQ(world_.log, Texts{"replace " + ListPath("1.m3u")});
   // A sandbox hides the temporary folder, and shows the user's own.
   const ScopedEnvironment cache("XDG_CACHE_HOME", folder_.Path("cache").c_str());
+  const std::string list = "cache/tunemeadow-" + std::to_string(geteuid()) + "/1.m3u";
   session_.preferences.lblConfigWinamp = "/x/exports/bin/org.videolan.VLC";
   Press();
-  EXPECT_EQ(world_.log.back(),
-            "replace " + folder_.Path("cache/tunemeadow-") + std::to_string(geteuid()) + "/1.m3u");
+  EXPECT_EQ(world_.log.back(), "replace " + folder_.Path(list));
+  EXPECT_EQ(folder_.Read(list),
+            "#EXTM3U\r\n" + FileUrl(M("a #1.mp3")) + "\r\n" + FileUrl(M("b.mp3")) + "\r\n")
+      << "this player would cut the path at the #";
 }
 
 TEST_F(Play, ManyStartsOfAPlayerAreAskedAboutOnce) {
   session_.PlayerKind = "Unknown";
-  AddRows(Texts(20, "a.mp3"));
+  for (char name = 'a'; name < 'u'; ++name) AddRows({std::string(1, name) + ".mp3"});
   Press();
   EXPECT_EQ(world_.log.size(), 20U) << "without a question";
-  AddRows({"b.wav"});
+  AddRows({"v.wav"});
   Press();
   EXPECT_EQ(world_.log.size(), 41U) << "the desktop's program does not count";
   Run("update mp3sTabelle set lasttimeplayed=''");
-  AddRows({"c.mp3"});
+  AddRows({"w.mp3"});
   Press({Answer::kNo});
   EXPECT_EQ(world_.log.size(), 41U);
   EXPECT_EQ(Stamps(), std::string(22, '0'));
@@ -270,6 +274,7 @@ TEST_F(Play, AfterAPlayerThatDoesNotStartTheNextPlayLooksForOne) {
   const std::string failed =
       "player could not be started and plays nothing; the next play looks for a player again.";
   AddRows({"a.mp3"});
+  interaction_.statuses.clear();
   world_.starts = false;
   Press();
   EXPECT_EQ(interaction_.statuses, Texts{failed});
