@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The play commands and a real player: audacious, on a display and a session bus of its own.
+// The play commands and real players, on a display and a session bus of their own. One that is not
+// installed is skipped, and says so.
 #include <QProcess>
 #include <QThread>
 #include <filesystem>
 
 #include "library/player_detection.h"
+#include "platform/desktop_player_finder.h"
+#include "platform/known_players.h"
 #include "platform/mpris_player_qt.h"
+#include "platform/mpv_socket.h"
 #include "platform/process_posix.h"
 #include "platform/program_path.h"
 #include "playback/play.h"
@@ -16,46 +20,78 @@
 namespace tunemeadow {
 namespace {
 
-/// What the player tells of itself; empty while it does not answer.
-std::string Ask(const QStringList& words) {
+using Names = std::vector<std::string>;
+
+/// What a program prints; empty where it fails.
+std::string Ask(const char* program, const QStringList& words) {
   QProcess tool;
   tool.setStandardErrorFile(QProcess::nullDevice());
-  tool.start("audtool", words);
+  tool.start(program, words);
   tool.waitForFinished(10'000);
-  return tool.readAllStandardOutput().trimmed().toStdString();
+  return tool.readAllStandardOutput().toStdString();
 }
 
-/// The files in the player's list, once there are `count`; what there is after half a minute.
-std::vector<std::string> ListOfPlayer(std::size_t count) {
-  std::string length;
-  for (int i = 0; i < 300 && length != std::to_string(count); ++i) {
-    QThread::msleep(100);
-    length = Ask({"playlist-length"});
+/// The names a.mp3 to f.mp3 in the order in which they stand in a text.
+Names NamesIn(const std::string& text) {
+  Names names;
+  for (std::size_t at = text.find(".mp3"); at != std::string::npos;
+       at = text.find(".mp3", at + 1)) {
+    names.push_back(text.substr(at - 1, 5));
   }
-  std::vector<std::string> paths;
-  for (std::size_t i = 1; i <= count; ++i) {
-    paths.push_back(Ask({"playlist-song-filename", QString::number(i)}));
-  }
-  EXPECT_EQ(length, std::to_string(count));
-  return paths;
+  return names;
 }
 
-class RealPlayer : public CatalogueTest {
+Names ListOfAudacious() {
+  std::string text;
+  const int length = QString::fromStdString(Ask("audtool", {"playlist-length"})).toInt();
+  for (int i = 1; i <= length; ++i) {
+    text += Ask("audtool", {"playlist-song-filename", QString::number(i)});
+  }
+  return NamesIn(text);
+}
+
+/// A track without a title is named by its file, which has its extension twice for that.
+Names ListOfQmmp() { return NamesIn(Ask("qmmp", {"--no-start", "--pl-dump"})); }
+
+Names ListOfMpv() { return NamesIn(AskMpv(Names{"get_property", "playlist"}).value_or("")); }
+
+struct RealOne {
+  const char* program;
+  Names (*list)();
+  void (*end)();
+};
+
+const RealOne kRealOnes[] = {
+    {"audacious", &ListOfAudacious, [] { Ask("audtool", {"shutdown"}); }},
+    {"qmmp", &ListOfQmmp,
+     [] {
+       Ask("qmmp", {"--no-start", "--quit"});
+     }},
+    {"mpv", &ListOfMpv, [] { AskMpv(Names{"quit"}); }},
+};
+
+class RealPlayer : public CatalogueTest, public testing::WithParamInterface<RealOne> {
  protected:
-  RealPlayer() {
-    session_.preferences.lblConfigWinamp = ProgramPath("audacious");
-    session_.PlayerKind = PlayerKindOf(session_.preferences.lblConfigWinamp);
-    for (const char* name : {"a.mp3", "b \"1\" #\xC3\xA4.mp3", "c.mp3", "d.mp3"}) {
-      paths_.push_back(folder_.Write(name, Mp3File().Frames(2000).Build()));
-      Run("insert into mp3sTabelle (location) values ('" + paths_.back() + "')");
+  void SetUp() override {
+    std::string& player = session_.preferences.lblConfigWinamp;
+    player = ProgramPath(GetParam().program);
+    if (player.empty()) GTEST_SKIP() << GetParam().program << " is not installed";
+    session_.PlayerKind = PlayerKindOf(player);
+    for (const char* name : {"a", "b \"1\" #\xC3\xA4 b", "c", "d", "e", "f"}) {
+      const std::string path =
+          folder_.Write(name + std::string(".mp3"), Mp3File().Frames(2000).Build());
+      Run("insert into mp3sTabelle (location) values ('" + path + "')");
     }
     std::filesystem::create_directories(folder_.Path("tmp"));
     cmdSuchen(bench_);
   }
-  ~RealPlayer() override {
-    Ask({"shutdown"});
-    // Its folder must not go from under it.
-    for (int i = 0; i < 100 && !Ask({"playlist-length"}).empty(); ++i) QThread::msleep(50);
+  /// Its folder must not go from under the player.
+  void TearDown() override {
+    if (IsSkipped()) return;
+    GetParam().end();
+    for (int i = 0; i < 100 && !players_.Find(session_.preferences.lblConfigWinamp).empty(); ++i) {
+      QThread::msleep(50);
+    }
   }
 
   void Select(std::size_t first, std::size_t last) {
@@ -63,30 +99,44 @@ class RealPlayer : public CatalogueTest {
     bench_.ListView1.SetSelected(first, last, true);
   }
 
-  Texts paths_;
+  /// The player's list, once it is that; what it is after half a minute.
+  static Names ListWhenIt(const Names& wanted) {
+    Names list;
+    for (int i = 0; i < 300 && list != wanted; ++i) {
+      QThread::msleep(100);
+      list = GetParam().list();
+    }
+    return list;
+  }
+
   ScopedEnvironment temp_{"TMPDIR", folder_.Path("tmp").c_str()};
   PosixProcessStarter processes_;
   MprisPlayer players_{processes_};
-  /// The player is real, the rest is not.
-  World player_world_{processes_, world_, players_, world_, world_, world_, world_};
+  DesktopPlayerFinder finder_;
+  /// The player and its entry are real, the rest is not.
+  World player_world_{processes_, world_, players_, finder_, world_, world_, world_};
   Workbench bench_{session_, interaction_, player_world_};
 };
 
-TEST_F(RealPlayer, IsLoadedGivenFilesAndGivenAList) {
+TEST_P(RealPlayer, IsLoadedGivenFilesAndGivenAList) {
   ASSERT_EQ(session_.PlayerKind, "Winamp");
+  const Names two{"a.mp3", "b.mp3"}, four{"a.mp3", "b.mp3", "c.mp3", "d.mp3"};
+  const Names six{"a.mp3", "b.mp3", "c.mp3", "d.mp3", "e.mp3", "f.mp3"};
   Select(0, 1);
   mnuAddToWinampsplaylist_Click(bench_);
-  EXPECT_EQ(ListOfPlayer(2), (Texts{paths_[0], paths_[1]})) << "loaded, then given both in order";
-  EXPECT_EQ(bench_.WinampWindow, "org.mpris.MediaPlayer2.audacious");
+  EXPECT_EQ(ListWhenIt(two), two) << "loaded, then given both in order";
   Select(2, 3);
   mnuAddToWinampsplaylist_Click(bench_);
-  EXPECT_EQ(ListOfPlayer(4), paths_) << "the running one takes more";
-  Select(1, 3);
+  EXPECT_EQ(ListWhenIt(four), four) << "the running one takes more";
+  Select(0, 5);
   cmdSpielen_Click(bench_);
-  EXPECT_EQ(ListOfPlayer(3), (Texts{paths_[1], paths_[2], paths_[3]})) << "a list takes its place";
-  EXPECT_EQ(Rows("select count(*) from mp3sTabelle where lasttimeplayed<>''"), Texts{"4"});
+  EXPECT_EQ(ListWhenIt(six), six) << "a list takes its place";
+  EXPECT_EQ(Rows("select count(*) from mp3sTabelle where lasttimeplayed<>''"), Texts{"6"});
   EXPECT_TRUE(world_.log.empty());
 }
+
+INSTANTIATE_TEST_SUITE_P(, RealPlayer, testing::ValuesIn(kRealOnes),
+                         [](const auto& one) { return std::string(one.param.program); });
 
 }  // namespace
 }  // namespace tunemeadow
