@@ -18,7 +18,6 @@ constexpr std::array kVlcStart{Word("--started-from-file")};
 constexpr std::array kVlcAdd{Word("--started-from-file"), Word("--playlist-enqueue")};
 constexpr std::array kMpvStart{Word("--player-operation-mode=pseudo-gui")};
 constexpr std::array kStrawberryList{Word("--load"), Word("--play")};
-constexpr std::array kClementineList{Word("--load")};
 constexpr std::array kAppend{Word("--append")};
 constexpr std::array kCelluloidAdd{Word("--enqueue")};
 
@@ -28,7 +27,6 @@ constexpr std::array kKnownPlayers{
     KnownPlayer{"vlc", true, AddsBy::kSwitch, kVlcStart, {}, kVlcAdd, true},
     KnownPlayer{"mpv", true, AddsBy::kSocket, kMpvStart, {}, {}},
     KnownPlayer{"strawberry", true, AddsBy::kSwitch, {}, kStrawberryList, kAppend},
-    KnownPlayer{"clementine", true, AddsBy::kSwitch, {}, kClementineList, kAppend},
     KnownPlayer{"celluloid", true, AddsBy::kSwitch, {}, {}, kCelluloidAdd},
 };
 

@@ -19,9 +19,10 @@ TEST(PlayerKindOf, GoesByThePathAndByTheNamesOfPlayersThatTakeAList) {
   EXPECT_EQ(PlayerKindOf("C:\\Programme\\WinAmp\\studio.exe"), "Winamp");
   EXPECT_EQ(PlayerKindOf("/opt/sonique-to-winamp/run"), "Winamp");
   EXPECT_EQ(PlayerKindOf("/opt/Sonique/x"), "Sonique");
-  for (const char* path : {"/usr/bin/audacious", "/usr/bin/qmmp", "/usr/bin/vlc", "/usr/bin/mpv",
-                           "/usr/bin/strawberry", "/usr/bin/qmmp-1", "/opt/vlc-3.0.18",
-                           "/x/exports/bin/org.videolan.VLC", "/x/exports/bin/io.mpv.Mpv"}) {
+  for (const char* path :
+       {"/usr/bin/audacious", "/usr/bin/qmmp", "/usr/bin/vlc", "/usr/bin/mpv",
+        "/usr/bin/strawberry", "/usr/bin/celluloid", "/usr/bin/qmmp-1", "/opt/vlc-3.0.18",
+        "/x/exports/bin/org.videolan.VLC", "/x/exports/bin/io.mpv.Mpv"}) {
     EXPECT_EQ(PlayerKindOf(path), "Winamp") << path;
   }
   for (const char* path : {"/opt/audacious/play", "/usr/bin/vlc-wrapper", "/usr/bin/mpvd",
