@@ -7,7 +7,7 @@
 #include "core/paths.h"
 #include "core/text.h"
 #include "files/file_facts.h"
-#include "library/player_detection.h"
+#include "platform/player_detection.h"
 #include "run/catalogue.h"
 #include "store/backup.h"
 #include "store/compact_copy.h"

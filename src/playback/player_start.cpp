@@ -9,7 +9,7 @@
 #include "core/text.h"
 #include "platform/known_players.h"
 #include "platform/mpv_socket.h"
-#include "playback/player_detection.h"
+#include "platform/player_detection.h"
 
 namespace tunemeadow {
 namespace {

@@ -5,11 +5,11 @@
 #include <QThread>
 #include <filesystem>
 
-#include "library/player_detection.h"
 #include "platform/desktop_player_finder.h"
 #include "platform/known_players.h"
 #include "platform/mpris_player_qt.h"
 #include "platform/mpv_socket.h"
+#include "platform/player_detection.h"
 #include "platform/process_posix.h"
 #include "platform/program_path.h"
 #include "playback/play.h"

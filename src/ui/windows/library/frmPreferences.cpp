@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/windows/library/frmPreferences.h"
 
-#include "library/player_detection.h"
 #include "library/start_up.h"
+#include "platform/player_detection.h"
 #include "run/preference_rules.h"
 #include "ui/kit/help_pages.h"
 #include "ui/kit/path_field.h"

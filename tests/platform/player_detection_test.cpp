@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "library/player_detection.h"
+#include "platform/player_detection.h"
 
 #include <gtest/gtest.h>
 
