@@ -15,7 +15,7 @@ packages_to_build=(g++ cmake ninja-build pkg-config ccache python3 sqlite3 sox l
 packages_to_show=(fonts-noto-core libqt6svg6 qt6-qpa-plugins xdg-utils)
 packages_without_display=(xvfb xauth openbox xdotool imagemagick)
 packages_to_test=(libgtest-dev libgmock-dev libbenchmark-dev vorbis-tools procps
-                  dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi audacious mpv qmmp)
+                  dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3-gi audacious mpv)
 packages_to_check=(clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 git
                    desktop-file-utils appstream shellcheck)
 

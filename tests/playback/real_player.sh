@@ -13,7 +13,7 @@ for tool in dbus-run-session Xvfb; do
   exit 77
 done
 players=()
-for player in audacious qmmp mpv; do
+for player in audacious mpv; do
   if command -v "$player" >/dev/null; then
     players+=("$player")
   else
