@@ -40,14 +40,14 @@ constexpr std::array<CharClass, 256> kCharClasses = [] {
   for (int c = 'A'; c <= 'Z'; ++c) classes[static_cast<std::size_t>(c)] = CharClass::kWord;
   for (std::size_t c = 0x80; c < 0x100; ++c) classes[c] = CharClass::kWord;
   for (int c = '0'; c <= '9'; ++c) classes[static_cast<std::size_t>(c)] = CharClass::kDigit;
-  for (const unsigned char c : {' ', '\t', '\r', '\n', '\f'}) {
-    classes[static_cast<std::size_t>(c)] = CharClass::kBlank;
+  for (const char c : {' ', '\t', '\r', '\n', '\f'}) {
+    classes[static_cast<unsigned char>(c)] = CharClass::kBlank;
   }
   classes['_'] = CharClass::kWord;
   classes['"'] = classes['\''] = CharClass::kQuote;
   // The store would take these for parameters, and a NUL for the end of the statement.
-  for (const unsigned char c : {'?', ':', '@', '$', '\0'}) {
-    classes[static_cast<std::size_t>(c)] = CharClass::kRefused;
+  for (const char c : {'?', ':', '@', '$', '\0'}) {
+    classes[static_cast<unsigned char>(c)] = CharClass::kRefused;
   }
   return classes;
 }();
