@@ -26,12 +26,6 @@ int TakeYear(std::string_view& text) noexcept {
   return before - text.size() == 4 ? year : -1;
 }
 
-int DaysOf(int month, int year) noexcept {
-  const bool is_leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-  if (month == 2) return is_leap ? 29 : 28;
-  return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
-}
-
 bool Take(std::string_view& text, char expected) noexcept {
   if (text.empty() || text.front() != expected) return false;
   text.remove_prefix(1);
@@ -48,7 +42,7 @@ bool TakeDate(std::string_view& text, std::tm& moment) noexcept {
   const int last = year_first ? TakeNumber(text, 2) : TakeYear(text);
   const int year = year_first ? first : last;
   const int day = year_first ? last : first;
-  if (year < 1 || day < 1 || day > DaysOf(month, year)) return false;
+  if (year < 1 || day < 1 || day > DaysOfMonth(year, month)) return false;
   moment.tm_year = year - 1900;
   moment.tm_mon = month - 1;
   moment.tm_mday = day;
@@ -101,6 +95,12 @@ std::string DateTimeText(std::time_t moment) {
 }
 
 std::string Now() { return DateTimeText(std::time(nullptr)); }
+
+int DaysOfMonth(int year, int month) noexcept {
+  const bool is_leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+  if (month == 2) return is_leap ? 29 : 28;
+  return month == 4 || month == 6 || month == 9 || month == 11 ? 30 : 31;
+}
 
 std::optional<std::time_t> ParseDateTime(std::string_view text) {
   std::tm moment{};

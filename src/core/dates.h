@@ -16,6 +16,9 @@ namespace tunemeadow {
 /// Text of the present moment.
 [[nodiscard]] std::string Now();
 
+/// Days of a month, 1 to 12, in the Gregorian calendar.
+[[nodiscard]] int DaysOfMonth(int year, int month) noexcept;
+
 /// The moment that a text names: "YYYY-MM-DD hh:mm[:ss]" or "DD.MM.YYYY hh:mm[:ss]", the time of
 /// day left out or not, blanks around it. nullopt where it is anything else, also a day that the
 /// month does not have.

@@ -59,8 +59,6 @@ char32_t LowerOf(char32_t c) noexcept {
   return c < CaseTable::kCached ? Cases().lower[c] : CaseTable::LowerOfWide(c);
 }
 
-char LowerAscii(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
-
 /// `of_ascii` maps a char, `of_any` any character; they agree on ASCII.
 template <typename OfAscii, typename OfAny>
 std::string MapCharacters(std::string_view text, OfAscii of_ascii, OfAny of_any) {
@@ -206,8 +204,6 @@ std::string Upper(std::string_view text) {
 }
 
 std::string Lower(std::string_view text) { return MapCharacters(text, LowerAscii, LowerOf); }
-
-char UpperAscii(char c) noexcept { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
 
 std::string UpperAscii(std::string_view text) {
   std::string upper(text);

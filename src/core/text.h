@@ -36,9 +36,14 @@ namespace tunemeadow {
 [[nodiscard]] std::string Upper(std::string_view text);
 [[nodiscard]] std::string Lower(std::string_view text);
 
-/// A to Z only, byte for byte: positions in the result are positions in the text.
+/// The case of A to Z only, byte for byte: positions in the result are positions in the text.
 [[nodiscard]] std::string UpperAscii(std::string_view text);
-[[nodiscard]] char UpperAscii(char c) noexcept;
+[[nodiscard]] constexpr char UpperAscii(char c) noexcept {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+[[nodiscard]] constexpr char LowerAscii(char c) noexcept {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
 
 /// Equality without regard to the case of ASCII letters.
 [[nodiscard]] bool EqualsNoCase(std::string_view left, std::string_view right) noexcept;

@@ -11,28 +11,8 @@
 namespace tunemeadow {
 namespace {
 
-/// Lower case of A to Z; every other byte is itself. So texts without other letters need no copy.
-constexpr std::array<unsigned char, 256> kFoldedBytes = [] {
-  std::array<unsigned char, 256> folded{};
-  for (std::size_t c = 0; c < 256; ++c) {
-    folded[c] = static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
-  }
-  return folded;
-}();
-
-unsigned char FoldedByte(char c) noexcept { return kFoldedBytes[static_cast<unsigned char>(c)]; }
-
-bool HoldsOnlyAscii(std::string_view text) noexcept {
-  const char* at = text.data();
-  std::size_t left = text.size();
-  for (; left >= sizeof(std::uint64_t); left -= sizeof(std::uint64_t)) {
-    std::uint64_t eight = 0;
-    std::memcpy(&eight, at, sizeof eight);
-    if ((eight & 0x8080808080808080U) != 0) return false;
-    at += sizeof eight;
-  }
-  return std::all_of(at, at + left, [](char c) { return (c & 0x80) == 0; });
-}
+/// Texts without other letters need no copy.
+unsigned char FoldedByte(char c) noexcept { return static_cast<unsigned char>(LowerAscii(c)); }
 
 /// Whether the folded `piece` stands at `at`, in either case.
 bool StandsAt(std::string_view piece, const char* at) noexcept {
@@ -126,7 +106,7 @@ LikePattern::LikePattern(std::string_view pattern) {
   AppendFolded(folded, pattern);
   // Outside ASCII these fold to letters within: long s, dotted and dotless i, the Kelvin sign.
   has_foreign_ = folded.find_first_of("iks") != std::string::npos;
-  plain_ascii_ = HoldsOnlyAscii(folded) && folded.find('_') == std::string::npos;
+  plain_ascii_ = AllAscii(folded) && folded.find('_') == std::string::npos;
   for (const std::string_view bytes : Split(folded, '%')) {
     if (!bytes.empty()) AddPiece(std::string(bytes));
   }
@@ -152,7 +132,7 @@ void LikePattern::AddPiece(std::string bytes) {
 
 bool LikePattern::Matches(std::string_view text) {
   if (plain_ascii_ && !has_foreign_) return MatchesFolded(text);
-  if (HoldsOnlyAscii(text)) return MatchesFolded(text);
+  if (AllAscii(text)) return MatchesFolded(text);
   folded_.clear();
   AppendFolded(folded_, text);
   return MatchesFolded(folded_);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <ctime>
 #include <exception>
 #include <memory>
@@ -94,33 +95,31 @@ void NowFunction(sqlite3_context* context, int /*count*/, sqlite3_value** /*none
   }
 }
 
-int DaysOfMonth(int year, int month) noexcept {
-  constexpr std::array<int, 12> kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  const bool leap = year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-  return kDays[static_cast<std::size_t>(month)] + (month == 1 && leap ? 1 : 0);
-}
-
 /// Adds whole months; a day that the month does not have becomes its last one.
 void AddMonths(std::tm& moment, int months) noexcept {
   const int total = moment.tm_year * 12 + moment.tm_mon + months;
   moment.tm_year = total >= 0 ? total / 12 : -((11 - total) / 12);
   moment.tm_mon = total - moment.tm_year * 12;
-  moment.tm_mday = std::min(moment.tm_mday, DaysOfMonth(moment.tm_year + 1900, moment.tm_mon));
+  moment.tm_mday = std::min(moment.tm_mday, DaysOfMonth(moment.tm_year + 1900, moment.tm_mon + 1));
 }
 
 /// nullopt for an interval that there is none of.
-std::optional<std::time_t> AddInterval(std::time_t moment, std::string_view interval, int count) {
+std::optional<std::time_t> AddInterval(std::time_t moment, std::string_view interval,
+                                       std::int64_t count) {
   if (EqualsNoCase(interval, "S")) return moment + count;
-  if (EqualsNoCase(interval, "N")) return moment + std::time_t{60} * count;
-  if (EqualsNoCase(interval, "H")) return moment + std::time_t{3600} * count;
+  if (EqualsNoCase(interval, "N")) return moment + 60 * count;
+  if (EqualsNoCase(interval, "H")) return moment + 3600 * count;
+  // As many days lead out of the calendar from any day in it.
+  constexpr std::int64_t kMostDays = 4'000'000;
+  const int steps = static_cast<int>(std::clamp(count, -kMostDays, kMostDays));
   std::tm calendar{};
   localtime_r(&moment, &calendar);
   if (EqualsNoCase(interval, "D")) {
-    calendar.tm_mday += count;
+    calendar.tm_mday += steps;
   } else if (EqualsNoCase(interval, "M")) {
-    AddMonths(calendar, count);
+    AddMonths(calendar, steps);
   } else if (EqualsNoCase(interval, "YYYY")) {
-    AddMonths(calendar, 12 * count);
+    AddMonths(calendar, 12 * steps);
   } else {
     return std::nullopt;
   }
@@ -130,10 +129,10 @@ std::optional<std::time_t> AddInterval(std::time_t moment, std::string_view inte
 
 void ReturnMovedDate(sqlite3_context* context, std::string_view interval, double number,
                      std::time_t moment) {
-  // Wide enough for any moment of the calendar in seconds of one lifetime, far from any overflow.
-  constexpr double kMost = 100'000'000;
+  // More seconds than the years 1 to 9999 have, and as hours still far from any overflow.
+  constexpr double kMost = 400'000'000'000;
   if (!(std::abs(number) < kMost)) return ReturnError(context, "dateadd: the number is too large.");
-  const auto moved = AddInterval(moment, interval, static_cast<int>(RoundHalfEven(number)));
+  const auto moved = AddInterval(moment, interval, RoundHalfEven(number));
   if (!moved) return ReturnError(context, "dateadd: there is no such interval.");
   const std::string text = DateTimeText(*moved);
   if (text.empty()) return ReturnError(context, "dateadd: the moment lies outside the calendar.");

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tracks/tag_candidates.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -29,9 +28,7 @@ void StripInPlace(std::string& text) {
 }
 
 void DecodeInPlace(std::string& text) {
-  const bool ascii = std::all_of(text.begin(), text.end(),
-                                 [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-  if (!ascii) text = FromTagText(text);
+  if (!AllAscii(text)) text = FromTagText(text);
 }
 
 /// The byte of the track number follows a zero byte and would become text without the cut.

@@ -26,8 +26,7 @@ std::string IconKey(std::string_view location) {
 void RowIcons::Add(std::string_view location) {
   const std::string_view end =
       location.substr(location.size() - std::min(location.size(), kExtensionCharacters));
-  const bool ascii = std::all_of(end.begin(), end.end(),
-                                 [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  const bool ascii = AllAscii(end);
   if (ascii && end == last_ && !keys_.empty()) return;
   last_ = ascii ? end : std::string_view();
   std::string key = IconKey(location);

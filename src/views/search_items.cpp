@@ -17,8 +17,6 @@ namespace {
 
 constexpr std::size_t kGenreList = 4;  ///< place of cboGenre
 
-char FoldAscii(char c) noexcept { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
-
 /// A text with the first of its folded bytes, big-endian: most comparisons end there.
 struct HeadedText {
   std::uint64_t head;
@@ -28,7 +26,7 @@ struct HeadedText {
 HeadedText WithHead(std::string_view text) noexcept {
   std::uint64_t head = 0;
   for (std::size_t i = 0; i < sizeof head; ++i) {
-    const char c = i < text.size() ? FoldAscii(text[i]) : '\0';
+    const char c = i < text.size() ? LowerAscii(text[i]) : '\0';
     head = head << 8 | static_cast<unsigned char>(c);
   }
   return {head, text};
@@ -37,10 +35,11 @@ HeadedText WithHead(std::string_view text) noexcept {
 /// The order of the store's columns: bytes, A to Z folded to a to z.
 bool StoreLess(const HeadedText& left, const HeadedText& right) noexcept {
   if (left.head != right.head) return left.head < right.head;
-  return std::lexicographical_compare(
-      left.text.begin(), left.text.end(), right.text.begin(), right.text.end(), [](char a, char b) {
-        return static_cast<unsigned char>(FoldAscii(a)) < static_cast<unsigned char>(FoldAscii(b));
-      });
+  return std::lexicographical_compare(left.text.begin(), left.text.end(), right.text.begin(),
+                                      right.text.end(), [](char a, char b) {
+                                        return static_cast<unsigned char>(LowerAscii(a)) <
+                                               static_cast<unsigned char>(LowerAscii(b));
+                                      });
 }
 
 /// The distinct texts of one column. Of texts that differ in the case of A to Z only, the one that
@@ -73,7 +72,7 @@ class DistinctTexts {
   static std::size_t HashOf(const HeadedText& headed) noexcept {
     std::uint64_t hash = headed.head * 0x9E3779B97F4A7C15U;
     for (std::size_t i = sizeof headed.head; i < headed.text.size(); ++i) {
-      hash = (hash ^ static_cast<unsigned char>(FoldAscii(headed.text[i]))) * 0x100000001B3U;
+      hash = (hash ^ static_cast<unsigned char>(LowerAscii(headed.text[i]))) * 0x100000001B3U;
     }
     return static_cast<std::size_t>(hash ^ hash >> 29);
   }

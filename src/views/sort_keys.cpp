@@ -120,10 +120,9 @@ void AppendFolded(std::string& buffer, std::string_view text) {
   const std::size_t begin = buffer.size();
   buffer.append(text);
   for (std::size_t i = begin; i < buffer.size(); ++i) {
-    const char c = buffer[i];
-    if (c >= 'A' && c <= 'Z') {
-      buffer[i] = static_cast<char>(c + 32);
-    } else if (static_cast<unsigned char>(c) >= 0x80) {
+    if (const char c = buffer[i]; (c & 0x80) == 0) {
+      buffer[i] = LowerAscii(c);
+    } else {
       text.remove_prefix(i - begin);
       buffer.resize(i);
       while (!text.empty()) {

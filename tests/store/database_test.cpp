@@ -232,8 +232,10 @@ TEST(ConnectionExecute, DatesAreMovedByTheCalendar) {
   EXPECT_EQ(moved("'h',25,'2024-01-01 00:00:00'"), "2024-01-02 01:00:00");
   EXPECT_EQ(moved("'n',2.5,'2024-01-01 00:00:00'"), "2024-01-01 00:02:00");
   EXPECT_EQ(moved("'s',-1,'2024-01-01 00:00:00'"), "2023-12-31 23:59:59");
+  EXPECT_EQ(moved("'s',978307200,'1990-01-01 00:00:00'"), "2021-01-01 00:00:00");
   EXPECT_EQ(moved("'d',1,'soon'"), "");
-  for (const char* wrong : {"'x',1,now()", "'yyyy',20000,now()", "'d',1e300,now()"}) {
+  for (const char* wrong : {"'x',1,now()", "'yyyy',20000,now()", "'d',1e300,now()",
+                            "'d',-3e11,now()", "'h',3e11,now()"}) {
     EXPECT_NE(FailureOf(catalogue.connection, std::string("select dateadd(") + wrong + ")"), "");
   }
   EXPECT_LE(catalogue.Value("select now()"), Now());
