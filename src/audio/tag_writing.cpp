@@ -56,11 +56,6 @@ TagLosses& TagLosses::operator+=(const TagLosses& more) noexcept {
   return *this;
 }
 
-bool TagLosses::Any() const noexcept {
-  return std::any_of(kLossClauses.begin(), kLossClauses.end(),
-                     [this](const LossClause& clause) { return this->*clause.count > 0; });
-}
-
 std::string LossSentence(const TagLosses& losses) {
   std::string sentence;
   for (const LossClause& clause : kLossClauses) {

@@ -34,8 +34,6 @@ struct TagLosses {
   int sounds = 0;      ///< Lyrics3 blocks written over the last 128 bytes of sound
 
   TagLosses& operator+=(const TagLosses& more) noexcept;
-
-  [[nodiscard]] bool Any() const noexcept;
 };
 
 /// One short sentence for the status line; empty where nothing was lost.

@@ -2,6 +2,7 @@
 #include "playback/play_all.h"
 
 #include "core/text.h"
+#include "playback/play.h"
 #include "views/tree.h"
 
 namespace tunemeadow {

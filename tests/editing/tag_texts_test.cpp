@@ -36,7 +36,7 @@ TEST_F(FilledInfo, IsTheSameFromTheRowAndFromTheEditor) {
   Mp3Info of_row;
   FillInfo(bench_.ListView1.Record(0), of_row, losses_);
   EXPECT_EQ(WrittenTexts(of_row), expected);
-  EXPECT_FALSE(losses_.Any());
+  EXPECT_EQ(LossSentence(losses_), "");
 }
 
 TEST_F(FilledInfo, CountsTheTextsThatTheCodePageLacks) {
@@ -96,7 +96,7 @@ TEST_F(FilledInfo, OfAFileIsWhatItsTagsSayWhateverAnImportPassesOver) {
   EXPECT_EQ(texts[TrackField::Songname], "Sky");
   ASSERT_TRUE(take("blues.mp3"));
   EXPECT_EQ(info_.GenreV2, "Blues");
-  EXPECT_FALSE(losses_.Any());
+  EXPECT_EQ(LossSentence(losses_), "");
 }
 
 }  // namespace
