@@ -9,7 +9,7 @@
 namespace tunemeadow {
 namespace {
 
-/// Takes a number of at most `digits` digits off the front of `text`; -1 where there is none.
+/// Takes a number of at most `digits` digits off the front of `text`; -1 if there is none.
 int TakeNumber(std::string_view& text, std::size_t digits) noexcept {
   const std::size_t length = std::min(text.find_first_not_of("0123456789"), text.size());
   if (length == 0 || length > digits) return -1;

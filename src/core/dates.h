@@ -20,7 +20,7 @@ namespace tunemeadow {
 [[nodiscard]] int DaysOfMonth(int year, int month) noexcept;
 
 /// The moment that a text names: "YYYY-MM-DD hh:mm[:ss]" or "DD.MM.YYYY hh:mm[:ss]", the time of
-/// day left out or not, blanks around it. nullopt where it is anything else, also a day that the
+/// day left out or not, blanks around it. nullopt if it is anything else, also a day that the
 /// month does not have.
 [[nodiscard]] std::optional<std::time_t> ParseDateTime(std::string_view text);
 

@@ -13,7 +13,7 @@ namespace {
 
 template <typename Number>
 std::optional<Number> ParseWholeText(std::string_view text) noexcept {
-  // from_chars knows no plus sign; behind one, a minus sign is no number.
+  // from_chars knows no plus sign; after one, a minus sign is no number.
   if (text.starts_with('+')) {
     text.remove_prefix(1);
     if (text.starts_with('-')) return std::nullopt;

@@ -23,13 +23,13 @@ namespace tunemeadow {
 [[nodiscard]] std::int64_t RoundHalfEven(double value) noexcept;
 
 /// The number that the text is, blanks around it allowed; a point or a comma stands before the
-/// decimals. nullopt where the text is anything else, or not finite.
+/// decimals. nullopt if the text is anything else, or not finite.
 [[nodiscard]] std::optional<double> ParseNumber(std::string_view text) noexcept;
 
-/// The whole number that the text is, blanks around it allowed; nullopt where it is anything else.
+/// The whole number that the text is, blanks around it allowed; nullopt if it is anything else.
 [[nodiscard]] std::optional<std::int64_t> ParseWhole(std::string_view text) noexcept;
 
-/// The number at the start of the text behind blanks, 0 where there is none.
+/// The number at the start of the text after blanks, 0 if there is none.
 [[nodiscard]] double LeadingNumber(std::string_view text) noexcept;
 
 }  // namespace tunemeadow

@@ -12,13 +12,13 @@ namespace tunemeadow {
 /// '/' or '\\', by the rule above. A text without either is separated by '/'.
 [[nodiscard]] char SeparatorOf(std::string_view path) noexcept;
 
-/// The part behind the last separator; all of it where there is none.
+/// The part after the last separator; all of it if there is none.
 [[nodiscard]] std::string_view FileNamePart(std::string_view path) noexcept;
 
-/// The part before the file name, with its trailing separator; empty where there is none.
+/// The part before the file name, with its trailing separator; empty if there is none.
 [[nodiscard]] std::string_view FolderPart(std::string_view path) noexcept;
 
-/// The text behind the last "." of the file name; empty where there is none.
+/// The text after the last "." of the file name; empty if there is none.
 [[nodiscard]] std::string_view ExtensionPart(std::string_view path) noexcept;
 
 /// The folder with one separator at its end. An empty folder stays empty.

@@ -22,7 +22,7 @@ namespace tunemeadow {
 /// The last `count` characters, or all of them.
 [[nodiscard]] std::string_view Right(std::string_view text, std::size_t count) noexcept;
 
-/// `count` characters from `start` (from 1) on; less where the text ends, none behind its end.
+/// `count` characters from `start` (from 1) on; less where the text ends, none after its end.
 [[nodiscard]] std::string_view Mid(std::string_view text, std::size_t start,
                                    std::size_t count = std::string_view::npos) noexcept;
 
