@@ -7,7 +7,7 @@
 namespace tunemeadow {
 
 /// Copies the catalogue to `mp3s.bak` of the program's folder, log included. The old backup stays
-/// until the new one is whole, checked and synced. False where that failed; nobody is told, and the
+/// until the new one is whole, checked and synced. False if that failed; nobody is told, and the
 /// old backup is as it was: a damaged catalogue never takes the place of a sound backup.
 bool MakeBackup(const std::string& database_path, const std::string& program_folder);
 

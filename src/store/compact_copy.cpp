@@ -126,7 +126,7 @@ struct CatalogueState {
   timespec modified{};
 };
 
-/// Folds in what a crash left and looks at the file. nullopt where it is not to be touched.
+/// Folds in what a crash left and looks at the file. nullopt if it is not to be touched.
 std::optional<CatalogueState> RecoverCatalogue(const std::string& path) {
   CatalogueState state;
   {

@@ -24,16 +24,17 @@ struct FileOrigin {
 };
 
 /// The origin that the file of an open store would have. The caller holds a read transaction, so
-/// that nothing is folded into the file meanwhile. nullopt where it cannot be read.
+/// that nothing is folded into the file meanwhile. nullopt if it cannot be read.
 [[nodiscard]] std::optional<FileOrigin> OriginOf(sqlite3* store);
 
 /// Makes a compacted copy of the catalogue `source` at `output`, replacing an older one; both are
 /// paths in bytes. The copy appears under its name only when it is whole, checked and synced; it
-/// carries its origin and the source's modification time. "" for success, else what went wrong;
-/// then `output` is as before. Fails rather than copies a catalogue that is written to meanwhile.
+/// carries its origin and the source's modification time. "" for success, otherwise what went
+/// wrong; then `output` is as before. Fails rather than copies a catalogue that is written to
+/// meanwhile.
 [[nodiscard]] std::string MakeCompactCopy(const std::string& source, const std::string& output);
 
-/// Puts `compact.mdb` of the program's folder in the place of the catalogue, if nothing was written
+/// Puts `compact.mdb` of the program's folder in place of the catalogue, if nothing was written
 /// to the catalogue since the copy was made and the copy is a sound catalogue; any other copy is
 /// removed. A copy without an origin, from elsewhere, must not be older than the catalogue's last
 /// change. Copy and catalogue both stay where the catalogue is missing, locked or damaged, or where

@@ -54,7 +54,7 @@ class Recordset {
   /// All rows; the recordset is empty afterwards. Columns are those of the select, in its order.
   [[nodiscard]] CellTable GetRows() noexcept { return std::move(rows_); }
 
-  /// Text of a column of the first row, its name matched without regard to case; empty where there
+  /// Text of a column of the first row, its name matched without regard to case; empty if there
   /// is no such column or no row.
   [[nodiscard]] std::string Fields(std::string_view name) const;
 

@@ -24,7 +24,7 @@ struct StoreStatement {
 ///   (x is null).
 /// - BPM, playtimereal and filesizereal beside a comparison with a bare number compare as numbers,
 ///   and an empty or missing value never falls into a range.
-/// Throws DatabaseError for an unterminated literal or bracket and for a second statement behind
+/// Throws DatabaseError for an unterminated literal or bracket and for a second statement after
 /// the first.
 [[nodiscard]] StoreStatement TranslateStatement(std::string_view statement);
 

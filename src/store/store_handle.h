@@ -37,7 +37,7 @@ inline constexpr int kBusyWaitMilliseconds = 3000;
 /// Runs statements that return nothing of use; SQLite's code.
 int RunPlain(sqlite3* store, const char* sql) noexcept;
 
-/// First column of the first row as text, "" for none and for a null; nullopt where it failed.
+/// First column of the first row as text, "" for none and for a null; nullopt if it failed.
 [[nodiscard]] std::optional<std::string> FirstText(sqlite3* store, const char* sql);
 
 /// Whether all three tables of a catalogue are there.

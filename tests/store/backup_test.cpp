@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Backup and compact copy: what stands in the place of the catalogue after whatever went wrong.
+// Backup and compact copy: what stands in place of the catalogue after whatever went wrong.
 #include "store/backup.h"
 
 #include <gmock/gmock.h>
