@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "editing/file_run.h"
@@ -89,9 +90,31 @@ MessageBox RemovalFailure(const TagRemover& remover, const std::string& result) 
           .buttons = Buttons::kAbortRetryIgnore};
 }
 
-/// Whether the file has lost the tag.
-bool RemoveOne(Workbench& bench, FileRun& run, const TagRemover& remover, const Removal& removal,
-               const std::string& path) {
+/// The tags that one file has lost. Its row is told once the file is marked as done: were the
+/// program killed in between, the file would get them back.
+class LostTags {
+ public:
+  explicit LostTags(FileRun& run) : run_(run) {}
+
+  void Add(const Removal& removal) {
+    untold_.push_back(&removal);
+    any_ = true;
+  }
+  void TellRow() {
+    if (untold_.empty()) return;
+    run_.FileDone();
+    for (const Removal* removal : std::exchange(untold_, {})) run_.UpdateRow(removal->update);
+  }
+  [[nodiscard]] bool Any() const noexcept { return any_; }
+
+ private:
+  FileRun& run_;
+  std::vector<const Removal*> untold_;
+  bool any_ = false;
+};
+
+void RemoveOne(Workbench& bench, FileRun& run, const TagRemover& remover, const Removal& removal,
+               const std::string& path, LostTags& lost) {
   bool removed = false;
   const auto try_once = [&]() -> std::optional<MessageBox> {
     if (!removal.status.empty()) bench.interaction.SetStatus(std::string(removal.status));
@@ -99,11 +122,10 @@ bool RemoveOne(Workbench& bench, FileRun& run, const TagRemover& remover, const 
     if (!removal.status.empty()) bench.interaction.SetStatus("");
     removed = result == "OK";
     if (removed || result == NoTagText(removal.tag)) return std::nullopt;
+    lost.TellRow();  // a box can stand for long
     return RemovalFailure(remover, result);
   };
-  if (!run.Try(try_once) || !removed) return false;
-  run.UpdateRow(removal.update);
-  return true;
+  if (run.Try(try_once) && removed) lost.Add(removal);
 }
 
 /// Number of files that have lost a tag.
@@ -112,12 +134,13 @@ std::size_t RemoveTags(Workbench& bench, const TagRemover& remover,
   std::size_t count = 0;
   FileRun run(bench, {.line = "working...", .save = PlanOf(remover)}, files);
   (void)run.Run([&](const SelectedFile& file) {
-    bool lost = false;
+    LostTags lost(run);
     for (const Removal& removal : remover.removals) {
-      lost |= RemoveOne(bench, run, remover, removal, file.path);
+      RemoveOne(bench, run, remover, removal, file.path, lost);
       if (run.Stopped()) break;
     }
-    if (lost) ++count;
+    lost.TellRow();
+    if (lost.Any()) ++count;
   });
   return count;
 }

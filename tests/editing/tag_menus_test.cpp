@@ -182,6 +182,19 @@ TEST_F(TagMenus, APlaylistThatHoldsATrackTwiceShowsItAlike) {
   EXPECT_EQ(Boxes().back().substr(0, 31), "Tunemeadow: ID3v1.x Tags of 1/2");
 }
 
+TEST_F(TagMenus, TheRowIsToldOnceTheFileHasLostAllItsTags) {
+  Add("a.mp3", v2_ + audio_ + v1_);
+  ShowAll();
+  Run("drop table mp3sTabelle");
+  interaction_.on_box = [&](const MessageBox& box) {
+    if (box.text.starts_with("no such table")) {
+      EXPECT_EQ(Bytes("a.mp3"), audio_);
+    }
+  };
+  Run(mnuKillAllTags_Click, {Answer::kYes, Answer::kOk, Answer::kOk, Answer::kOk});
+  EXPECT_EQ(Boxes().size(), 4U) << "the question, two refused statements, the count";
+}
+
 TEST_F(TagMenus, AStatementThatFailsIsToldAndTheCellsStay) {
   Add("a.mp3", audio_ + v1_);
   ShowAll();
