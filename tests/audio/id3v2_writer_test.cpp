@@ -3,10 +3,12 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <filesystem>
 
 #include "audio/id3v2_pictures.h"
+#include "support/child_process.h"
 #include "support/plain_user.h"
 #include "support/writer_bench.h"
 
@@ -322,6 +324,27 @@ TEST(RemoveID3v2, WhatMakesNoSenseOrMayNotBeWrittenStays) {
     EXPECT_EQ(bench.File(), each.file);
   }
 }
+
+#ifndef __SANITIZE_ADDRESS__  // which gives no memory back
+TEST(WriteID3v2Tag, AudioOfAnyLengthMovesInLittleMemory) {
+  WriterBench bench;
+  bench.File(Audio());
+  constexpr long kMegabytes = 100;
+  std::filesystem::resize_file(bench.path, kMegabytes << 20);
+  const std::string kilobytes = InChildProcess([&] {
+    rusage before{};
+    rusage after{};
+    getrusage(RUSAGE_SELF, &before);
+    Mp3Info info;
+    if (WriteID3v2Tag(bench.writing, bench.path, false, info) != "OK") return std::string();
+    getrusage(RUSAGE_SELF, &after);
+    return std::to_string(after.ru_maxrss - before.ru_maxrss);
+  });
+  ASSERT_FALSE(kilobytes.empty());
+  EXPECT_LT(std::stol(kilobytes), (kMegabytes / 10) << 10);
+  EXPECT_GT(std::filesystem::file_size(bench.path), kMegabytes << 20);
+}
+#endif
 
 }  // namespace
 }  // namespace tunemeadow

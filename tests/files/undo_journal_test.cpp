@@ -179,16 +179,9 @@ TEST_F(UndoJournalTest, AfterAPowerCutWhatSomebodyElseHasWrittenStaysButNotWhatA
     folder.Write("music/a.mp3", old_bytes);
     std::filesystem::last_write_time(
         path, std::filesystem::file_time_type::clock::now() - std::chrono::hours(2));
-    UndoJournal killed(folder.Path());
-    killed.BeginGroup();
-    const std::vector<ByteRange> head = {{0, 1000}};
-    killed.Prepare(path, head, 0);
-    ASSERT_TRUE(killed.SyncPrepared());
-    JournaledFile file(killed);
-    ASSERT_EQ(file.Open(path), "");
-    if (row.begun) {
-      ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
-    }
+    KilledWriter killed(folder);
+    killed.Prepare({path});
+    if (row.begun) killed.Write(path, {{0, "HEAD"}});
     folder.Write("music/a.mp3", foreign);
     if (row.noted_in != nullptr) {
       std::string log = folder.Read("undo.journal");
@@ -246,13 +239,11 @@ TEST_F(UndoJournalTest, BytesThatMoveGoBlockByBlockAndCanBeUndone) {
   for (const auto& [from, to] : std::vector<std::pair<std::int64_t, std::int64_t>>{
            {10, 17}, {0, 900'000}, {900'000, 5}, {17, 10}, {10, 10}}) {
     folder.Write("music/a.mp3", big);
-    UndoJournal killed(folder.Path());
-    killed.BeginGroup();
-    JournaledFile file(killed);
-    ASSERT_EQ(file.Open(path), "");
+    KilledWriter killed(folder);
+    ASSERT_EQ(killed.file.Open(path), "");
     const std::string head(static_cast<std::size_t>(to), '#');
     const FilePiece piece{0, head};
-    ASSERT_EQ(file.Rewrite({&piece, 1}, to + length - from, {from, to, length - from}), "");
+    ASSERT_EQ(killed.file.Rewrite({&piece, 1}, to + length - from, {from, to, length - from}), "");
     EXPECT_TRUE(Bytes() == head + big.substr(static_cast<std::size_t>(from))) << from << ' ' << to;
     ASSERT_EQ(StartAnew().size(), 1U);
     EXPECT_TRUE(Bytes() == big) << from << ' ' << to;
