@@ -26,7 +26,7 @@ struct TagLosses {
   int frames = 0;      ///< of an old ID3v2 tag that the new one has no place for
   int characters = 0;  ///< texts with a character outside Windows-1252, written as "?"
   int long_texts = 0;  ///< frames of 128 bytes and more, whose size other programs misread
-  int blocks = 0;      ///< Lyrics3 blocks that could not be read whole and were replaced
+  int blocks = 0;      ///< Lyrics3 blocks of which only a part could be read and kept
   int cut_texts = 0;   ///< texts cut to the 255 characters that a row has room for
   int texts = 0;       ///< of an old ID3v2 tag that cannot be read as they are and so were not kept
   int values = 0;      ///< of texts of an old ID3v2 tag, beside the first value of each

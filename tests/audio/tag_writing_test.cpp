@@ -24,7 +24,7 @@ TEST(LossSentence, IsOneSentenceOfWhatWasLost) {
             "2 texts hold characters outside Windows-1252, "
             "1 long text may be misread by other programs.");
   EXPECT_EQ(LossSentence({.blocks = 1, .cut_texts = 2}),
-            "1 LYRICS3 block that could not be read was replaced, "
+            "1 LYRICS3 block could be read and kept only in part, "
             "2 texts were cut to 255 characters.");
   EXPECT_EQ(LossSentence({.texts = 1, .values = 2, .pictures = 1, .sounds = 2}),
             "1 text of the old tag could not be kept, 2 further values of texts were dropped, "
