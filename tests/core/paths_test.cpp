@@ -10,9 +10,9 @@ TEST(Paths, AreSeparatedBySlashesWhereTheyHoldOneElseByBackslashes) {
   struct {
     const char *path, *folder, *name, *extension, *as_folder;
   } cases[] = {
-      {"/music/AC\\DC.mp3", "/music/", "AC\\DC.mp3", "mp3", "/music/AC\\DC.mp3/"},
-      {"CD07\\Rock\\a.b.MP3", "CD07\\Rock\\", "a.b.MP3", "MP3", "CD07\\Rock\\a.b.MP3\\"},
-      {"C:\\Music\\", "C:\\Music\\", "", "", "C:\\Music\\"},
+      {R"(/music/AC\DC.mp3)", "/music/", R"(AC\DC.mp3)", "mp3", R"(/music/AC\DC.mp3/)"},
+      {R"(CD07\Rock\a.b.MP3)", R"(CD07\Rock\)", "a.b.MP3", "MP3", R"(CD07\Rock\a.b.MP3\)"},
+      {R"(C:\Music\)", R"(C:\Music\)", "", "", R"(C:\Music\)"},
       {"/v1.0/name", "/v1.0/", "name", "", "/v1.0/name/"},
       {"name.", "", "name.", "", "name./"},
       {"/", "/", "", "", "/"},

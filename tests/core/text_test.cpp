@@ -37,18 +37,18 @@ TEST(Text, MalformedBytesCountAsOneCharacterEachAndSurvive) {
 }
 
 TEST(Text, LeftMidAndRightCountCharactersFromOne) {
-  constexpr std::string_view text = "Äöü-€x";
-  EXPECT_EQ(Left(text, 0), "");
-  EXPECT_EQ(Left(text, 2), "Äö");
-  EXPECT_EQ(Left(text, 99), text);
-  EXPECT_EQ(Right(text, 2), "€x");
-  EXPECT_EQ(Right(text, 6), text);
-  EXPECT_EQ(Right(text, 0), "");
-  EXPECT_EQ(Mid(text, 1, 1), "Ä");
-  EXPECT_EQ(Mid(text, 3, 3), "ü-€");
-  EXPECT_EQ(Mid(text, 6, 5), "x");
-  EXPECT_EQ(Mid(text, 7), "");
-  EXPECT_EQ(Mid(text, 1000000), "");
+  constexpr std::string_view kText = "Äöü-€x";
+  EXPECT_EQ(Left(kText, 0), "");
+  EXPECT_EQ(Left(kText, 2), "Äö");
+  EXPECT_EQ(Left(kText, 99), kText);
+  EXPECT_EQ(Right(kText, 2), "€x");
+  EXPECT_EQ(Right(kText, 6), kText);
+  EXPECT_EQ(Right(kText, 0), "");
+  EXPECT_EQ(Mid(kText, 1, 1), "Ä");
+  EXPECT_EQ(Mid(kText, 3, 3), "ü-€");
+  EXPECT_EQ(Mid(kText, 6, 5), "x");
+  EXPECT_EQ(Mid(kText, 7), "");
+  EXPECT_EQ(Mid(kText, 1000000), "");
 }
 
 TEST(Text, TrimCutsBlanksOnly) {

@@ -65,7 +65,7 @@ class EditedTracksTest : public CatalogueTest {
 
   /// A row of these values, and its file unless `bytes` is empty. Its path.
   std::string AddTrack(const std::string& name, std::string_view bytes, Values values = {}) {
-    const std::string path = folder_.Path("music/" + name);
+    std::string path = folder_.Path("music/" + name);
     if (!bytes.empty()) folder_.Write("music/" + name, bytes);
     std::string columns = "location", texts = Quoted(path, '\'');
     for (const auto& [column, text] : values) {

@@ -19,7 +19,7 @@ namespace tunemeadow {
 namespace {
 
 std::string Program(const TempFolder& folder, const std::string& name, const std::string& script) {
-  const std::string path = folder.Write(name, script);
+  std::string path = folder.Write(name, script);
   EXPECT_EQ(chmod(path.c_str(), 0755), 0);
   return path;
 }

@@ -68,7 +68,7 @@ TEST(IniGetString, WhatCannotBeReadIsLikeAnEmptyFile) {
   EXPECT_EQ(cINI(folder.Path()).GetString("C", "k", "default", 0), "default");
   ASSERT_EQ(mkfifo(folder.Path("pipe.ini").c_str(), 0600), 0);
   EXPECT_EQ(cINI(folder.Path("pipe.ini")).GetString("C", "k", "default", 0), "default");
-  const cINI junk(folder.Write("junk.ini", std::string("\0[[\n=\n]=[\n[]\n\xFF\xFE=\r\r\n", 20)));
+  const cINI junk(folder.Write("junk.ini", std::string("\0[[\n=\n]=[\n[]\n\xFF\xFE=\r\r\n", 19)));
   EXPECT_TRUE(junk.ReadSection("CONFIG").empty());
 }
 

@@ -110,11 +110,11 @@ TEST(ConnectionExecute, ATextIsNeverTakenForAColumn) {
     catalogue.connection.Execute("insert into playlists (Playlist,uid,[position]) values (\"" +
                                  name + "\",1,2)");
   }
-  catalogue.connection.Execute("delete from playlists where playlist=\"Playlist\"");
+  catalogue.connection.Execute(R"(delete from playlists where playlist="Playlist")");
   EXPECT_THAT(catalogue.Values("select playlist from playlists order by UIDPLaylist"),
               ElementsAre("UID", "Artist", "position"));
   catalogue.connection.Execute(
-      "update mp3sTabelle set Artist=\"Songname\" where Artist<>\"Artist\"");
+      R"(update mp3sTabelle set Artist="Songname" where Artist<>"Artist")");
   EXPECT_EQ(catalogue.Value("select Artist from mp3sTabelle"), "Songname");
   EXPECT_THAT(FailureOf(catalogue.connection, "select colour from mp3sTabelle"),
               HasSubstr("no such column"));
