@@ -7,17 +7,11 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMenu>
-#include <filesystem>
 #include <map>
 #include <set>
 
-#include "support/mp3_builder.h"
-#include "support/scripted_world.h"
-#include "support/temp_folder.h"
-#include "support/window_driver.h"
-#include "ui/panes/result_view.h"
+#include "support/main_window.h"
 #include "ui/shell/command_menus.h"
-#include "ui/shell/frmStart.h"
 #include "ui/shell/gestures.h"
 #include "views/tree.h"
 
@@ -60,41 +54,27 @@ class YesSayer {
 };
 
 /// The main window on two tracks, of which one is in a playlist and one on an archived disc.
-class Commands : public testing::Test {
+class Commands : public MainWindowTest {
+ public:
+  ~Commands() override { session_->busy = false; }
+
  protected:
   Commands() {
-    std::filesystem::copy_file(TM_BINARY_DIR "/data/mp3s.mdb", program_.Path("mp3s.mdb"));
-    Connection connection;
-    connection.Open(program_.Path("mp3s.mdb"));
-    for (const std::string& statement :
-         {std::string("delete from mp3sTabelle"),
-          "insert into mp3sTabelle (uid,Songname,location) values (11,'Ash','" +
-              music_.Write("Ash.mp3", Mp3File().Id3v2({{"TIT2", "Ash"}}).Frames(20)) + "')",
-          std::string("insert into mp3sTabelle (uid,location) values (12,'MP3-CD01/b.mp3')"),
-          std::string("insert into playlists (Playlist,UID) values ('Mix',11)"),
-          std::string("insert into cdarchives (CDArchive,UID) values ('Disc',12)")}) {
-      connection.Execute(statement);
-    }
-    session_.ini.SaveStrings(kConfigSection, {{"firstrun", "1"},
-                                              {"lblConfigWinamp", "/opt/play"},
-                                              {"lblConfigCDROM", "/mnt"},
-                                              {"lblScan", music_.Path() + "/"},
-                                              {"chkBackup", "0"},
-                                              {"chkRepair", "0"}});
-    EXPECT_TRUE(window_.Form_Load());
+    WriteSongs({"Ash"});
+    Fill(program_, {"insert into mp3sTabelle (uid,Songname,location) values (11,'Ash','" +
+                        music_.Path("Ash.mp3") + "'),(12,'b','MP3-CD01/b.mp3')",
+                    "insert into playlists (Playlist,UID) values ('Mix',11)",
+                    "insert into cdarchives (CDArchive,UID) values ('Disc',12)"});
+    Configure(program_, {{"lblConfigWinamp", "/opt/play"},
+                         {"lblConfigCDROM", "/mnt"},
+                         {"lblScan", music_.Path() + "/"}});
+    Start();
     world_.log.clear();
   }
-  ~Commands() override {
-    session_.busy = false;
-    Bench().details.DetailsChanged = false;
-    window_.close();
-  }
-
-  Workbench& Bench() { return window_.Bench(); }
 
   /// Every command and gesture by its name, as one call.
   std::map<std::string, std::function<void()>> Calls() {
-    CommandContext& context = window_.Commands();
+    CommandContext& context = window_->Commands();
     std::map<std::string, std::function<void()>> calls;
     for (const CommandRow* row : AllCommands())
       calls[row->name] = [row, &context] { tunemeadow::Run(*row, context); };
@@ -128,7 +108,7 @@ class Commands : public testing::Test {
                                 .Frames(20)
                                 .Lyrics3({{"LYR", "la"}})
                                 .Id3v1({.title = "Ash"}));
-    CommandContext& context = window_.Commands();
+    CommandContext& context = window_->Commands();
     tunemeadow::Run(
         kNodeClicked, context,
         of_playlist.contains(command)  ? TreeSelection{NodeKind::kPlaylist, "Mix|1", "Mix"}
@@ -149,10 +129,6 @@ class Commands : public testing::Test {
     return refusals;
   }
 
-  TempFolder program_, music_;
-  Session session_{program_.Path(), "tunemeadow"};
-  ScriptedWorld world_;
-  frmStart window_{session_, world_};
   YesSayer person_;
 };
 
@@ -161,24 +137,24 @@ TEST_F(Commands, NoneBeginsWhileSomethingIsAtWork) {
       "mnuExit",     "mnuHelpContents", "mnuReset",  "mnuHideShowSearchandDetails",
       "mnuAutoSize", "cmdHelpSave",     "cmdSwitch", "cmdHideShowTreeview"};
   Bench().ListView1.SelectOnly(0);
-  session_.busy = true;
+  session_->busy = true;
   const auto kind = Bench().tree.kind;
   const auto history = Bench().history.Entries().size();
-  const std::int64_t writes = session_.connection.WriteCount();
+  const std::int64_t writes = session_->connection.WriteCount();
   for (const auto& [name, call] : Calls()) {
     if (any_time.contains(name)) continue;
     call();
     EXPECT_THAT(person_.TakeSeen(), IsEmpty()) << name;
     EXPECT_THAT(world_.log, IsEmpty()) << name;
-    EXPECT_EQ(session_.connection.WriteCount(), writes) << name;
+    EXPECT_EQ(session_->connection.WriteCount(), writes) << name;
     EXPECT_EQ(Bench().history.Entries().size(), history) << name;
     EXPECT_EQ(Bench().tree.kind, kind) << name;
     EXPECT_EQ(Bench().details.uid, 0) << name;
   }
   Calls()["mnuExit"]();
-  EXPECT_TRUE(window_.isVisible());
-  EXPECT_TRUE(session_.CancelRequested);
-  EXPECT_TRUE(session_.busy);
+  EXPECT_TRUE(window_->isVisible());
+  EXPECT_TRUE(session_->CancelRequested);
+  EXPECT_TRUE(session_->busy);
 }
 
 TEST_F(Commands, ARefusedStatementIsToldWhereverSilenceIsNotLaidDown) {
@@ -209,13 +185,13 @@ TEST_F(Commands, ARefusedStatementIsToldWhereverSilenceIsNotLaidDown) {
   for (const auto& [name, call] : Calls()) {
     if (name == "mnuExit") continue;
     SetTheScene(name);
-    session_.connection.Close();
+    session_->connection.Close();
     call();
     const auto expected = told.find(name);
     EXPECT_EQ(TakeRefusals(), expected == told.end() ? Texts{} : expected->second) << name;
-    EXPECT_FALSE(session_.busy) << name;
-    EXPECT_TRUE(window_.isEnabled()) << name;
-    session_.connection.Open(session_.connection_string);
+    EXPECT_FALSE(session_->busy) << name;
+    EXPECT_TRUE(window_->isEnabled()) << name;
+    session_->connection.Open(session_->connection_string);
   }
 }
 
