@@ -26,17 +26,19 @@
 namespace tunemeadow {
 
 class MainWindowTest : public testing::Test {
+ public:
+  ~MainWindowTest() override {
+    if (!window_) return;
+    Bench().details.DetailsChanged = false;  // no question
+    window_->close();
+  }
+
  protected:
   using Settings = std::vector<std::pair<std::string, std::string>>;
 
   /// The program has run before: its catalogue has no rows, and with its settings the start asks
   /// nothing. Start shows the window.
   MainWindowTest() { ProvideProgram(program_); }
-  ~MainWindowTest() override {
-    if (!window_) return;
-    Bench().details.DetailsChanged = false;  // no question
-    window_->close();
-  }
 
   static void ProvideProgram(const TempFolder& folder) {
     std::filesystem::copy_file(TM_BINARY_DIR "/data/mp3s.mdb", folder.Path("mp3s.mdb"));

@@ -76,13 +76,13 @@ class WhenModal {
 class BoxAnswers {
  public:
   BoxAnswers(std::initializer_list<QMessageBox::StandardButton> answers)
-      : answers_(answers), older_(newest_) {
-    newest_ = this;
+      : answers_(answers), older_(newest) {
+    newest = this;
     QObject::connect(&timer_, &QTimer::timeout, [this] { Answer(); });
     timer_.start(2);
   }
   ~BoxAnswers() {
-    newest_ = older_;
+    newest = older_;
     EXPECT_TRUE(answers_.empty()) << "a box that was expected did not come";
   }
   BoxAnswers(const BoxAnswers&) = delete;
@@ -93,7 +93,7 @@ class BoxAnswers {
  private:
   void Answer() {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (newest_ != this || box == nullptr || !box->isVisible()) return;
+    if (newest != this || box == nullptr || !box->isVisible()) return;
     seen.push_back((box->windowTitle() + QStringLiteral(": ") + box->text()).toStdString());
     QAbstractButton* button = answers_.empty() ? nullptr : box->button(answers_.front());
     if (button == nullptr) {
@@ -105,7 +105,7 @@ class BoxAnswers {
     QTest::mouseClick(button, Qt::LeftButton);
   }
 
-  inline static BoxAnswers* newest_ = nullptr;
+  inline static BoxAnswers* newest = nullptr;
 
   std::deque<QMessageBox::StandardButton> answers_;
   BoxAnswers* older_;

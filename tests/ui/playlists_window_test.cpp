@@ -148,7 +148,7 @@ TEST_F(PlaylistsWindow, TracksGoIntoAPlaylistThatIsPickedOrDroppedOn) {
     Action("mnuPlaylistAddItems").trigger();
   }
   EXPECT_EQ(Stored(), "14 11 12 13");
-  TreePane& tree = Find<TreePane>(*window_, "picTree");
+  auto& tree = Find<TreePane>(*window_, "picTree");
   emit tree.RowsDropped(NodeKind::kPlaylist, "Mix");
   EXPECT_EQ(Stored(), "14 14 11 12 13");
   WhenModal<QInputDialog> name([](QInputDialog& box) {
@@ -267,7 +267,7 @@ TEST(PickLists, ADriveIsStoredWithoutItsSeparator) {
   const std::vector<Drive> drives = {{"/media/My \xFF Stick/", DriveType::kRemovable},
                                      {"/media/cdrom/", DriveType::kOptical}};
   frmLaufwerke window(drives, "/media/cdrom/", person);
-  QListWidget& list = Find<QListWidget>(window, "List1");
+  auto& list = Find<QListWidget>(window, "List1");
   EXPECT_EQ(list.item(1)->text(), "/media/cdrom   (CD-ROM)");
   EXPECT_EQ(window.Chosen(), "/media/cdrom") << "the present one is selected";
   list.setCurrentRow(0);

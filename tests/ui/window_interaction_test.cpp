@@ -23,6 +23,13 @@ namespace {
 
 /// A session and a main window with the parts that an interaction shows things in.
 class WindowInteractionTest : public testing::Test {
+ public:
+  ~WindowInteractionTest() override {
+    for (QWidget* part : std::initializer_list<QWidget*>{&field_, &status_, &progress_}) {
+      part->setParent(nullptr);
+    }
+  }
+
  protected:
   WindowInteractionTest() {
     auto* centre = new QWidget;
@@ -35,12 +42,6 @@ class WindowInteractionTest : public testing::Test {
     interaction_.SetMainWindow({&main_, &status_, &progress_});
     main_.show();
   }
-  ~WindowInteractionTest() override {
-    for (QWidget* part : std::initializer_list<QWidget*>{&field_, &status_, &progress_}) {
-      part->setParent(nullptr);
-    }
-  }
-
   /// A click as the window system delivers it, which a modal window elsewhere swallows.
   static void ClickThroughTheSystem(const QWidget& button) {
     const QPoint where = button.mapTo(button.window(), button.rect().center());
