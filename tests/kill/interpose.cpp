@@ -272,106 +272,107 @@ void Disarm() { TheArms() = {}; }
 
 using namespace tunemeadow::kill;  // NOLINT: what follows must stand in the global namespace
 
+// They and their parameters are named as in the C library, but for those of rename: "new" is a
+// keyword.
 extern "C" {
 
-ssize_t pwrite(int descriptor, const void* data, size_t size, off_t offset) {
+ssize_t pwrite(int fd, const void* buf, size_t n, off_t offset) {
   static auto* const real = Real<ssize_t(int, const void*, size_t, off_t)>("pwrite");
-  const std::string path = WatchedPath(descriptor);
-  if (path.empty()) return real(descriptor, data, size, offset);
-  return StrikeWrite(path, descriptor, data, size, offset,
-                     [&](size_t part) { return real(descriptor, data, part, offset); });
+  const std::string path = WatchedPath(fd);
+  if (path.empty()) return real(fd, buf, n, offset);
+  return StrikeWrite(path, fd, buf, n, offset,
+                     [&](size_t part) { return real(fd, buf, part, offset); });
 }
 
-ssize_t pwrite64(int descriptor, const void* data, size_t size, off64_t offset) {
-  return pwrite(descriptor, data, size, offset);
+ssize_t pwrite64(int fd, const void* buf, size_t n, off64_t offset) {
+  return pwrite(fd, buf, n, offset);
 }
 
-ssize_t write(int descriptor, const void* data, size_t size) {
+ssize_t write(int fd, const void* buf, size_t n) {
   static auto* const real = Real<ssize_t(int, const void*, size_t)>("write");
-  const std::string path = WatchedPath(descriptor);
-  if (path.empty()) return real(descriptor, data, size);
-  const off_t offset = lseek(descriptor, 0, SEEK_CUR);
-  return StrikeWrite(path, descriptor, data, size, offset,
-                     [&](size_t part) { return real(descriptor, data, part); });
+  const std::string path = WatchedPath(fd);
+  if (path.empty()) return real(fd, buf, n);
+  const off_t offset = lseek(fd, 0, SEEK_CUR);
+  return StrikeWrite(path, fd, buf, n, offset, [&](size_t part) { return real(fd, buf, part); });
 }
 
-int ftruncate(int descriptor, off_t length) noexcept {
+int ftruncate(int fd, off_t length) noexcept {
   static auto* const real = Real<int(int, off_t)>("ftruncate");
-  const std::string path = WatchedPath(descriptor);
-  if (path.empty()) return real(descriptor, length);
-  return Strike({Call::kTruncate, length, 0, path, {}, {}},
-                [&] { return real(descriptor, length); });
+  const std::string path = WatchedPath(fd);
+  if (path.empty()) return real(fd, length);
+  return Strike({Call::kTruncate, length, 0, path, {}, {}}, [&] { return real(fd, length); });
 }
 
-int ftruncate64(int descriptor, off64_t length) noexcept { return ftruncate(descriptor, length); }
+int ftruncate64(int fd, off64_t length) noexcept { return ftruncate(fd, length); }
 
-int posix_fallocate(int descriptor, off_t offset, off_t length) {
+int posix_fallocate(int fd, off_t offset, off_t len) {
   static auto* const real = Real<int(int, off_t, off_t)>("posix_fallocate");
-  const std::string path = WatchedPath(descriptor);
-  if (path.empty()) return real(descriptor, offset, length);
-  return StrikeReserve(path, descriptor, offset, length);
+  const std::string path = WatchedPath(fd);
+  if (path.empty()) return real(fd, offset, len);
+  return StrikeReserve(path, fd, offset, len);
 }
 
-int posix_fallocate64(int descriptor, off64_t offset, off64_t length) {
-  return posix_fallocate(descriptor, offset, length);
+int posix_fallocate64(int fd, off64_t offset, off64_t len) {
+  return posix_fallocate(fd, offset, len);
 }
 
-int fsync(int descriptor) {
+int fsync(int fd) {
   static auto* const real = Real<int(int)>("fsync");
-  const std::string path = WatchedPath(descriptor);
-  if (path.empty()) return real(descriptor);
+  const std::string path = WatchedPath(fd);
+  if (path.empty()) return real(fd);
   return Strike({Call::kSync, 0, 0, path, {}, {}}, [] { return 0; });
 }
 
-int fdatasync(int descriptor) {
+int fdatasync(int fildes) {
   static auto* const real = Real<int(int)>("fdatasync");
-  const std::string path = WatchedPath(descriptor);
-  if (path.empty()) return real(descriptor);
+  const std::string path = WatchedPath(fildes);
+  if (path.empty()) return real(fildes);
   return Strike({Call::kSync, 0, 0, path, {}, {}}, [] { return 0; });
 }
 
-int syncfs(int descriptor) noexcept {
+int syncfs(int fd) noexcept {
   static auto* const real = Real<int(int)>("syncfs");
-  const std::string path = WatchedPath(descriptor);
-  if (path.empty()) return real(descriptor);
+  const std::string path = WatchedPath(fd);
+  if (path.empty()) return real(fd);
   return Strike({Call::kSyncVolume, 0, 0, path, {}, {}}, [] { return 0; });
 }
 
-int rename(const char* from, const char* to) noexcept {
+int Rename(const char* from, const char* to) noexcept __asm__("rename");
+int Rename(const char* from, const char* to) noexcept {
   static auto* const real = Real<int(const char*, const char*)>("rename");
   if (!TheArms().armed || !IsBelow(from)) return real(from, to);
   return Strike({Call::kRename, 0, 0, from, to, {}}, [&] { return real(from, to); });
 }
 
-int unlink(const char* path) noexcept {
+int unlink(const char* name) noexcept {
   static auto* const real = Real<int(const char*)>("unlink");
-  if (!TheArms().armed || !IsBelow(path)) return real(path);
-  return Strike({Call::kUnlink, 0, 0, path, {}, {}}, [&] { return real(path); });
+  if (!TheArms().armed || !IsBelow(name)) return real(name);
+  return Strike({Call::kUnlink, 0, 0, name, {}, {}}, [&] { return real(name); });
 }
 
-int futimens(int descriptor, const struct timespec times[2]) noexcept {
+int futimens(int fd, const struct timespec times[2]) noexcept {
   static auto* const real = Real<int(int, const struct timespec*)>("futimens");
-  const std::string path = WatchedPath(descriptor);
-  if (path.empty()) return real(descriptor, times);
-  return Strike({Call::kTimes, 0, 0, path, {}, {}}, [&] { return real(descriptor, times); });
+  const std::string path = WatchedPath(fd);
+  if (path.empty()) return real(fd, times);
+  return Strike({Call::kTimes, 0, 0, path, {}, {}}, [&] { return real(fd, times); });
 }
 
-int open(const char* path, int flags, ...) {
+int open(const char* file, int oflag, ...) {
   static auto* const real = Real<int(const char*, int, ...)>("open");
   va_list rest;
-  va_start(rest, flags);
-  const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
+  va_start(rest, oflag);
+  const mode_t mode = (oflag & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
   va_end(rest);
-  return StrikeOpen(path, flags, mode,
+  return StrikeOpen(file, oflag, mode,
                     [](const char* name, int how, mode_t bits) { return real(name, how, bits); });
 }
 
-int open64(const char* path, int flags, ...) {
+int open64(const char* file, int oflag, ...) {
   va_list rest;
-  va_start(rest, flags);
-  const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
+  va_start(rest, oflag);
+  const mode_t mode = (oflag & O_CREAT) != 0 ? va_arg(rest, mode_t) : 0;
   va_end(rest);
-  return open(path, flags, mode);
+  return open(file, oflag, mode);
 }
 
 }  // extern "C"
