@@ -25,81 +25,82 @@ class FindFiles : public testing::Test {
   /// The paths found in `folder`, without the temporary folder's own path.
   std::vector<std::string> Find(const std::string& folder) {
     std::vector<std::string> list;
-    FindFilesRecursive(session, interaction, folder, options, list);
+    FindFilesRecursive(session_, interaction_, folder, options_, list);
     for (std::string& path : list) {
-      if (path.starts_with(temp.Path() + "/")) path.erase(0, temp.Path().size() + 1);
+      if (path.starts_with(temp_.Path() + "/")) path.erase(0, temp_.Path().size() + 1);
     }
     return list;
   }
-  std::vector<std::string> Find() { return Find(temp.Path()); }
+  std::vector<std::string> Find() { return Find(temp_.Path()); }
 
-  TempFolder temp, program;
-  Session session{program.Path(), "tunemeadow"};
-  ScriptedInteraction interaction;
-  WalkOptions options{.extensions = "mp3;mp2;mpeg;;x", .recursive = true};
+  TempFolder temp_, program_;
+  Session session_{program_.Path(), "tunemeadow"};
+  ScriptedInteraction interaction_;
+  WalkOptions options_{.extensions = "mp3;mp2;mpeg;;x", .recursive = true};
 };
 
 TEST_F(FindFiles, TakesExtensionsOfThreeLettersInTheOrderOfNameBytes) {
   for (const char* name : {"b.mp3", "B.MP3", "a/z.Mp2", "a-/x.mp3", "c.mpeg", "d.x", "e.txt", "mp3",
                            "xmp3", ".mp3", "mpeg.mp3 ", "a/b/c.mp3", "dir.mp3/in.mp3"}) {
-    temp.Write(name);
+    temp_.Write(name);
   }
   EXPECT_THAT(Find(), ElementsAre(".mp3", "B.MP3", "a/b/c.mp3", "a/z.Mp2", "a-/x.mp3", "b.mp3",
                                   "dir.mp3/in.mp3"));
-  options.recursive = false;
+  options_.recursive = false;
   EXPECT_THAT(Find(), ElementsAre(".mp3", "B.MP3", "b.mp3"));
 }
 
 TEST_F(FindFiles, TestsFoldersButNotFilesForBeingHidden) {
-  for (const char* name : {".cache/a.mp3", "open/.b.mp3", "open/..odd/c.mp3"}) temp.Write(name);
+  for (const char* name : {".cache/a.mp3", "open/.b.mp3", "open/..odd/c.mp3"}) temp_.Write(name);
   EXPECT_THAT(Find(), ElementsAre("open/.b.mp3"));
-  EXPECT_THAT(Find(temp.Path(".cache")), ElementsAre(".cache/a.mp3")) << "it was asked for by name";
-  options.read_hidden = true;
+  EXPECT_THAT(Find(temp_.Path(".cache")), ElementsAre(".cache/a.mp3"))
+      << "it was asked for by name";
+  options_.read_hidden = true;
   EXPECT_THAT(Find(), ElementsAre(".cache/a.mp3", "open/..odd/c.mp3", "open/.b.mp3"));
 }
 
 TEST_F(FindFiles, KeepsEveryByteOfANameAndAddsASeparatorOnlyWhereNoneIs) {
-  temp.Write("AC\\DC/\xE9t\xE9 \xFF\n'\".mp3");
-  temp.Write("AC\\DC/\xC3\xA9.mp3");
-  EXPECT_THAT(Find(temp.Path("AC\\DC")),
+  temp_.Write("AC\\DC/\xE9t\xE9 \xFF\n'\".mp3");
+  temp_.Write("AC\\DC/\xC3\xA9.mp3");
+  EXPECT_THAT(Find(temp_.Path("AC\\DC")),
               ElementsAre("AC\\DC/\xC3\xA9.mp3", "AC\\DC/\xE9t\xE9 \xFF\n'\".mp3"));
-  EXPECT_EQ(Find(temp.Path("AC\\DC/")).size(), 2U);
+  EXPECT_EQ(Find(temp_.Path("AC\\DC/")).size(), 2U);
 }
 
 TEST_F(FindFiles, TakesRegularFilesAndEntersEachFolderOnceWhateverLinksSay) {
   namespace fs = std::filesystem;
-  temp.Write("real/song.mp3");
-  fs::create_directory_symlink("..", temp.Path("real/up"));
-  fs::create_directory_symlink("real", temp.Path("again"));
-  fs::create_symlink("real/song.mp3", temp.Path("link.mp3"));
-  fs::create_symlink("nowhere", temp.Path("dangling.mp3"));
-  fs::create_symlink("/dev/null", temp.Path("null.mp3"));
-  fs::create_directory_symlink("/proc", temp.Path("system"));
-  ASSERT_EQ(mkfifo(temp.Path("pipe.mp3").c_str(), 0600), 0);
+  temp_.Write("real/song.mp3");
+  fs::create_directory_symlink("..", temp_.Path("real/up"));
+  fs::create_directory_symlink("real", temp_.Path("again"));
+  fs::create_symlink("real/song.mp3", temp_.Path("link.mp3"));
+  fs::create_symlink("nowhere", temp_.Path("dangling.mp3"));
+  fs::create_symlink("/dev/null", temp_.Path("null.mp3"));
+  fs::create_directory_symlink("/proc", temp_.Path("system"));
+  ASSERT_EQ(mkfifo(temp_.Path("pipe.mp3").c_str(), 0600), 0);
   EXPECT_THAT(Find(), ElementsAre("again/song.mp3", "link.mp3"));
 }
 
 TEST_F(FindFiles, NeverReadsWhatTheKernelMakesUp) {
-  options.extensions = "rom";
+  options_.extensions = "rom";
   EXPECT_THAT(Find("/proc"), IsEmpty());
   EXPECT_THAT(Find("/sys"), IsEmpty());
-  EXPECT_EQ(interaction.yields, 2U) << "no folder in them was entered";
+  EXPECT_EQ(interaction_.yields, 2U) << "no folder in them was entered";
 }
 
 TEST_F(FindFiles, PassesOverFoldersThatVanishOrMayNotBeRead) {
-  for (const char* name : {"a/a.mp3", "gone/b.mp3", "locked/c.mp3", "z/d.mp3"}) temp.Write(name);
-  std::filesystem::permissions(temp.Path("locked"), std::filesystem::perms::none);
-  std::filesystem::permissions(temp.Path("gone"), std::filesystem::perms::all);
-  options.statusMode = StatusMode::kMonitor;
-  options.show_in_monitor = [&](const std::string& folder) {
-    if (folder == temp.Path("gone/")) std::filesystem::remove_all(folder);
+  for (const char* name : {"a/a.mp3", "gone/b.mp3", "locked/c.mp3", "z/d.mp3"}) temp_.Write(name);
+  std::filesystem::permissions(temp_.Path("locked"), std::filesystem::perms::none);
+  std::filesystem::permissions(temp_.Path("gone"), std::filesystem::perms::all);
+  options_.statusMode = StatusMode::kMonitor;
+  options_.show_in_monitor = [&](const std::string& folder) {
+    if (folder == temp_.Path("gone/")) std::filesystem::remove_all(folder);
   };
   {
-    const ScopedPlainUser user(temp.Path());
+    const ScopedPlainUser user(temp_.Path());
     EXPECT_THAT(Find(), ElementsAre("a/a.mp3", "z/d.mp3"));
   }
-  std::filesystem::permissions(temp.Path("locked"), std::filesystem::perms::owner_all);
-  EXPECT_THAT(Find(temp.Path("no such folder")), IsEmpty());
+  std::filesystem::permissions(temp_.Path("locked"), std::filesystem::perms::owner_all);
+  EXPECT_THAT(Find(temp_.Path("no such folder")), IsEmpty());
   EXPECT_THAT(Find("C:\\Music\\"), IsEmpty());
 }
 
@@ -120,33 +121,33 @@ bool MakeDeepTree(const std::string& folder, int depth) {
 }
 
 TEST_F(FindFiles, GoesAsDeepAsAPathCanTell) {
-  ASSERT_TRUE(MakeDeepTree(temp.Path(), 30));
+  ASSERT_TRUE(MakeDeepTree(temp_.Path(), 30));
   std::vector<std::string> list;
-  FindFilesRecursive(session, interaction, temp.Path(), options, list);
-  const std::size_t room = PATH_MAX - 1 - temp.Path("").size();
+  FindFilesRecursive(session_, interaction_, temp_.Path(), options_, list);
+  const std::size_t room = PATH_MAX - 1 - temp_.Path("").size();
   EXPECT_EQ(list.size(), (room - 5) / 201 + (room - 154) / 201);
   for (const std::string& path : list) EXPECT_EQ(access(path.c_str(), R_OK), 0) << path.size();
 }
 
 TEST_F(FindFiles, ShowsWhereItIsAndStopsAtACancel) {
-  for (const char* name : {"a/1.mp3", "a/2.mp3", "b/3.mp3", "c/4.mp3"}) temp.Write(name);
-  options.statusMode = StatusMode::kImport;
-  interaction.on_yield = [&](std::size_t n) { session.CancelRequested = n == 4; };
+  for (const char* name : {"a/1.mp3", "a/2.mp3", "b/3.mp3", "c/4.mp3"}) temp_.Write(name);
+  options_.statusMode = StatusMode::kImport;
+  interaction_.on_yield = [&](std::size_t n) { session_.CancelRequested = n == 4; };
   EXPECT_THAT(Find(), ElementsAre("a/1.mp3", "a/2.mp3", "b/3.mp3"));
-  EXPECT_THAT(interaction.statuses,
-              ElementsAre(temp.Path() + "/", temp.Path("a/"), temp.Path("b/"), temp.Path("c/")));
-  EXPECT_THAT(interaction.loading_lines, ElementsAre("Found: 0 Files.", "Found: 0 Files.",
-                                                     "Found: 2 Files.", "Found: 3 Files."));
-  interaction.loading_shown = false;
+  EXPECT_THAT(interaction_.statuses, ElementsAre(temp_.Path() + "/", temp_.Path("a/"),
+                                                 temp_.Path("b/"), temp_.Path("c/")));
+  EXPECT_THAT(interaction_.loading_lines, ElementsAre("Found: 0 Files.", "Found: 0 Files.",
+                                                      "Found: 2 Files.", "Found: 3 Files."));
+  interaction_.loading_shown = false;
 }
 
 TEST_F(FindFiles, ShowsNothingWhereItIsSilentAndAppendsToTheList) {
-  temp.Write("a.mp3");
+  temp_.Write("a.mp3");
   std::vector<std::string> list = {"before.mp3"};
-  FindFilesRecursive(session, interaction, temp.Path(), options, list);
-  EXPECT_THAT(list, ElementsAre("before.mp3", temp.Path("a.mp3")));
-  EXPECT_THAT(interaction.statuses, IsEmpty());
-  EXPECT_THAT(interaction.loading_lines, IsEmpty());
+  FindFilesRecursive(session_, interaction_, temp_.Path(), options_, list);
+  EXPECT_THAT(list, ElementsAre("before.mp3", temp_.Path("a.mp3")));
+  EXPECT_THAT(interaction_.statuses, IsEmpty());
+  EXPECT_THAT(interaction_.loading_lines, IsEmpty());
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ namespace {
 
 /// A program that logs its arguments and the moment at which it is done.
 std::string LoggingPlayer(const TempFolder& folder, const std::string& name) {
-  const std::string path =
+  std::string path =
       folder.Write(name, "#!/bin/sh\nprintf '[%s]' \"$@\" >> \"$(dirname \"$0\")/log\"\n");
   EXPECT_EQ(chmod(path.c_str(), 0755), 0);
   return path;
@@ -178,9 +178,9 @@ TEST(MprisPlayer, AKnownPlayerIsGivenAFileInItsOwnWay) {
   const std::string end = "],\"request_id\":71}\n";
   EXPECT_EQ(fake.log,
             (std::vector<std::string>{
-                "{\"command\":[\"get_property\",\"pid\"" + end,
+                R"({"command":["get_property","pid")" + end,
                 "{\"command\":[\"loadfile\",\"/m/\\\"\\\\\\u000a\xFF.mp3\",\"append-play\"" + end,
-                "{\"command\":[\"loadlist\",\"/l.m3u\",\"replace\"" + end}));
+                R"({"command":["loadlist","/l.m3u","replace")" + end}));
 }
 
 TEST(MprisPlayer, AFileGoesBehindTheLastTrackOfAListThatTakesIt) {

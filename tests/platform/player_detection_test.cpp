@@ -42,7 +42,7 @@ TEST(DetectPlayer, TakesTheAssociatedProgramOnlyWhereNoneIsStored) {
       {"/usr/bin/play", "/usr/bin/audacious", "/usr/bin/play", "Unknown"},
       {"No MP3-Player", "/usr/bin/audacious", "No MP3-Player", ""},
       {"", "/usr/bin/audacious", "/usr/bin/audacious", "Winamp"},
-      {"", "\"/m/Winamp.Exe\" /ADD \"x.EXE\"", "/m/Winamp.Exe", "Winamp"},
+      {"", R"("/m/Winamp.Exe" /ADD "x.EXE")", "/m/Winamp.Exe", "Winamp"},
       {"", "\"/opt/my player/play\"", "/opt/my player/play", "Unknown"},
   };
   for (const auto& c : cases) {

@@ -30,7 +30,7 @@ TEST(PathWithoutRoot, CutsTheDriveTheServerOrTheMountPoint) {
                              {"/media/disk/inner/a.mp3", "/a.mp3"},
                              {"/media/diskette/a.mp3", "/media/diskette/a.mp3"},
                              {"C:\\Rock\\a.mp3", "\\Rock\\a.mp3"},
-                             {"\\\\server\\share\\Rock\\a.mp3", "\\Rock\\a.mp3"},
+                             {R"(\\server\share\Rock\a.mp3)", "\\Rock\\a.mp3"},
                              {"\\\\server", "\\\\server"},
                              {"C:", "C:"},
                              {"", ""}}) {

@@ -18,7 +18,7 @@ class PlaylistFiles : public ListsTest {
  protected:
   /// A track whose file is there; its path.
   std::string AddFile(const std::string& name) {
-    const std::string path = music_.Write(name, "x");
+    std::string path = music_.Write(name, "x");
     AddTrack(path);
     return path;
   }
