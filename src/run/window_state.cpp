@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "run/window_state.h"
 
+#include <algorithm>
 #include <cmath>
+#include <span>
 #include <string_view>
 
 #include "core/numbers.h"
@@ -16,6 +18,16 @@ constexpr double kLargestTwips = 1e6;
 double NumberOr(const std::string& text, double standard) {
   const auto number = ParseNumber(text);
   return number && std::abs(*number) < kLargestTwips ? *number : standard;
+}
+
+constexpr double kHandleWidth = 1500;  ///< of a title bar, 100 pixels: enough to drag it by
+constexpr double kHandleHeight = 300;
+
+bool IsWithinReach(const WindowState& window, const ScreenArea& screen) {
+  const double left = std::max(window.left, screen.left);
+  const double right = std::min(window.left + window.width, screen.left + screen.width);
+  return right - left >= std::min(kHandleWidth, window.width) && window.top >= screen.top &&
+         window.top + kHandleHeight <= screen.top + screen.height;
 }
 
 }  // namespace
@@ -39,6 +51,21 @@ WindowState ReadWindowState(const StoredValues& values, double screen_width, dou
   }
   window.top = std::abs(NumberOr(StoredValue(values, "Top"), (screen_height - window.height) / 2));
   window.left = std::abs(NumberOr(StoredValue(values, "Left"), (screen_width - window.width) / 2));
+  return window;
+}
+
+WindowState BroughtIntoView(WindowState window, std::span<const ScreenArea> screens) {
+  const auto within_reach = [&window](const ScreenArea& screen) {
+    return IsWithinReach(window, screen);
+  };
+  if (screens.empty() || std::any_of(screens.begin(), screens.end(), within_reach)) return window;
+  const ScreenArea& first = screens.front();
+  window.width = std::min(window.width, first.width);
+  window.height = std::min(window.height, first.height);
+  const double right_most = first.left + first.width - window.width;
+  const double lowest = first.top + first.height - window.height;
+  window.left = std::clamp(window.left, first.left, right_most);
+  window.top = std::clamp(window.top, first.top, lowest);
   return window;
 }
 

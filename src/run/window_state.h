@@ -2,6 +2,7 @@
 // Place and state of the main window as the settings keep them, in twips (1/1440 inch).
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -31,6 +32,18 @@ using StoredValues = std::vector<std::pair<std::string, std::string>>;
 /// minimised window comes up normal, 13890 by 10410.
 [[nodiscard]] WindowState ReadWindowState(const StoredValues& values, double screen_width,
                                           double screen_height);
+
+/// A screen, or what of it windows may take, in twips.
+struct ScreenArea {
+  double left = 0;
+  double top = 0;
+  double width = 0;
+  double height = 0;
+};
+
+/// The window where a person can reach it: as it is where enough of its upper edge lies on one of
+/// the screens to be taken hold of; else moved into the first of them, no larger than that.
+[[nodiscard]] WindowState BroughtIntoView(WindowState window, std::span<const ScreenArea> screens);
 
 /// The keys to store: WindowState always, size and place only of a normal window.
 [[nodiscard]] StoredValues WindowStateValues(const WindowState& window);

@@ -36,6 +36,33 @@ TEST(ReadWindowState, PlaceLosesItsSignAndNonsenseFallsBackToTheScreen) {
   EXPECT_EQ(window.height, 10800);
 }
 
+TEST(BroughtIntoView, AWindowThatNobodyCouldReachMovesIntoTheFirstScreen) {
+  const ScreenArea screens[] = {{0, 600, kScreenWidth, kScreenHeight - 600},
+                                {kScreenWidth, 0, 9600, 6000}};
+  const struct {
+    double width, height, top, left;
+    double new_width, new_height, new_top, new_left;
+  } cases[] = {
+      {9000, 6000, 900, 900, 9000, 6000, 900, 900},
+      {9000, 6000, 5000, 25000, 9000, 6000, 5000, 25000},         // on the second screen
+      {9000, 6000, 900, 17700, 9000, 6000, 900, 17700},           // its left end shows
+      {9000, 6000, 6100, 18000, 9000, 6000, 6000, 10200},         // too little of it
+      {9000, 6000, 5800, 25000, 9000, 6000, 5800, 10200},         // below the second one
+      {9000, 6000, 11900, 900, 9000, 6000, 6000, 900},            // below the first
+      {9000, 6000, 300, 900, 9000, 6000, 600, 900},               // its title under a panel
+      {99000, 99000, 30000, 90000, kScreenWidth, 11400, 600, 0},  // larger than the screen
+      {900, 900, 900, 40000, 900, 900, 900, kScreenWidth - 900},
+  };
+  for (const auto& c : cases) {
+    const WindowState window = BroughtIntoView(
+        {.width = c.width, .height = c.height, .top = c.top, .left = c.left}, screens);
+    EXPECT_EQ(window.width, c.new_width) << c.left;
+    EXPECT_EQ(window.height, c.new_height) << c.left;
+    EXPECT_EQ(window.top, c.new_top) << c.left;
+    EXPECT_EQ(window.left, c.new_left) << c.left;
+  }
+}
+
 TEST(WindowStateValues, AMaximisedWindowKeepsTheStoredPlace) {
   WindowState window{.width = 100, .height = 200, .top = 3.5, .left = 4, .state = kWindowNormal};
   const StoredValues normal = WindowStateValues(window);

@@ -7,6 +7,7 @@
 #include <QSplitter>
 #include <QStandardPaths>
 #include <algorithm>
+#include <vector>
 
 #include "core/numbers.h"
 #include "core/paths.h"
@@ -35,6 +36,21 @@ constexpr int kStandardTreePixels = 230;
 QSize ScreenPixels() {
   const QScreen* screen = QGuiApplication::primaryScreen();
   return screen != nullptr ? screen->availableSize() : QSize(1024, 768);
+}
+
+/// What windows may take of each screen, the primary one first.
+std::vector<ScreenArea> ScreenAreas() {
+  std::vector<ScreenArea> areas;
+  const QScreen* const primary = QGuiApplication::primaryScreen();
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    const QRectF area(screen->availableGeometry());
+    const ScreenArea twips{.left = area.left() * kTwipsPerPixel,
+                           .top = area.top() * kTwipsPerPixel,
+                           .width = area.width() * kTwipsPerPixel,
+                           .height = area.height() * kTwipsPerPixel};
+    areas.insert(screen == primary ? areas.begin() : areas.end(), twips);
+  }
+  return areas;
 }
 
 int Pixels(double twips) { return static_cast<int>(twips / kTwipsPerPixel); }
@@ -86,8 +102,9 @@ void frmStart::Starting::ApplyProperties(const StoredValues& stored) {
 
 void frmStart::Starting::ApplyGeometry(const StoredValues& stored) {
   const QSize screen = ScreenPixels();
-  const WindowState state =
-      ReadWindowState(stored, screen.width() * kTwipsPerPixel, screen.height() * kTwipsPerPixel);
+  const WindowState state = BroughtIntoView(
+      ReadWindowState(stored, screen.width() * kTwipsPerPixel, screen.height() * kTwipsPerPixel),
+      ScreenAreas());
   window.resize(Pixels(state.width), Pixels(state.height));
   window.move(Pixels(state.left), Pixels(state.top));
   if (state.state == kWindowMaximized) window.setWindowState(Qt::WindowMaximized);
