@@ -24,6 +24,14 @@ constexpr std::array<std::string_view, 3> kTableProbes = {
     "Select [UIDCDArchive],[CDArchive],[UID] from CDArchives where UIDCDArchive=1",
     "Select [UIDPLaylist],[Playlist],[UID],[position] from Playlists where UIDPLaylist=1"};
 
+/// Whether row 1 is still the track that the catalogue came with.
+bool IsDemonstrationRow(Session& session, const std::string& monster_path) {
+  const std::string location =
+      session.connection.Execute("select location from mp3sTabelle where UID=1").Fields("location");
+  if (FileNamePart(location) != FileNamePart(monster_path)) return false;
+  return FolderPart(location).empty() || location == monster_path || !MyFileExists(location);
+}
+
 }  // namespace
 
 void DetermineConnection(Session& session) {
@@ -62,6 +70,7 @@ bool RefreshDemonstrationRow(Session& session, const std::string& monster_path) 
                                 "',datetimeofdbupdate='" + now + "',location='" +
                                 QuoteInner(monster_path, '\'') + "' where UID=1";
   try {
+    if (!IsDemonstrationRow(session, monster_path)) return false;
     session.connection.Execute(statement);
   } catch (const DatabaseError&) {
     return false;

@@ -98,6 +98,16 @@ TEST(RefreshDemonstrationRow, PointsTheRowToItsFileOnlyIfThatIsThere) {
   EXPECT_EQ(row.Cell(0, 0), monster);
   EXPECT_EQ(row.Cell(0, 1), FileTimeText(monster));
   EXPECT_TRUE(ParseDateTime(row.Cell(0, 2)).has_value());
+  // A track of the person's own stays where it is; a row whose old folder has gone follows.
+  const std::string own = parent.Write("own/monster.mp3", "y");
+  const std::pair<std::string, std::string> cases[] = {
+      {own, own}, {"/music/Abba.mp3", "/music/Abba.mp3"}, {"/gone/monster.mp3", monster}};
+  for (const auto& [before, after] : cases) {
+    session.connection.Execute("update mp3sTabelle set location='" + before + "'");
+    EXPECT_EQ(RefreshDemonstrationRow(session, monster), after == monster) << before;
+    EXPECT_EQ(session.connection.Execute("select location from mp3sTabelle").Fields("location"),
+              after);
+  }
   CountAllTracks(session);
   EXPECT_EQ(session.track_count, 1);
   session.connection.Close();
