@@ -7,10 +7,9 @@
 #include "core/paths.h"
 #include "core/text.h"
 #include "files/file_facts.h"
+#include "library/catalogue_care.h"
 #include "platform/player_detection.h"
 #include "run/catalogue.h"
-#include "store/backup.h"
-#include "store/compact_copy.h"
 #include "views/quick_search.h"
 
 namespace tunemeadow {
@@ -18,9 +17,6 @@ namespace {
 
 /// The tool's arguments have come in one line since ever, so blanks in a path are encoded.
 std::string WithoutBlanks(const std::string& path) { return ReplaceEach(path, " ", "%20"); }
-
-/// A catalogue that is no file of ours is neither compacted nor backed up.
-bool IsOwnFile(const Preferences& preferences) { return preferences.lblConfigDB != kOtherDatabase; }
 
 TreeKind StoredTreeKind(const StoredValues& stored) {
   const auto kind = ParseWhole(StoredValue(stored, "cboTreeSelector")).value_or(0);
@@ -44,22 +40,6 @@ void LoadProperties(Workbench& bench, StartWindow& window) {
 void FindCdDrive(Workbench& bench) {
   std::string& drive = bench.session.preferences.lblConfigCDROM;
   if (drive.empty()) drive = StoredDrive(bench.world.drives.FirstOptical());
-}
-
-void CompactAndRepair(Workbench& bench, StartWindow& window, const std::string& shipped_folder) {
-  Session& session = bench.session;
-  if (!IsOwnFile(session.preferences) || !session.preferences.chkRepair) return;
-  // What the tool left at the start before is taken over first: the tool that starts now writes to
-  // the same name.
-  TakeOverCompactCopy(session.preferences.lblConfigDB, session.program_folder);
-  if (StartRepairTool(session, bench.world.processes, shipped_folder)) return;
-  session.preferences.chkRepair = false;
-  window.DisableRepair();
-}
-
-void BackUp(const Session& session) {
-  if (!IsOwnFile(session.preferences) || !session.preferences.chkBackup) return;
-  (void)MakeBackup(session.preferences.lblConfigDB, session.program_folder);
 }
 
 bool OpenCatalogue(Workbench& bench, StartWindow& window) {
@@ -127,8 +107,8 @@ bool StartUp(Workbench& bench, StartWindow& window, const std::string& shipped_f
   window.BuildLists();
   interaction.ShowLoading("Loading Database...");
   const std::string rolled_back = RollBackSentence(session.journal.RollBack());
-  CompactAndRepair(bench, window, shipped_folder);
-  BackUp(session);
+  CareForCatalogue(bench, window, shipped_folder);
+  interaction.ShowLoading("Loading Database...");
   if (!OpenCatalogue(bench, window)) return false;
   interaction.ShowLoading("Loading Genres...");
   window.LoadGenresNEU();

@@ -5,8 +5,11 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
+#include <string>
 
 #include "core/paths.h"
 #include "files/durable_file.h"
@@ -19,22 +22,34 @@ struct BackupFinisher {
   void operator()(sqlite3_backup* backup) const noexcept { sqlite3_backup_finish(backup); }
 };
 
-/// Copies every page as of one moment.
-bool CopyPages(sqlite3* from, sqlite3* to) {
+constexpr int kPagesPerStep = 4096;
+
+using Progress = std::function<void(int percent)>;
+
+/// Copies every page as of one moment, which the caller's read transaction holds.
+bool CopyPages(sqlite3* from, sqlite3* to, const Progress& progress) {
   const std::unique_ptr<sqlite3_backup, BackupFinisher> backup(
       sqlite3_backup_init(to, "main", from, "main"));
-  return backup != nullptr && sqlite3_backup_step(backup.get(), -1) == SQLITE_DONE;
+  if (backup == nullptr) return false;
+  for (;;) {
+    const int result = sqlite3_backup_step(backup.get(), kPagesPerStep);
+    if (result != SQLITE_OK) return result == SQLITE_DONE;
+    const std::int64_t pages = sqlite3_backup_pagecount(backup.get());
+    const std::int64_t left = sqlite3_backup_remaining(backup.get());
+    if (progress && pages > 0) progress(static_cast<int>(100 * (pages - left) / pages));
+  }
 }
 
 /// Makes the backup under a name of its own; every handle is closed at the end.
-bool CopyAndCheck(const std::string& from, const std::string& to) {
+bool CopyAndCheck(const std::string& from, const std::string& to, const Progress& progress) {
   const StoreHandle source = OpenSoundStore(from);
   if (source == nullptr || !HasAllTables(source.get())) return false;
   const StoreHandle copy = OpenSoundStore(to, true);
   if (copy == nullptr) return false;
   // Nothing is lost with an unfinished copy: it needs neither a journal nor a sync of each step.
   RunPlain(copy.get(), "pragma journal_mode=off; pragma synchronous=off");
-  return CopyPages(source.get(), copy.get()) &&
+  const ReadTransaction reading(source.get());
+  return reading.Begun() && CopyPages(source.get(), copy.get(), progress) &&
          FirstText(copy.get(), "pragma quick_check(1)") == "ok";
 }
 
@@ -56,11 +71,12 @@ void RemoveUnfinished(const std::string& path) {
 
 }  // namespace
 
-bool MakeBackup(const std::string& database_path, const std::string& program_folder) {
-  const std::string backup = JoinPath(program_folder, "mp3s.bak");
+bool MakeBackup(const std::string& database_path, const std::string& program_folder,
+                const Progress& progress) {
+  const std::string backup = JoinPath(program_folder, kBackupName);
   const std::string unfinished = backup + ".new";
   RemoveUnfinished(unfinished);
-  bool made = CopyAndCheck(database_path, unfinished) && SyncBackup(unfinished);
+  bool made = CopyAndCheck(database_path, unfinished, progress) && SyncBackup(unfinished);
   if (made) {
     RemoveJournals(backup);  // of somebody's look into the old one: it would be rolled into the new
     made = std::rename(unfinished.c_str(), backup.c_str()) == 0;

@@ -7,7 +7,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
@@ -26,37 +25,12 @@
 namespace tunemeadow {
 namespace {
 
-constexpr std::size_t kOriginBlock = std::size_t{1} << 16;
-
 std::string StoreMessage(sqlite3* store) {
   return store == nullptr ? sqlite3_errstr(SQLITE_NOMEM) : sqlite3_errmsg(store);
 }
 
 std::string SystemMessage(const std::string& path) {
   return DisplayPath(path) + ": " + std::strerror(errno);
-}
-
-/// Ends the read transaction of a store when the scope ends.
-class ReadTransaction {
- public:
-  explicit ReadTransaction(sqlite3* store) noexcept : store_(store) {
-    begun_ = RunPlain(store_, "begin; select 1 from sqlite_schema") == SQLITE_OK;
-  }
-  ~ReadTransaction() { RunPlain(store_, "rollback"); }
-  ReadTransaction(const ReadTransaction&) = delete;
-  ReadTransaction& operator=(const ReadTransaction&) = delete;
-  [[nodiscard]] bool Begun() const noexcept { return begun_; }
-
- private:
-  sqlite3* store_;
-  bool begun_;
-};
-
-/// Whether everything that was written stands in the file itself. The reader's transaction keeps it
-/// so: what is written from now on stays in the log.
-bool LogIsEmpty(const std::string& path) {
-  struct stat status {};
-  return stat((path + "-wal").c_str(), &status) != 0 || status.st_size == 0;
 }
 
 constexpr const char* kBeingWritten = "The catalogue is being written to.";
@@ -128,35 +102,30 @@ struct CatalogueState {
 
 /// Folds in what a crash left and looks at the file. nullopt if it is not to be touched.
 std::optional<CatalogueState> RecoverCatalogue(const std::string& path) {
-  CatalogueState state;
-  {
-    const StoreHandle store = OpenSoundStore(path);
-    if (store == nullptr) return std::nullopt;
-    sqlite3_wal_checkpoint_v2(store.get(), nullptr, SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
-    const ReadTransaction reading(store.get());
-    const auto origin = reading.Begun() ? OriginOf(store.get()) : std::nullopt;
-    if (!origin || !LogIsEmpty(path)) return std::nullopt;
-    state.origin = *origin;
-  }
+  const std::optional<FileOrigin> origin = OriginOfCatalogue(path);
   struct stat status {};
-  if (JournalLiesBeside(path) || stat(path.c_str(), &status) != 0) return std::nullopt;
-  state.modified = status.st_mtim;
-  return state;
+  if (!origin || JournalLiesBeside(path) || stat(path.c_str(), &status) != 0) return std::nullopt;
+  return CatalogueState{*origin, status.st_mtim};
 }
 
 bool IsOlder(const timespec& one, const timespec& other) noexcept {
   return one.tv_sec != other.tv_sec ? one.tv_sec < other.tv_sec : one.tv_nsec < other.tv_nsec;
 }
 
+enum class Verdict { kRefused, kMadeOfIt, kFromElsewhere };
+
 /// Whether the copy is a sound catalogue that holds all that `state` does.
-bool MayReplace(const std::string& compact, const CatalogueState& state) {
+Verdict JudgeCopy(const std::string& compact, const CatalogueState& state) {
   struct stat status {};
-  if (stat(compact.c_str(), &status) != 0) return false;
+  if (stat(compact.c_str(), &status) != 0) return Verdict::kRefused;
   const StoreHandle store = OpenSoundStore(compact);
-  if (store == nullptr || !HasAllTables(store.get())) return false;
+  if (store == nullptr || !HasAllTables(store.get())) return Verdict::kRefused;
   const auto origin = RecordedOrigin(store.get());
-  if (origin ? *origin != state.origin : IsOlder(status.st_mtim, state.modified)) return false;
-  return FirstText(store.get(), "pragma quick_check(1)") == "ok";
+  if (origin ? *origin != state.origin : IsOlder(status.st_mtim, state.modified)) {
+    return Verdict::kRefused;
+  }
+  if (FirstText(store.get(), "pragma quick_check(1)") != "ok") return Verdict::kRefused;
+  return origin ? Verdict::kMadeOfIt : Verdict::kFromElsewhere;
 }
 
 bool CopyBytes(int from, int to) {
@@ -213,30 +182,6 @@ std::string RealPath(const std::string& path) {
 
 }  // namespace
 
-std::optional<FileOrigin> OriginOf(sqlite3* store) {
-  sqlite3_file* file = nullptr;
-  sqlite3_int64 size = 0;
-  if (sqlite3_file_control(store, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
-      file == nullptr || file->pMethods == nullptr ||
-      file->pMethods->xFileSize(file, &size) != SQLITE_OK) {
-    return std::nullopt;
-  }
-  std::vector<std::uint64_t> words(kOriginBlock / sizeof(std::uint64_t));
-  std::uint64_t sum = 0xCBF29CE484222325U;
-  for (sqlite3_int64 at = 0; at < size; at += static_cast<sqlite3_int64>(kOriginBlock)) {
-    const auto left = std::min(size - at, static_cast<sqlite3_int64>(kOriginBlock));
-    std::fill(words.begin(), words.end(), 0U);
-    if (file->pMethods->xRead(file, words.data(), static_cast<int>(left), at) != SQLITE_OK) {
-      return std::nullopt;
-    }
-    for (const std::uint64_t word : words) {
-      sum = (sum ^ word) * 0x9E3779B97F4A7C15U;
-      sum ^= sum >> 32;
-    }
-  }
-  return FileOrigin{size, static_cast<std::int64_t>(sum)};
-}
-
 std::string MakeCompactCopy(const std::string& source, const std::string& output) {
   if (SameFile(source, output)) return "The copy would replace the catalogue itself.";
   const std::string copy = output + ".part";
@@ -262,15 +207,18 @@ std::string MakeCompactCopy(const std::string& source, const std::string& output
   return failure;
 }
 
-bool TakeOverCompactCopy(const std::string& database_path, const std::string& program_folder) {
+std::optional<TakenOver> TakeOverCompactCopy(const std::string& database_path,
+                                             const std::string& program_folder) {
   const std::string compact = JoinPath(program_folder, "compact.mdb");
   const std::string catalogue = RealPath(database_path);
-  if (!MyFileExists(compact) || catalogue.empty() || SameFile(compact, catalogue)) return false;
+  if (!MyFileExists(compact) || catalogue.empty() || SameFile(compact, catalogue))
+    return std::nullopt;
   const std::optional<CatalogueState> state = RecoverCatalogue(catalogue);
-  if (!state) return false;
-  if (!MayReplace(compact, *state)) {
+  if (!state) return std::nullopt;
+  const Verdict verdict = JudgeCopy(compact, *state);
+  if (verdict == Verdict::kRefused) {
     RemoveStoreFile(compact);
-    return false;
+    return std::nullopt;
   }
   const std::string beside = catalogue + ".compact";
   RemoveStoreFile(beside);
@@ -279,12 +227,14 @@ bool TakeOverCompactCopy(const std::string& database_path, const std::string& pr
                      rename(beside.c_str(), catalogue.c_str()) == 0;
   if (!taken) {
     RemoveStoreFile(beside);
-    return false;
+    return std::nullopt;
   }
   SyncFolderOf(catalogue);
   RemoveStoreFile(compact);
   SyncFolderOf(compact);
-  return true;
+  TakenOver result{.before = std::nullopt, .after = OriginOfFile(catalogue)};
+  if (verdict == Verdict::kMadeOfIt) result.before = state->origin;
+  return result;
 }
 
 }  // namespace tunemeadow

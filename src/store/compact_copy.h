@@ -8,24 +8,12 @@
 // end folds every write into the file, and a start without a write leaves each byte as it was.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 
-struct sqlite3;
+#include "store/file_origin.h"
 
 namespace tunemeadow {
-
-/// The bytes of a database file.
-struct FileOrigin {
-  std::int64_t bytes = 0;
-  std::int64_t checksum = 0;  ///< for accidents, not against a forger
-  bool operator==(const FileOrigin&) const = default;
-};
-
-/// The origin that the file of an open store would have. The caller holds a read transaction, so
-/// that nothing is folded into the file meanwhile. nullopt if it cannot be read.
-[[nodiscard]] std::optional<FileOrigin> OriginOf(sqlite3* store);
 
 /// Makes a compacted copy of the catalogue `source` at `output`, replacing an older one; both are
 /// paths in bytes. The copy appears under its name only when it is whole, checked and synced; it
@@ -34,12 +22,20 @@ struct FileOrigin {
 /// meanwhile.
 [[nodiscard]] std::string MakeCompactCopy(const std::string& source, const std::string& output);
 
+/// A catalogue before and after a compact copy was put in its place: other bytes, the same rows.
+struct TakenOver {
+  std::optional<FileOrigin> before;  ///< nullopt for a copy from elsewhere, of other rows
+  std::optional<FileOrigin> after;   ///< nullopt if it cannot be read
+};
+
 /// Puts `compact.mdb` of the program's folder in place of the catalogue, if nothing was written
 /// to the catalogue since the copy was made and the copy is a sound catalogue; any other copy is
 /// removed. A copy without an origin, from elsewhere, must not be older than the catalogue's last
 /// change. Copy and catalogue both stay where the catalogue is missing, locked or damaged, or where
 /// a journal or log still lies beside it (it would be rolled into the new file). At no moment is
-/// there no catalogue. Must run before the catalogue is opened. True if the copy is in its place.
-bool TakeOverCompactCopy(const std::string& database_path, const std::string& program_folder);
+/// there no catalogue. Must run before the catalogue is opened. A value if the copy is in its
+/// place.
+std::optional<TakenOver> TakeOverCompactCopy(const std::string& database_path,
+                                             const std::string& program_folder);
 
 }  // namespace tunemeadow

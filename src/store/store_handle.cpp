@@ -53,6 +53,16 @@ bool HasAllTables(sqlite3* store) {
                    "lower(name) in ('mp3stabelle','playlists','cdarchives')") == "3";
 }
 
+ReadTransaction::ReadTransaction(sqlite3* store) noexcept
+    : store_(store), begun_(RunPlain(store, "begin; select 1 from sqlite_schema") == SQLITE_OK) {}
+
+ReadTransaction::~ReadTransaction() { RunPlain(store_, "rollback"); }
+
+bool LogIsEmpty(const std::string& path) {
+  struct stat status {};
+  return stat((path + "-wal").c_str(), &status) != 0 || status.st_size == 0;
+}
+
 bool JournalLiesBeside(const std::string& path) {
   struct stat status {};
   return stat((path + "-wal").c_str(), &status) == 0 ||

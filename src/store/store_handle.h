@@ -43,6 +43,24 @@ int RunPlain(sqlite3* store, const char* sql) noexcept;
 /// Whether all three tables of a catalogue are there.
 [[nodiscard]] bool HasAllTables(sqlite3* store);
 
+/// A read transaction of a store; it ends with the scope.
+class ReadTransaction {
+ public:
+  explicit ReadTransaction(sqlite3* store) noexcept;
+  ~ReadTransaction();
+  ReadTransaction(const ReadTransaction&) = delete;
+  ReadTransaction& operator=(const ReadTransaction&) = delete;
+  [[nodiscard]] bool Begun() const noexcept { return begun_; }
+
+ private:
+  sqlite3* store_;
+  bool begun_;
+};
+
+/// Whether everything that was written stands in the file itself. The transaction of a reader that
+/// was begun before keeps it so: what is written from then on stays in the log.
+[[nodiscard]] bool LogIsEmpty(const std::string& path);
+
 /// Whether a journal or a log lies beside the file: its bytes alone may not be the whole of it
 /// then.
 [[nodiscard]] bool JournalLiesBeside(const std::string& path);

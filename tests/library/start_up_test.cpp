@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 
 #include "files/file_facts.h"
 #include "files/journaled_file.h"
@@ -17,6 +18,7 @@
 namespace tunemeadow {
 namespace {
 
+namespace fs = std::filesystem;
 using testing::ElementsAre;
 using Steps = std::vector<std::string>;
 
@@ -48,6 +50,12 @@ class StartUpTest : public testing::Test, public StartWindow {
   bool Took(const std::string& step) {
     return std::any_of(steps_.begin(), steps_.end(),
                        [&](const std::string& taken) { return taken.starts_with(step); });
+  }
+
+  void WriteARow(const char* name = "mp3s.mdb") {
+    Connection connection;
+    connection.Open(folder_.Path(name));
+    connection.Execute("update mp3sTabelle set Comment=Comment & 'x'");
   }
 
   /// What the program's folder and the connection are like by now.
@@ -97,15 +105,64 @@ class StartUpTest : public testing::Test, public StartWindow {
   Steps picks_;  ///< what the person chooses after a catalogue that cannot be opened
 };
 
-TEST_F(StartUpTest, TheOldCopyIsTakenOverBeforeTheToolStartsAndTheBackupIsMadeBeforeTheOpening) {
+TEST_F(StartUpTest, TheOldCopyIsRemovedBeforeTheToolStartsAndTheBackupIsMadeBeforeTheOpening) {
   ASSERT_EQ(MakeCompactCopy(catalogue_, folder_.Path("compact.mdb")), "");
+  WriteARow();
   ASSERT_TRUE(Start());
-  EXPECT_THAT(steps_, ElementsAre("Loading Properties...", "properties, copy", "lists",
-                                  "Loading Database...", "repair tool", "Loading Genres...",
-                                  "genres, backup, open", "Loading Data...", "loaded", "window"));
+  EXPECT_THAT(steps_,
+              ElementsAre("Loading Properties...", "properties, copy", "lists",
+                          "Loading Database...", "repair tool", "Backing up the database...",
+                          "Loading Database...", "Loading Genres...", "genres, backup, open",
+                          "Loading Data...", "loaded", "window"));
   EXPECT_EQ(bench_.ListView1.RowCount(), 1U);
   EXPECT_EQ(session_.track_count, 1);
   EXPECT_EQ(person_.Status(), "Ready.");
+}
+
+TEST_F(StartUpTest, WhatNobodyHasWrittenToIsNeitherCompactedNorBackedUpAgain) {
+  const auto flip_a_byte = [this](const char* name) {
+    std::string bytes = folder_.Read(name);
+    bytes[bytes.size() / 2] ^= 1;
+    folder_.Write(name, bytes);
+  };
+  const struct {
+    const char* what;
+    std::function<void()> before;
+    bool tool, backup;
+  } starts[] = {
+      {"the first start", [] {}, true, true},
+      {"the tool left nothing", [] {}, true, false},
+      {"its copy is taken over; the backup holds the same rows",
+       [this] { ASSERT_EQ(MakeCompactCopy(catalogue_, folder_.Path("compact.mdb")), ""); }, false,
+       false},
+      {"nothing written", [] {}, false, false},
+      {"a row written", [this] { WriteARow(); }, true, true},
+      {"the backup has gone", [this] { fs::remove(folder_.Path("mp3s.bak")); }, true, true},
+      {"the backup is damaged", [&] { flip_a_byte("mp3s.bak"); }, true, true},
+      {"the settings have gone",
+       [this] {
+         fs::remove(folder_.Path("tunemeadow.INI"));
+         Set({{"firstrun", "1"}, {"lblConfigWinamp", "/opt/mpv"}});
+       },
+       true, true},
+      {"a copy of other rows is taken over",
+       [this] {
+         fs::copy_file(catalogue_, folder_.Path("compact.mdb"));
+         WriteARow("compact.mdb");
+       },
+       true, true},
+  };
+  for (const auto& start : starts) {
+    SCOPED_TRACE(start.what);
+    session_.connection.Close();
+    start.before();
+    steps_.clear();
+    ASSERT_TRUE(Start());
+    EXPECT_EQ(Took("repair tool"), start.tool);
+    EXPECT_EQ(Took("Backing up"), start.backup);
+    EXPECT_FALSE(MyFileExists(folder_.Path("compact.mdb")));
+    EXPECT_TRUE(MyFileExists(folder_.Path("mp3s.bak")));
+  }
 }
 
 TEST_F(StartUpTest, RepairAndBackupAreForACatalogueOfItsOwnWhereTheyAreWanted) {
@@ -122,8 +179,8 @@ TEST_F(StartUpTest, RepairAndBackupAreForACatalogueOfItsOwnWhereTheyAreWanted) {
     SCOPED_TRACE(c.settings[0].first + "=" + c.settings[0].second);
     session_.connection.Close();
     steps_.clear();
-    std::filesystem::remove(folder_.Path("mp3s.bak"));
-    if (!c.tool) std::filesystem::remove(folder_.Path("RepairDB.exe"));
+    fs::remove(folder_.Path("mp3s.bak"));
+    if (!c.tool) fs::remove(folder_.Path("RepairDB.exe"));
     Set(c.settings);
     ASSERT_TRUE(Start());
     EXPECT_EQ(Took("repair tool"), c.repaired);
