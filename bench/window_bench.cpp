@@ -198,7 +198,10 @@ int main(int argc, char** argv) {
     MeasureList(window);
   } else if (mode == "tree") {
     MeasureTree(window);
-  } else if (mode != "start") {
+  } else if (mode == "start") {
+    Print("start", CpuMilliseconds(), window.Bench().ListInView().RowCount(),
+          window.Bench().history.Entries().back().statement.text);
+  } else {
     std::fprintf(stderr, "window_bench import FOLDER | save ARTIST | list | tree | start\n");
     return 2;
   }

@@ -42,21 +42,43 @@ void FindCdDrive(Workbench& bench) {
   if (drive.empty()) drive = StoredDrive(bench.world.drives.FirstOptical());
 }
 
-bool OpenCatalogue(Workbench& bench, StartWindow& window) {
+/// Whether the person takes the catalogue of the program's folder for one that has gone.
+bool TakesStandardCatalogue(Workbench& bench) {
+  const std::string& gone = bench.session.preferences.lblConfigDB;
+  const std::string standard = StandardCatalogue(bench.session);
+  if (gone == kOtherDatabase || MyFileExists(gone) || !MyFileExists(standard)) return false;
+  return bench.interaction.ShowMessage(
+             {.text = "The database is not there any more: " + DisplayPath(gone) +
+                      "\n\nThere is one in the program's folder: " + DisplayPath(standard) +
+                      "\n\nShall that one be opened, from now on?",
+              .title = "Question",
+              .icon = Icon::kQuestion,
+              .buttons = Buttons::kYesNo}) == Answer::kYes;
+}
+
+/// After a catalogue could not be opened: `lblConfigDB` is another one. False if there is none.
+bool ChooseAnother(Workbench& bench, StartWindow& window, const DatabaseError& error) {
   Session& session = bench.session;
   std::string& database = session.preferences.lblConfigDB;
+  const bool standard = TakesStandardCatalogue(bench);
+  if (!standard) bench.interaction.ShowMessage(OpenFailedBox(database, error));
+  database.clear();
+  if (!standard && !window.ChooseDatabase()) return false;
+  session.preferences.sConnString.clear();
+  DetermineConnection(session);
+  session.ini.SaveString(kConfigSection, "lblConfigDB", StoredCatalogue(session, database));
+  return true;
+}
+
+bool OpenCatalogue(Workbench& bench, StartWindow& window) {
+  Session& session = bench.session;
   for (;;) {
     try {
       session.connection.Open(session.connection_string);
       return true;
     } catch (const DatabaseError& error) {
       bench.interaction.HideLoading();
-      bench.interaction.ShowMessage(OpenFailedBox(database, error));
-      database.clear();
-      if (!window.ChooseDatabase()) return false;
-      session.preferences.sConnString.clear();
-      DetermineConnection(session);
-      session.ini.SaveString(kConfigSection, "lblConfigDB", database);
+      if (!ChooseAnother(bench, window, error)) return false;
       bench.interaction.ShowLoading("Loading Database...");
     }
   }

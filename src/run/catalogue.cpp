@@ -34,10 +34,18 @@ bool IsDemonstrationRow(Session& session, const std::string& monster_path) {
 
 }  // namespace
 
+std::string StandardCatalogue(const Session& session) {
+  return JoinPath(session.program_folder, "mp3s.mdb");
+}
+
+std::string StoredCatalogue(const Session& session, const std::string& database) {
+  return database == StandardCatalogue(session) ? std::string() : database;
+}
+
 void DetermineConnection(Session& session) {
   Preferences& preferences = session.preferences;
   if (preferences.lblConfigDB.empty()) {
-    preferences.lblConfigDB = JoinPath(session.program_folder, "mp3s.mdb");
+    preferences.lblConfigDB = StandardCatalogue(session);
   }
   if (!preferences.sConnString.empty()) {
     preferences.lblConfigDB = kOtherDatabase;

@@ -10,6 +10,13 @@
 
 namespace tunemeadow {
 
+/// The catalogue of the program's own folder, which an empty `lblConfigDB` means.
+[[nodiscard]] std::string StandardCatalogue(const Session& session);
+
+/// `lblConfigDB` as it is stored: the standard one as an empty text, so that a program folder that
+/// is copied to another place opens the catalogue that came along.
+[[nodiscard]] std::string StoredCatalogue(const Session& session, const std::string& database);
+
 /// Settles connection string and quote character of the session. A stored `sConnString` is the
 /// string as it stands, with texts in single quotes, and `lblConfigDB` becomes "andere". Otherwise
 /// the string names `lblConfigDB`, which is `mp3s.mdb` of the program's folder where it is empty,

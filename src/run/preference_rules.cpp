@@ -5,6 +5,7 @@
 
 #include "core/paths.h"
 #include "core/text.h"
+#include "run/catalogue.h"
 
 namespace tunemeadow {
 namespace {
@@ -13,8 +14,15 @@ using StoredPairs = std::vector<std::pair<std::string, std::string>>;
 
 constexpr std::size_t kLongestStored = 255;  // characters
 
-constexpr std::array<std::string_view, 4> kFirstRunKeys{"lblConfigWinamp", "lblConfigDB",
+constexpr std::string_view kDatabaseKey = "lblConfigDB";
+constexpr std::array<std::string_view, 4> kFirstRunKeys{"lblConfigWinamp", kDatabaseKey,
                                                         "lblConfigCDROM", "lblScan"};
+
+std::string TextToStore(const Session& session, const Preferences& values,
+                        const PreferenceKey& key) {
+  std::string text = StoredText(values, key);
+  return key.key == kDatabaseKey ? StoredCatalogue(session, text) : text;
+}
 
 void WriteWithFirstRun(cINI& ini, StoredPairs values) {
   values.emplace_back("firstrun", "1");
@@ -91,7 +99,7 @@ bool ConfirmPreferences(Session& session, Interaction& interaction, const Prefer
   session.preferences = controls;
   StoredPairs values;
   for (const PreferenceKey& key : PreferenceKeys()) {
-    values.emplace_back(key.key, StoredText(controls, key));
+    values.emplace_back(key.key, TextToStore(session, controls, key));
   }
   WriteWithFirstRun(session.ini, std::move(values));
   if (controls.lblConfigDB != database_before) {
@@ -107,7 +115,9 @@ void ConfirmFirstRun(Session& session) {
   StoredPairs values;
   for (const PreferenceKey& key : PreferenceKeys()) {
     for (const std::string_view name : kFirstRunKeys) {
-      if (key.key == name) values.emplace_back(name, StoredText(session.preferences, key));
+      if (key.key == name) {
+        values.emplace_back(name, TextToStore(session, session.preferences, key));
+      }
     }
   }
   WriteWithFirstRun(session.ini, std::move(values));

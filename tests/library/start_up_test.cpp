@@ -199,15 +199,33 @@ TEST_F(StartUpTest, ACatalogueThatCannotBeOpenedLeadsToAnotherOneOrToTheEnd) {
   EXPECT_EQ(steps_.back(), "loaded");
   EXPECT_EQ(Stored("lblConfigDB"), "");
 
-  picks_ = {wrong, catalogue_};
+  const std::string mine = ProvideCatalogue(folder_, "mine.mdb");
+  picks_ = {wrong, mine};
   ASSERT_TRUE(Start());
   const std::vector<std::string> boxes = person_.BoxTexts();
   ASSERT_EQ(boxes.size(), 3U);
   EXPECT_TRUE(boxes[1].starts_with("Error: The database can't be opened: andere\n\n")) << boxes[1];
   EXPECT_TRUE(boxes[2].starts_with("Error: The database can't be opened: " + wrong)) << boxes[2];
-  EXPECT_EQ(Stored("lblConfigDB"), catalogue_);
+  EXPECT_EQ(Stored("lblConfigDB"), mine);
   EXPECT_EQ(session_.preferences.sConnString, "");
   EXPECT_EQ(session_.quote, '"');
+  EXPECT_EQ(bench_.ListView1.RowCount(), 1U);
+}
+
+TEST_F(StartUpTest, ForACatalogueThatHasGoneTheOneOfTheProgramFolderIsOffered) {
+  Set({{"lblConfigDB", "/moved/away.mdb"}});
+  person_.WillAnswer(Answer::kNo);
+  person_.WillAnswer(Answer::kOk);
+  EXPECT_FALSE(Start());
+  EXPECT_EQ(Stored("lblConfigDB"), "/moved/away.mdb");
+  person_.WillAnswer(Answer::kYes);
+  ASSERT_TRUE(Start());
+  EXPECT_EQ(person_.BoxTexts().back(),
+            "Question: The database is not there any more: /moved/away.mdb\n\nThere is one in the "
+            "program's folder: " +
+                catalogue_ + "\n\nShall that one be opened, from now on?");
+  EXPECT_EQ(session_.preferences.lblConfigDB, catalogue_);
+  EXPECT_EQ(Stored("lblConfigDB"), "") << "wherever the folder will lie";
   EXPECT_EQ(bench_.ListView1.RowCount(), 1U);
 }
 

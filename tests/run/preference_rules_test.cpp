@@ -92,6 +92,7 @@ TEST(ConfirmFirstRun, WritesWhatWasDetectedAndNothingElse) {
   Session session(folder.Path(), "Tunemeadow");
   session.preferences.lblConfigWinamp = "/usr/bin/qmmp";
   session.preferences.lblScan = "/home/anna/Musik/";
+  session.preferences.lblConfigDB = folder.Path("mp3s.mdb");  // the standard one: stored as none
   ConfirmFirstRun(session);
   EXPECT_THAT(session.ini.ReadSection("CONFIG"),
               testing::UnorderedElementsAre(
