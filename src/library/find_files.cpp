@@ -10,9 +10,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <climits>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -20,6 +22,7 @@
 #include <utility>
 
 #include "core/paths.h"
+#include "core/text.h"
 
 namespace tunemeadow {
 namespace {
@@ -70,7 +73,7 @@ class FileWalker {
              std::vector<std::string>& list)
       : session_(session), interaction_(interaction), options_(options), list_(list) {}
 
-  void Walk(const std::string& folder) {
+  LeftOut Walk(const std::string& folder) {
     path_ = WithTrailingSeparator(folder);
     separator_ = SeparatorOf(path_);
     bool go_on = EnterFolder();
@@ -90,6 +93,7 @@ class FileWalker {
         list_.push_back(path_);
       }
     }
+    return std::move(left_out_);
   }
 
  private:
@@ -111,6 +115,7 @@ class FileWalker {
     if (session_.CancelRequested) return false;
     const OpenFolder folder = OpenFolderAt(path_);
     struct stat status {};
+    if (!folder && errno != ENOENT) ++left_out_.unreadable_folders;
     if (!folder || fstat(dirfd(folder.get()), &status) != 0) return true;
     if (!visited_.emplace(status.st_dev, status.st_ino).second) return true;
     const bool same_device = !levels_.empty() && levels_.back().device == status.st_dev;
@@ -128,14 +133,14 @@ class FileWalker {
     }
   }
 
-  std::vector<Entry> ReadEntries(DIR* folder) const {
+  std::vector<Entry> ReadEntries(DIR* folder) {
     std::vector<Entry> entries;
     while (const dirent* const item = readdir(folder)) {
       const std::string_view name = item->d_name;
       const bool wanted = HasOneOfExtensions(name, options_.extensions);
       const bool enterable = MayEnter(name);
-      if (!wanted && !enterable) continue;
       const unsigned char type = TypeOf(folder, *item);
+      if (type == DT_REG && !wanted) CountLeftOut(name);
       if (type == DT_REG ? wanted : type == DT_DIR && enterable) {
         entries.push_back({std::string(name), type == DT_DIR});
       }
@@ -143,6 +148,13 @@ class FileWalker {
     std::sort(entries.begin(), entries.end(),
               [](const Entry& left, const Entry& right) { return left.name < right.name; });
     return entries;
+  }
+
+  void CountLeftOut(std::string_view name) {
+    if (name.front() == '.') return;
+    std::string kind(ExtensionPart(name));
+    for (char& c : kind) c = LowerAscii(c);
+    ++left_out_.kinds[kind];
   }
 
   /// Whether a folder of this name is entered.
@@ -159,13 +171,62 @@ class FileWalker {
   char separator_ = '/';
   std::vector<Level> levels_;
   std::set<std::pair<dev_t, ino_t>> visited_;
+  LeftOut left_out_;
 };
+
+/// The kinds that a person misses in a library.
+constexpr std::string_view kSoundKinds =
+    ";aac;ac3;aif;aiff;amr;ape;dff;dsf;flac;m4a;m4b;mka;mp1;mp2;mp3;mp4;mpc;mpga;mpeg;oga;ogg;opus;"
+    "ra;shn;spx;tta;wav;weba;wma;wv;";
+
+constexpr std::size_t kNamedKinds = 6;
+
+using CountedKind = std::pair<std::string, std::int64_t>;
+
+bool IsSound(const CountedKind& kind) {
+  return kSoundKinds.find(";" + kind.first + ";") != std::string_view::npos;
+}
+
+std::string KindsText(const std::map<std::string, std::int64_t>& counts) {
+  std::vector<CountedKind> kinds(counts.begin(), counts.end());
+  std::int64_t others = 0;
+  std::erase_if(kinds, [&others](const CountedKind& kind) {
+    if (kind.first.empty()) others += kind.second;
+    return kind.first.empty();
+  });
+  std::stable_sort(kinds.begin(), kinds.end(), [](const CountedKind& a, const CountedKind& b) {
+    return IsSound(a) != IsSound(b) ? IsSound(a) : a.second > b.second;
+  });
+  std::string text;
+  const auto add = [&text](const std::string& kind, std::int64_t count) {
+    text.append(text.empty() ? "" : ", ").append(kind + " " + std::to_string(count));
+  };
+  for (std::size_t i = 0; i < kinds.size(); ++i) {
+    if (i < kNamedKinds) {
+      add(DisplayPath(kinds[i].first), kinds[i].second);
+    } else {
+      others += kinds[i].second;
+    }
+  }
+  if (others > 0) add("others", others);
+  return text;
+}
 
 }  // namespace
 
-void FindFilesRecursive(Session& session, Interaction& interaction, const std::string& folder,
-                        const WalkOptions& options, std::vector<std::string>& list) {
-  FileWalker(session, interaction, options, list).Walk(folder);
+std::string LeftOutText(const LeftOut& left_out) {
+  std::string text;
+  if (const std::int64_t folders = left_out.unreadable_folders; folders > 0) {
+    text = std::to_string(folders) + (folders == 1 ? " folder" : " folders") + " could not be read";
+  }
+  const std::string kinds = KindsText(left_out.kinds);
+  if (!kinds.empty()) text.append(text.empty() ? "Left out: " : "; left out: ").append(kinds);
+  return text.empty() ? text : text + ".";
+}
+
+LeftOut FindFilesRecursive(Session& session, Interaction& interaction, const std::string& folder,
+                           const WalkOptions& options, std::vector<std::string>& list) {
+  return FileWalker(session, interaction, options, list).Walk(folder);
 }
 
 }  // namespace tunemeadow

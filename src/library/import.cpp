@@ -32,6 +32,7 @@ struct ImportRun {
   std::vector<std::string> ImportFileList = {""};
   std::int64_t ImportFileCount = 0;
   std::int64_t known = 0;         ///< files that had a row already
+  LeftOut left_out;               ///< by the walk
   std::int64_t cancelled_at = 0;  ///< number of the file before which the cancel was seen
   std::string statement;          ///< of the row at work; its memory serves them all
 
@@ -97,8 +98,15 @@ void TakeFilesOfFolder(Workbench& bench, ImportRun& run) {
                          .read_hidden = preferences.chkReadHiddenFiles,
                          .statusMode = StatusMode::kImport};
   std::vector<std::string> found;
-  FindFilesRecursive(bench.session, bench.interaction, preferences.lblScan, walk, found);
+  run.left_out =
+      FindFilesRecursive(bench.session, bench.interaction, preferences.lblScan, walk, found);
   run.TakeList(std::move(found));
+}
+
+void TellNoFiles(Workbench& bench, const ImportRun& run) {
+  bench.interaction.ShowMessage({.text = "No File(s) found", .icon = Icon::kExclamation});
+  const std::string left_out = LeftOutText(run.left_out);
+  if (!left_out.empty()) bench.interaction.SetStatus(left_out);
 }
 
 /// False: there is nothing to import, and the person was told.
@@ -119,7 +127,7 @@ bool TakeFiles(Workbench& bench, ImportRun& run) {
   if (bench.session.CancelRequested) {
     bench.interaction.ShowMessage({.text = "Search was cancelled!", .icon = Icon::kInformation});
   } else {
-    bench.interaction.ShowMessage({.text = "No File(s) found", .icon = Icon::kExclamation});
+    TellNoFiles(bench, run);
   }
   return false;
 }
@@ -174,14 +182,20 @@ void TellEnd(Workbench& bench, const ImportRun& run, ImportEnd end) {
   bench.ImportFromMonitor = false;
 }
 
-/// The files that had a row already are told last, where the line stays.
+/// What the closing box does not say: the files that had a row already, and what was left out.
+std::string ClosingLine(const ImportRun& run) {
+  std::string line = LeftOutText(run.left_out);
+  if (run.known == 0) return line;
+  return CountOfFiles(run.known) + " already known." + (line.empty() ? "" : " ") + line;
+}
+
+/// The line is told last, where it stays.
 void RenewViews(Workbench& bench, const ImportRun& run) {
   RefreshAllSearchitems(bench);
   UpdateTrackCount(bench);
   cmdSuchen(bench);
-  if (run.known > 0) {
-    bench.interaction.SetStatus(CountOfFiles(run.known) + " already known.");
-  }
+  const std::string line = ClosingLine(run);
+  if (!line.empty()) bench.interaction.SetStatus(line);
 }
 
 ImportEnd ImportAndTell(Workbench& bench, ImportRun& run) {
@@ -206,7 +220,7 @@ bool IsDroppedFile(const std::string& path, std::string_view pattern) {
 
 ImportEnd ImportDroppedItems(Workbench& bench, const std::vector<std::string>& paths) {
   Preferences& preferences = bench.session.preferences;
-  if (paths.size() == 1 && !IsDroppedFile(paths.front(), preferences.txtPattern)) {
+  if (paths.size() == 1 && IsDirectory(paths.front())) {
     const bool has_separator = paths.front().find_first_of("/\\") != std::string::npos;
     preferences.lblScan = has_separator ? paths.front() : WithTrailingSeparator(paths.front());
     return Command1_Click(bench);
@@ -217,6 +231,10 @@ ImportEnd ImportDroppedItems(Workbench& bench, const std::vector<std::string>& p
   });
   ImportRun run;
   run.TakeList(std::move(files));
+  if (run.ImportFileCount == 0) {
+    TellNoFiles(bench, run);
+    return ImportEnd::kNothingDone;
+  }
   if (!WantsImport(bench, std::to_string(run.ImportFileCount) + " file(s)")) {
     return ImportEnd::kNothingDone;
   }

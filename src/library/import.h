@@ -31,8 +31,8 @@ ImportEnd Command1_Click(Workbench& bench);
 inline ImportEnd Command1_ClickExternal(Workbench& bench) { return Command1_Click(bench); }
 
 /// What a drop on ListView1 does. `paths` are the files dropped, nullopt for a drop of anything
-/// else. One folder, or one item with an extension that txtPattern does not hold, becomes lblScan
-/// and is imported like it; of several items those with an extension that txtPattern holds are.
+/// else. One folder becomes lblScan and is imported like it; of anything else those files with an
+/// extension that txtPattern holds are.
 ImportEnd ImportDropped(Workbench& bench, const std::optional<std::vector<std::string>>& paths);
 
 }  // namespace tunemeadow

@@ -150,5 +150,21 @@ TEST_F(FindFiles, ShowsNothingWhereItIsSilentAndAppendsToTheList) {
   EXPECT_THAT(interaction_.loading_lines, IsEmpty());
 }
 
+TEST(LeftOutText, NamesTheKindsOfSoundFirstAndCountsTheRest) {
+  const struct {
+    LeftOut left_out;
+    const char* text;
+  } cases[] = {
+      {{}, ""},
+      {{1, {{"ogg", 12}}}, "1 folder could not be read; left out: ogg 12."},
+      {{2, {}}, "2 folders could not be read."},
+      {{0, {{"", 3}, {"jpg", 90}, {"wav", 1}, {"flac", 2}, {"txt", 90}}},
+       "Left out: flac 2, wav 1, jpg 90, txt 90, others 3."},
+      {{0, {{"a", 1}, {"b", 2}, {"c", 3}, {"d", 4}, {"e", 5}, {"f", 6}, {"g", 7}, {"ogg", 1}}},
+       "Left out: ogg 1, g 7, f 6, e 5, d 4, c 3, others 3."},
+  };
+  for (const auto& c : cases) EXPECT_EQ(LeftOutText(c.left_out), c.text);
+}
+
 }  // namespace
 }  // namespace tunemeadow

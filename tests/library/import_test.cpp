@@ -268,5 +268,31 @@ TEST_F(Import, ADropOfOneFolderBecomesTheFolderToScan) {
   EXPECT_EQ(interaction_.boxes[0].text, "Import 1 File(s)?");
 }
 
+TEST_F(Import, ADropWithoutAFileOfThePatternFindsNone) {
+  music_.Write("one/a.mp3", Plain());
+  music_.Write("two/b.mp3", Plain());
+  const std::string picture = music_.Write("cover.jpg", "JPEG");
+  const std::string before = session_.preferences.lblScan;
+  for (const Texts& paths : {Texts{music_.Path("one"), music_.Path("two")}, Texts{picture}}) {
+    interaction_.WillAnswer(Answer::kOk);
+    EXPECT_EQ(ImportDropped(bench_, paths), ImportEnd::kNothingDone);
+    EXPECT_EQ(interaction_.boxes.back().text, "No File(s) found");
+    EXPECT_EQ(session_.preferences.lblScan, before);
+  }
+}
+
+TEST_F(Import, TellsBehindItsClosingBoxWhatWasLeftOut) {
+  music_.Write("a.mp3", Plain());
+  music_.Write("a.ogg");
+  ImportAll();
+  EXPECT_EQ(interaction_.Status(), "Left out: ogg 1.");
+  ImportAll();
+  EXPECT_EQ(interaction_.Status(), "1 File(s) already known. Left out: ogg 1.");
+  std::filesystem::remove(music_.Path("a.mp3"));
+  EXPECT_EQ(Click({kOk}), ImportEnd::kNothingDone);
+  EXPECT_EQ(interaction_.boxes.back().text, "No File(s) found");
+  EXPECT_EQ(interaction_.Status(), "Left out: ogg 1.");
+}
+
 }  // namespace
 }  // namespace tunemeadow
