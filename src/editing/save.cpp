@@ -41,7 +41,8 @@ constexpr std::array<SavedTagName, 3> kSavedTagNames = {{
 
 const SavedTagName& NameOf(SavedTag tag) { return kSavedTagNames[static_cast<std::size_t>(tag)]; }
 
-/// At its end the panels show what the save has made of their texts.
+/// At its end the panels show what the save has made of their texts. Made before the window is
+/// closed to input, so that the fields are open again by then.
 struct ShowsSavedTexts {
   Workbench& bench;
   ~ShowsSavedTexts() { bench.Watcher().DetailsChanged(); }
@@ -54,8 +55,8 @@ class SingleSave {
   void Run() {
     if (details_.uid == 0) return;
     if (!FileIsThere() || !TakeTrack()) return;
-    const Busy busy(bench_.session, bench_.interaction, {.closed_window = true});
     const ShowsSavedTexts shows{bench_};
+    const Busy busy(bench_.session, bench_.interaction, {.closed_window = true});
     ApplyRules();
     if (SaveTags()) SaveTexts();
     TellLosses(bench_, losses_);

@@ -7,6 +7,7 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 #include "audio/id3v2_reader.h"
@@ -59,6 +60,11 @@ TEST_F(EditingWindow, SavingOneTrackWritesFileAndListAndLeavesTheFocusThere) {
   EXPECT_EQ(Tags("Ash.mp3"), "Aspen/Anna");
   EXPECT_EQ(Cell("Aspen", TrackField::Artist), "Anna");
   EXPECT_TRUE(List().hasFocus());
+  for (const char* name : {"lblTitelSave", "lblYearSave", "lblCommentSave"}) {
+    EXPECT_TRUE(Find<QLabel>(*window_, name).isEnabled()) << name << " is black again";
+  }
+  auto& comment = Find<QPlainTextEdit>(*window_, "txtCommentSave");
+  EXPECT_EQ(comment.palette().color(QPalette::Base), window_->palette().color(QPalette::Base));
   Type("txtInterpretSave", "Bea");
   QTest::keySequence(window_.get(), QKeySequence(Qt::CTRL | Qt::Key_S));
   EXPECT_EQ(Tags("Ash.mp3"), "Aspen/Bea");

@@ -203,8 +203,9 @@ void DetailPanels::EnableFields() {
   }
   if (any) EnableComment(one && editor_.comment_enabled);
   for (QWidget* button : biggers_) button->setEnabled(any);
+  // By the field's own state: while a command is at work the whole window takes no input.
   for (QLabel* label : findChildren<QLabel*>()) {
-    if (label->buddy() != nullptr) label->setEnabled(label->buddy()->isEnabled());
+    if (label->buddy() != nullptr) label->setEnabled(label->buddy()->isEnabledTo(this));
   }
 }
 
@@ -226,7 +227,8 @@ void DetailPanels::EnableComment(bool enabled) {
   field.setEnabled(enabled);
   first_->lblCommentSave->setEnabled(enabled);
   QPalette look = palette();
-  look.setColor(QPalette::Base, look.color(enabled ? QPalette::Base : QPalette::Button));
+  look.setColor(QPalette::Base,
+                look.color(QPalette::Active, enabled ? QPalette::Base : QPalette::Button));
   if (!editor_.save_all) {
     // Whoever may not change a comment can still read it.
     look.setColor(QPalette::Disabled, QPalette::Text, look.color(QPalette::Active, QPalette::Text));
