@@ -101,6 +101,19 @@ TEST_F(DetailPanelsTest, ALoadedRecordIsShownAndCountsAsUnchanged) {
   EXPECT_TRUE(panels_->FieldsStand()) << "what was imported may stand";
 }
 
+TEST_F(DetailPanelsTest, BeforeTheFirstRecordTheCommentOnlyLooksOpen) {
+  panels_->EnableComment(true);
+  auto& comment = Find<QPlainTextEdit>(window_, "txtCommentSave");
+  comment.setFocus();
+  QTest::keyClicks(&comment, "lost");
+  EXPECT_TRUE(comment.isEnabled());
+  EXPECT_EQ(comment.toPlainText(), "");
+  EXPECT_FALSE(editor_.DetailsChanged || editor_.DetailsKeyed);
+  Load(LoadedEditor());
+  QTest::keyClicks(&comment, "!");
+  EXPECT_TRUE(editor_.DetailsChanged && editor_.DetailsKeyed);
+}
+
 TEST_F(DetailPanelsTest, TypingGoesIntoTheEditorAndSetsTheFlags) {
   struct Case {
     const char* field;

@@ -225,6 +225,7 @@ void DetailPanels::SetGenres(const std::vector<std::string>& further_genres) {
 void DetailPanels::EnableComment(bool enabled) {
   QPlainTextEdit& field = *first_->txtCommentSave;
   field.setEnabled(enabled);
+  field.setReadOnly(!editor_.enabled);
   first_->lblCommentSave->setEnabled(enabled);
   QPalette look = palette();
   look.setColor(QPalette::Base,

@@ -46,7 +46,8 @@ class DetailPanels : public QStackedWidget {
   /// The list of cboGenre1: an empty entry, the 148 names, then the catalogue's own genres.
   void SetGenres(const std::vector<std::string>& further_genres);
 
-  /// The rule for txtCommentSave: whether it takes input, or looks as if.
+  /// The rule for txtCommentSave: whether it takes input, or looks as if it did. Before the first
+  /// record it is for reading only, however it looks.
   void EnableComment(bool enabled);
 
   /// The boxes that choose what is sent to the web.

@@ -93,7 +93,7 @@ void DetailPanels::Changed(Field& field) {
   editor_.texts[field.field] = FromQt(text);
   for (CheckedField& checked : checked_) checked.changed |= checked.line == field.control;
   // What is typed for many tracks is no change of the one that was loaded before them.
-  if (editor_.save_all) return;
+  if (editor_.save_all || !editor_.enabled) return;
   editor_.DetailsChanged = true;
   editor_.DetailsKeyed = true;  // pasted and chosen texts are a person's changes as well
 }
@@ -103,7 +103,7 @@ bool DetailPanels::eventFilter(QObject* watched, QEvent* event) {
     // A wheel that scrolls past a closed combo must not turn it.
     return event->type() == QEvent::Wheel && !first_->cboGenre1->hasFocus();
   }
-  if (IsTyping(*event) && !editor_.save_all) editor_.DetailsKeyed = true;
+  if (IsTyping(*event) && editor_.enabled && !editor_.save_all) editor_.DetailsKeyed = true;
   const bool checked = std::any_of(
       checked_.begin(), checked_.end(),
       [&](const CheckedField& field) { return field.line == watched && field.changed; });
