@@ -93,21 +93,24 @@ TEST_F(PreferencesWindow, EverySettingHasAControlThatReachesSessionAndFile) {
 TEST_F(PreferencesWindow, AFailedCheckKeepsItOpenWithTheKeysWrittenAndCancelRestoresTheControls) {
   person_.WillAnswer(Answer::kOk);
   session_.preferences.txtCDTag = "before";
-  int changes = 0;
-  QObject::connect(&Window(), &frmPreferences::PreferencesChanged, [&] {
-    ++changes;
-    EXPECT_EQ(session_.preferences.txtCDTag, "after");
-  });
+  std::vector<std::string> told;
+  QObject::connect(&Window(), &frmPreferences::PreferencesChanged,
+                   [&] { told.push_back(session_.preferences.txtCDTag); });
+  const bool open_before = Find<QLineEdit>(Window(), "txtautocomment").isEnabledTo(&Window());
   const int result = Show([&](frmPreferences& window) {
     Find<QLineEdit>(window, "txtCDTag").setText("after");
-    Find<QCheckBox>(window, "chkPreview").click();
+    for (const char* box : {"chkPreview", "chkWarnGlobal", "chkAutoComment"}) {
+      Find<QCheckBox>(window, box).toggle();
+    }
     QTest::keyClick(&window, Qt::Key_Return);
     EXPECT_TRUE(window.isVisible());
     EXPECT_THAT(person_.BoxTexts(), ElementsAre(HasSubstr("If Preview is selected")));
     QTest::keyClick(&window, Qt::Key_Escape);
   });
   EXPECT_EQ(result, QDialog::Rejected);
-  EXPECT_EQ(changes, 1);
+  EXPECT_THAT(told, ElementsAre("after", "before")) << "Cancel is told behind an OK";
+  EXPECT_EQ(session_.success_messages, session_.preferences.chkWarnGlobal);
+  EXPECT_EQ(Find<QLineEdit>(Window(), "txtautocomment").isEnabledTo(&Window()), open_before);
   EXPECT_EQ(Stored("txtCDTag"), "after");
   EXPECT_EQ(Stored("chkPreview"), "1");
   EXPECT_EQ(session_.preferences.txtCDTag, "before");

@@ -139,14 +139,19 @@ bool frmPreferences::ChooseDatabase() {
 int frmPreferences::exec() {
   before_ = session_.preferences;
   kind_before_ = session_.PlayerKind;
+  autocomment_before_ = ui_->main.txtautocomment->isEnabledTo(this);
+  applied_ = false;
   ShowPreferences();
   return QDialog::exec();
 }
 
 void frmPreferences::reject() {
   session_.preferences = before_;
+  session_.success_messages = before_.chkWarnGlobal;
   session_.PlayerKind = kind_before_;
   ShowPreferences();
+  ui_->main.txtautocomment->setEnabled(autocomment_before_);
+  if (applied_) emit PreferencesChanged();
   QDialog::reject();
 }
 
@@ -155,6 +160,7 @@ void frmPreferences::cdmOK_Click() {
   ReadControls(*this, controls);
   const bool done = ConfirmPreferences(session_, interaction_, controls, before_.lblConfigDB);
   ui_->main.txtautocomment->setEnabled(!controls.chkAutoComment);
+  applied_ = true;
   emit PreferencesChanged();
   if (done) accept();
 }

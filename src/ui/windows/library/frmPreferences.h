@@ -40,8 +40,8 @@ class frmPreferences : public QDialog {
   void reject() override;
 
  signals:
-  /// OK was pressed: the preferences of the session are those of the controls, also where a check
-  /// keeps the dialog open.
+  /// The preferences of the session have changed: after OK they are those of the controls, also
+  /// where a check keeps the dialog open; after a Cancel behind such an OK those of before again.
   void PreferencesChanged();
 
  private:
@@ -62,8 +62,10 @@ class frmPreferences : public QDialog {
   Session& session_;
   Interaction& interaction_;
   World& world_;
-  Preferences before_;       ///< when the dialog opened
-  std::string kind_before_;  ///< PlayerKind then
+  Preferences before_;               ///< when the dialog opened
+  std::string kind_before_;          ///< PlayerKind then
+  bool autocomment_before_ = false;  ///< txtautocomment took input then
+  bool applied_ = false;             ///< OK was pressed since, and a check kept the dialog open
 };
 
 }  // namespace tunemeadow
