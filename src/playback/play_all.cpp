@@ -13,6 +13,7 @@ void PlayEveryRow(Workbench& bench) {
   if (list.RowCount() == 0) return;
   list.SetSelected(0, list.RowCount() - 1, true);
   bench.Watcher().SelectionSet();
+  LoadSelectedRow(bench);
   cmdSpielen_Click(bench);
 }
 

@@ -117,9 +117,7 @@ void ShowDetails(Workbench& bench, std::size_t row) {
   }
 }
 
-}  // namespace
-
-void ListView1_ItemClick(Workbench& bench, std::size_t row) {
+void ChooseRow(Workbench& bench, std::size_t row, bool follows_in_tree) {
   const ResultList& list = bench.ListInView();
   if (row >= list.RowCount()) return;
   if (list.SelectedCount() >= 2) {
@@ -133,9 +131,21 @@ void ListView1_ItemClick(Workbench& bench, std::size_t row) {
     return;
   }
   if (row >= list.RowCount()) return;  // the window lives while a record is saved
-  FollowRowInTree(bench, row);
+  if (follows_in_tree) FollowRowInTree(bench, row);
   if (!is_loaded || !HasChanges(bench.details)) LoadTexts(bench, row);
   ShowDetails(bench, row);
+}
+
+}  // namespace
+
+void ListView1_ItemClick(Workbench& bench, std::size_t row) { ChooseRow(bench, row, true); }
+
+void LoadSelectedRow(Workbench& bench) {
+  const ResultList& list = bench.ListInView();
+  if (list.SelectedCount() == 0) return;
+  const auto focused = list.FocusedRow();
+  const bool chosen = focused && list.IsSelected(*focused);
+  ChooseRow(bench, chosen ? *focused : list.SelectedRows().front(), false);
 }
 
 void KeepLoadedRecord(Workbench& bench) {

@@ -54,6 +54,10 @@ void ListView1_ItemClick(Workbench& bench, std::size_t row);
 /// The same for the focused row, from elsewhere.
 void ListView1_ItemExternClick(Workbench& bench);
 
+/// The same for what a command has selected: the row with the focus, or the first selected one.
+/// The tree keeps the node that was chosen there. Nothing happens where no row is selected.
+void LoadSelectedRow(Workbench& bench);
+
 /// Asks "Save your changes?" where the person has changed the record in the editor, and on Yes
 /// calls the save command. For the moments at which the record is about to go: another row, the end
 /// of the program. False where the person wants the changes saved and that did not happen.

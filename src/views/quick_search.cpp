@@ -99,6 +99,7 @@ void SelectFirstRow(Workbench& bench) {
   list.SelectOnly(0);
   list.SetFocusedRow(0);
   bench.Watcher().SelectionSet();
+  LoadSelectedRow(bench);
 }
 
 /// What cmdSuchen and SearchPrepared have in common. A new search goes into the history.

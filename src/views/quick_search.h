@@ -77,9 +77,9 @@ struct ListTotals {
 [[nodiscard]] std::string TotalTimeText(std::int64_t seconds);    ///< "2 days, 3hh:4min;5sec"
 [[nodiscard]] std::string TotalSizeText(std::int64_t megabytes);  ///< "512 MB", "1.50 GB"
 
-/// Runs the search of the fields, a new entry of the history, and fills the list in view. A
-/// statement that fails shows its box and leaves an empty list. Nothing happens inside a running
-/// search.
+/// Runs the search of the fields, a new entry of the history, and fills the list in view. The first
+/// row is selected and comes into the details as a click would bring it there. A statement that
+/// fails shows its box and leaves an empty list. Nothing happens inside a running search.
 void cmdSuchen(Workbench& bench);
 
 /// As cmdSuchen, with a statement as it stands instead of the fields; the history stays as it is.

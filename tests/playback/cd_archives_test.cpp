@@ -109,6 +109,7 @@ TEST_F(CDArchives, TheTrackInTheEditorKnowsWhereItIsNow) {
   bench_.ListView1.SelectOnly(row);
   ListView1_ItemClick(bench_, row);
   bench_.details.texts[TrackField::Songname] = "typed and not saved";
+  bench_.details.DetailsKeyed = bench_.details.DetailsChanged = true;
   interaction_.WillAnswerText("MP3-CD01");
   mnuExtrasDisk2CD_Click(bench_);
   EXPECT_EQ(bench_.details.texts[TrackField::location].rfind("MP3-CD01/", 0), 0U)

@@ -137,6 +137,7 @@ TEST_F(Commands, NoneBeginsWhileSomethingIsAtWork) {
       "mnuExit",     "mnuHelpContents", "mnuReset",  "mnuHideShowSearchandDetails",
       "mnuAutoSize", "cmdHelpSave",     "cmdSwitch", "cmdHideShowTreeview"};
   Bench().ListView1.SelectOnly(0);
+  Bench().details.uid = 0;
   session_->busy = true;
   const auto kind = Bench().tree.kind;
   const auto history = Bench().history.Entries().size();

@@ -22,7 +22,7 @@ constexpr auto kYes = QMessageBox::Yes;
 constexpr auto kNo = QMessageBox::No;
 constexpr auto kOkay = QMessageBox::Ok;
 
-/// The main window on three tracks, none of which is in the details yet.
+/// The main window on three tracks, the first of which is in the details.
 class EditingWindow : public MainWindowTest {
  protected:
   EditingWindow() {
@@ -52,7 +52,8 @@ class EditingWindow : public MainWindowTest {
 };
 
 TEST_F(EditingWindow, SavingOneTrackWritesFileAndListAndLeavesTheFocusThere) {
-  EXPECT_FALSE(Save().isEnabled());
+  EXPECT_EQ(Bench().details.uid, Bench().ListView1.Uid(Bench().ListView1.SelectedRows().at(0)));
+  EXPECT_TRUE(Save().isEnabled());
   Click("Ash");
   EXPECT_EQ(Save().text(), "&Save");
   Type("txtTitelSave", "Aspen");

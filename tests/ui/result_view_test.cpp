@@ -145,6 +145,19 @@ TEST_F(ResultViewTest, TheKeyboardSelectsAsAPersonExpects) {
   EXPECT_THAT(clicked_, ElementsAre(5, 6, 7, 8, 8, 8, 8, 99));
 }
 
+TEST_F(ResultViewTest, KeysOnTheCurrentRowTellItThoughNothingMoves) {
+  Fill(NumberedRows(3));
+  list_.SelectOnly(0);
+  list_.SetFocusedRow(0);
+  view_.ShowSelection();  // as a command selects it
+  for (const Qt::Key key : {Qt::Key_Home, Qt::Key_Space, Qt::Key_Return}) Key(key);
+  list_.ClearSelection();
+  view_.ShowSelection();
+  for (const Qt::Key key : {Qt::Key_Home, Qt::Key_End}) Key(key);
+  EXPECT_THAT(clicked_, ElementsAre(0, 0, 0, 0, 2));
+  EXPECT_THAT(list_.SelectedRows(), ElementsAre(2));
+}
+
 TEST_F(ResultViewTest, AClickBesideTheRowsSelectsNothingAndKeepsTheFocus) {
   Fill(NumberedRows(3));
   view_.selectAll();

@@ -103,7 +103,7 @@ TEST_F(TreeWindow, TheKindAndTheTrackSelectionAreKeptForTheNextStart) {
 
 TEST_F(TreeWindow, AClickedTrackSelectsItsFolderAndTheButtonFindsItAgain) {
   auto& seek = Find<QToolButton>(*window_, "cmdSeekto");
-  EXPECT_FALSE(seek.isEnabled());
+  EXPECT_TRUE(seek.isEnabled()) << "the first row is in the details";
   ClickRow(List(), 2);
   EXPECT_EQ(Current(), "Rock");
   View().setCurrentIndex(View().model()->index(0, 0));

@@ -120,6 +120,29 @@ TEST_F(Search, AFailingStatementShowsItselfAndLeavesAnEmptyList) {
   EXPECT_EQ(bench_.ListView1.RowCount(), 1U) << "the next search is that of the fields";
 }
 
+TEST_F(Search, TheSelectedRowIsTheOneInTheDetailsAndTheTreeKeepsItsNode) {
+  AddTracks(3);
+  bench_.tree.selected = {NodeKind::kDatabase, "Database", ""};
+  cmdSuchen(bench_);
+  const ResultList& list = bench_.ListView1;
+  EXPECT_TRUE(list.IsSelected(0) && bench_.details.enabled);
+  EXPECT_EQ(bench_.details.uid, list.Uid(0));
+  EXPECT_EQ(bench_.tree.selected.kind, NodeKind::kDatabase);
+  // What was typed is asked for as at a click on that row; the row's own changes stay.
+  bench_.save_details = [](Workbench&) { FAIL(); };
+  DetailEditor& details = bench_.details;
+  details.texts[TrackField::Artist] = "typed";
+  details.DetailsKeyed = details.DetailsChanged = true;
+  cmdSuchen(bench_);
+  EXPECT_EQ(details.texts[TrackField::Artist], "typed");
+  interaction_.WillAnswer(Answer::kNo);
+  bench_.search.texts[TrackField::location] = "/t/3.mp3";
+  cmdSuchen(bench_);
+  EXPECT_EQ(interaction_.BoxTexts(), Texts{"Save: Save your changes?"});
+  EXPECT_EQ(details.uid, list.Uid(0));
+  EXPECT_FALSE(details.DetailsChanged);
+}
+
 TEST_F(Search, EndsTheModeForManyAndKeepsTheRecordOfTheEditor) {
   AddTracks(2);
   cmdSuchen(bench_);

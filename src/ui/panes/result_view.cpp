@@ -223,6 +223,14 @@ void ResultView::Announce(bool always) {
   emit ItemClicked(row);
 }
 
+/// The row with the focus, as if it were clicked. A selection of many rows stays what it is.
+void ResultView::ChooseCurrentRow() {
+  if (list_.SelectedCount() == 0 && currentIndex().isValid()) {
+    selection_->select(currentIndex(), QItemSelectionModel::ClearAndSelect);
+  }
+  Announce(true);
+}
+
 void ResultView::mousePressEvent(QMouseEvent* event) {
   pressed_row_ = indexAt(event->position().toPoint()).row();
   pressed_on_selected_ =
@@ -251,6 +259,7 @@ void ResultView::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Copy)) {
     CopySelection();
   } else if (plain && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+    ChooseCurrentRow();
     emit ReturnPressed();
   } else if (plain && event->key() == Qt::Key_Delete) {
     emit DeletePressed();
@@ -264,7 +273,13 @@ void ResultView::keyPressEvent(QKeyEvent* event) {
 void ResultView::keyReleaseEvent(QKeyEvent* event) {
   QTreeView::keyReleaseEvent(event);
   // A key that is held moves through the list without reading each file on the way.
-  if (!event->isAutoRepeat()) Announce(false);
+  if (event->isAutoRepeat()) return;
+  const bool goes_to_end = event->key() == Qt::Key_Home || event->key() == Qt::Key_End;
+  if (goes_to_end && event->modifiers() == Qt::NoModifier) {
+    ChooseCurrentRow();  // the first or the last row may be the current one already
+  } else {
+    Announce(false);
+  }
 }
 
 void ResultView::contextMenuEvent(QContextMenuEvent* event) {

@@ -86,7 +86,8 @@ class ResultView : public QTreeView, public RowSource {
 
  signals:
   /// The person has clicked on the row, or has moved or selected with the keyboard and let the key
-  /// go. The list tells how many rows are selected; where it is one, that is the row.
+  /// go, or has pressed Enter, Space, Home or End on it. The list tells how many rows are selected;
+  /// where it is one, that is the row.
   void ItemClicked(int row);
   void ItemDoubleClicked(int row);
   void ReturnPressed();
@@ -139,6 +140,7 @@ class ResultView : public QTreeView, public RowSource {
   void ShowHintLater();
   void ShowHint();
   void Announce(bool always);
+  void ChooseCurrentRow();
   void AutoSizeColumns(const std::vector<int>& columns);
   void ApplyOrder(const ColumnLayout& layout);
   [[nodiscard]] bool TakesDrop(const QDropEvent& event) const;

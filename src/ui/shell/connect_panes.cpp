@@ -93,8 +93,11 @@ void ConnectList(ResultView& view, CommandContext& context) {
     context.windows.ShowOrderPlace(context.bench);
   });
   RunOn(&view, &ResultView::ItemDoubleClicked, "mnuPlay", context);
-  QObject::connect(&view, &ResultView::ReturnPressed, &context.frame,
-                   [&context] { context.windows.detail_panels->FocusFirst(); });
+  QObject::connect(&view, &ResultView::ReturnPressed, &context.frame, [&context] {
+    // A field that may not stand has taken the focus, and with it the record stays.
+    DetailPanels& panels = *context.windows.detail_panels;
+    if (!panels.isAncestorOf(context.frame.focusWidget())) panels.FocusFirst();
+  });
   for (const auto wanted :
        {&ResultView::ContextMenuRequested, &ResultView::HeaderContextMenuRequested}) {
     QObject::connect(&view, wanted, &context.frame, [&context](const QPoint& where) {
