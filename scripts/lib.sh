@@ -11,7 +11,7 @@ fail() { printf '\n%s: %s\n' "$(basename "$0")" "$*" >&2; exit 1; }
 
 # What each command needs, by Debian package name.
 packages_to_build=(g++ cmake ninja-build pkg-config ccache python3 sqlite3 sox libsox-fmt-mp3 lame
-                   qt6-base-dev qt6-svg-dev libsqlite3-dev zlib1g-dev libglib2.0-dev)
+                   qt6-base-dev qt6-svg-dev libsqlite3-dev zlib1g-dev libglib2.0-dev libicu-dev)
 packages_to_show=(fonts-noto-core libqt6svg6 qt6-qpa-plugins xdg-utils)
 packages_without_display=(xvfb xauth openbox xdotool imagemagick)
 packages_to_test=(libgtest-dev libgmock-dev libbenchmark-dev vorbis-tools procps
