@@ -11,6 +11,7 @@
 #include "platform/drives.h"
 #include "playback/catalogue_writing.h"
 #include "store/statement.h"
+#include "views/sort_keys.h"
 #include "views/tree.h"
 
 namespace tunemeadow {
@@ -215,7 +216,7 @@ std::vector<std::string> ArchiveNames(Workbench& bench) {
         bench.session.connection
             .Execute("select CDArchive from CDArchives group by CDArchive order by CDArchive")
             .GetRows();
-    for (std::size_t row = 0; row < rows.RowCount(); ++row) names.emplace_back(rows.Cell(row, 0));
+    names = SortedTexts(rows.RowCount(), [&](std::uint32_t row) { return rows.Cell(row, 0); });
   } catch (const DatabaseError&) {
     // A catalogue without the table has told so at the start.
   }

@@ -2,6 +2,7 @@
 #include "playback/playlists.h"
 
 #include <chrono>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <random>
@@ -11,6 +12,7 @@
 #include "core/text.h"
 #include "playback/catalogue_writing.h"
 #include "store/statement.h"
+#include "views/sort_keys.h"
 
 namespace tunemeadow {
 namespace {
@@ -123,7 +125,7 @@ std::vector<std::string> PlaylistNames(Workbench& bench) {
         bench.session.connection
             .Execute("select playlist FROM playlists group by playlist order by playlist")
             .GetRows();
-    for (std::size_t row = 0; row < rows.RowCount(); ++row) names.emplace_back(rows.Cell(row, 0));
+    names = SortedTexts(rows.RowCount(), [&](std::uint32_t row) { return rows.Cell(row, 0); });
   } catch (const DatabaseError&) {
     // A catalogue without the table has told so at the start.
   }

@@ -6,6 +6,7 @@
 #include <numeric>
 #include <utility>
 
+#include "core/collation.h"
 #include "core/paths.h"
 #include "core/text.h"
 
@@ -103,8 +104,8 @@ void TreeBuilder::AddFolderOf(std::string_view location, std::int32_t top, NodeK
 
 TreeNodes TreeBuilder::Arrange(bool sorted) {
   const std::size_t count = nodes_.size();
-  std::vector<std::string> folded(sorted ? count : 0);
-  for (std::size_t i = 0; i < folded.size(); ++i) AppendUpper(folded[i], nodes_[i].text);
+  std::vector<std::string> keys(sorted ? count : 0);
+  for (std::size_t i = 0; i < keys.size(); ++i) AppendCollationKey(keys[i], nodes_[i].text);
   // Children gathered by their parent, then each parent's own put in order.
   std::vector<std::int32_t> first(count + 2, 0);
   for (const TreeNode& node : nodes_) ++first[PlaceOf(node.parent) + 1];
@@ -116,7 +117,7 @@ TreeNodes TreeBuilder::Arrange(bool sorted) {
     order[static_cast<std::size_t>(place++)] = static_cast<std::int32_t>(i);
   }
   const auto by_text = [&](std::int32_t left, std::int32_t right) {
-    return folded[static_cast<std::size_t>(left)] < folded[static_cast<std::size_t>(right)];
+    return keys[static_cast<std::size_t>(left)] < keys[static_cast<std::size_t>(right)];
   };
   // From the top down, so that a parent has its place before its children get theirs.
   TreeNodes arranged;

@@ -58,8 +58,8 @@ class TreeBuilder {
     return nodes_[static_cast<std::size_t>(index)];
   }
 
-  /// The nodes, the children of each one sorted by their texts without regard to case, those of
-  /// equal text in the order in which they came. The builder is empty then. Indexes change.
+  /// The nodes, the children of each one sorted by their texts (core/collation.h), those of equal
+  /// texts in the order in which they came. The builder is empty then. Indexes change.
   [[nodiscard]] TreeNodes Arrange(bool sorted = true);
 
  private:

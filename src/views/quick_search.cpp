@@ -33,9 +33,12 @@ void BringFittingListIntoView(Workbench& bench, const SearchStatement& statement
   if (bench.current_view.empty()) bench.current_view = "Database";
 }
 
+/// A playlist keeps the order of its rows. Others come by the bytes of their locations, and are
+/// shown as a person looks for them.
 void FillListInView(Workbench& bench, CellTable rows) {
   bench.Watcher().ListCleared();
   bench.ListInView().Fill(std::move(rows));
+  if (!bench.playlist_in_view) bench.ListInView().ArrangeByLocation();
   bench.Watcher().ListFilled();
 }
 

@@ -115,6 +115,13 @@ void ResultList::Sort(std::size_t column, SortKind kind) {
       ascending_);
 }
 
+void ResultList::ArrangeByLocation() {
+  SortOrder(
+      order_,
+      [&](std::uint32_t table_row) { return rows_.Cell(table_row, IndexOf(TrackField::location)); },
+      SortKind::kText, true);
+}
+
 void ResultList::MoveRow(std::size_t from, std::size_t to) noexcept {
   if (from >= order_.size() || to >= order_.size() || from == to) return;
   const auto at = [this](std::size_t row) {

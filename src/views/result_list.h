@@ -48,6 +48,9 @@ class ResultList {
   /// Equal rows keep their order. Empty numbers stand first; a cell that its kind cannot read
   /// sorts as the text it is. The selection stays with its rows.
   void Sort(std::size_t column, SortKind kind);
+
+  /// The order that sorting by the location gives, without its mark: that of a new result.
+  void ArrangeByLocation();
   [[nodiscard]] std::optional<std::size_t> SortColumn() const noexcept { return sort_column_; }
   [[nodiscard]] bool SortAscending() const noexcept { return ascending_; }
   void ClearSortMark() noexcept { sort_column_.reset(); }

@@ -10,6 +10,7 @@
 #include "core/text.h"
 #include "store/database.h"
 #include "views/paint_while_working.h"
+#include "views/sort_keys.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
@@ -17,7 +18,7 @@ namespace {
 
 constexpr std::size_t kGenreList = 4;  ///< place of cboGenre
 
-/// A text with the first of its folded bytes, big-endian: most comparisons end there.
+/// A text with the first of its folded bytes, big-endian: most texts differ there.
 struct HeadedText {
   std::uint64_t head;
   std::string_view text;
@@ -30,16 +31,6 @@ HeadedText WithHead(std::string_view text) noexcept {
     head = head << 8 | static_cast<unsigned char>(c);
   }
   return {head, text};
-}
-
-/// The order of the store's columns: bytes, A to Z folded to a to z.
-bool StoreLess(const HeadedText& left, const HeadedText& right) noexcept {
-  if (left.head != right.head) return left.head < right.head;
-  return std::lexicographical_compare(left.text.begin(), left.text.end(), right.text.begin(),
-                                      right.text.end(), [](char a, char b) {
-                                        return static_cast<unsigned char>(LowerAscii(a)) <
-                                               static_cast<unsigned char>(LowerAscii(b));
-                                      });
 }
 
 /// The distinct texts of one column. Of texts that differ in the case of A to Z only, the one that
@@ -57,13 +48,8 @@ class DistinctTexts {
     texts_.push_back(headed);
   }
 
-  /// Sorted as the store sorts them.
-  [[nodiscard]] std::vector<std::string> Sorted() {
-    std::sort(texts_.begin(), texts_.end(), StoreLess);
-    std::vector<std::string> sorted;
-    sorted.reserve(texts_.size());
-    for (const HeadedText& headed : texts_) sorted.emplace_back(headed.text);
-    return sorted;
+  [[nodiscard]] std::vector<std::string> Sorted() const {
+    return SortedTexts(texts_.size(), [this](std::uint32_t i) { return texts_[i].text; });
   }
 
  private:
@@ -122,8 +108,8 @@ void FillAlone(Session& session, SearchItemList& list) {
   list.values.clear();
   try {
     const CellTable rows = session.connection.Execute(SearchItemStatement(list.column)).GetRows();
-    for (std::size_t row = 0; row < rows.RowCount(); ++row)
-      list.values.emplace_back(rows.Cell(row, 0));
+    list.values =
+        SortedTexts(rows.RowCount(), [&rows](std::uint32_t row) { return rows.Cell(row, 0); });
   } catch (const DatabaseError&) {
     list.values.clear();
   }

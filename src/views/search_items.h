@@ -27,11 +27,12 @@ struct SearchItems {
   std::vector<std::string> further_genres;
 };
 
-/// The statement whose rows fill the list of a column: its distinct values that are not empty, in
-/// their order without regard to the case of A to Z.
+/// The statement whose rows fill the list of a column: its distinct values that are not empty. Of
+/// those that differ in the case of A to Z alone it yields one.
 [[nodiscard]] std::string SearchItemStatement(std::string_view column);
 
-/// Fills every list with the rows of its statement and tells the window. A list whose column cannot
+/// Fills every list with the rows of its statement, sorted as core/collation.h tells, and tells the
+/// window. A list whose column cannot
 /// be read is empty.
 void RefreshAllSearchitems(Workbench& bench);
 

@@ -5,8 +5,10 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <numeric>
 #include <optional>
 
+#include "core/collation.h"
 #include "core/dates.h"
 #include "core/numbers.h"
 #include "core/text.h"
@@ -142,7 +144,7 @@ struct CellKey {
 };
 
 CellKey KeyOfCell(std::string_view cell, SortKind kind) {
-  if (kind == SortKind::kText || cell.empty()) return {std::nullopt, std::string(cell)};
+  if (cell.empty()) return {std::nullopt, std::string(cell)};
   if (kind == SortKind::kDate) return {std::nullopt, DateKey(cell).value_or(std::string(cell))};
   const std::string_view part = RelevantPart(cell, kind);
   const auto value = NumberOf(part, kind);
@@ -166,14 +168,16 @@ class KeyTable {
 
   void Add(std::uint32_t row, std::string_view cell) {
     if (kind_ == SortKind::kText) {
-      entries_.push_back({0, row, AddText(cell)});
+      AppendCollationKey(buffer_, cell);
+      entries_.push_back({0, row, EndText()});
       return;
     }
     const CellKey key = KeyOfCell(cell, kind_);
     if (key.fixed) {
       entries_.push_back({PackNumber(*key.fixed), row, kFixedForm});
     } else {
-      const std::uint32_t index = AddText(key.text);
+      AppendFolded(buffer_, key.text);
+      const std::uint32_t index = EndText();
       entries_.push_back({PackText(Text(index)), row, index});
     }
   }
@@ -206,8 +210,8 @@ class KeyTable {
  private:
   static constexpr std::uint32_t kFixedForm = std::numeric_limits<std::uint32_t>::max();
 
-  std::uint32_t AddText(std::string_view text) {
-    AppendFolded(buffer_, text);
+  /// What the buffer holds behind the texts so far is one more. Its index.
+  std::uint32_t EndText() {
     ends_.push_back(buffer_.size());
     return static_cast<std::uint32_t>(ends_.size() - 1);
   }
@@ -242,6 +246,7 @@ class KeyTable {
 }  // namespace
 
 std::string SortKey(std::string_view cell, SortKind kind) {
+  if (kind == SortKind::kText) return CollationKey(cell);
   const CellKey key = KeyOfCell(cell, kind);
   if (key.fixed) return UnpackNumber(PackNumber(*key.fixed));
   std::string folded;
@@ -259,11 +264,23 @@ void SortOrder(std::vector<std::uint32_t>& order,
   const auto before = [&](const Entry& one, const Entry& other) { return keys.Less(one, other); };
   const auto behind = [&](const Entry& one, const Entry& other) { return keys.Less(other, one); };
   if (ascending) {
+    if (std::is_sorted(entries.begin(), entries.end(), before)) return;
     std::stable_sort(entries.begin(), entries.end(), before);
   } else {
     std::stable_sort(entries.begin(), entries.end(), behind);
   }
   for (std::size_t i = 0; i < order.size(); ++i) order[i] = entries[i].row;
+}
+
+std::vector<std::string> SortedTexts(std::size_t count,
+                                     const std::function<std::string_view(std::uint32_t)>& text) {
+  std::vector<std::uint32_t> order(count);
+  std::iota(order.begin(), order.end(), 0U);
+  SortOrder(order, text, SortKind::kText, true);
+  std::vector<std::string> sorted;
+  sorted.reserve(count);
+  for (const std::uint32_t place : order) sorted.emplace_back(text(place));
+  return sorted;
 }
 
 }  // namespace tunemeadow

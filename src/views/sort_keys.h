@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The order of the rows of a list by one column. Each cell stands for a text, its key; keys compare
-// character by character without regard to case. A cell that its kind can read has a key of fixed
-// form, so that numbers, times and dates come into their own order; any other cell sorts among them
-// as the text it is:
+// The order of the rows of a list by one column. Each cell stands for a key. Texts have that of
+// core/collation.h. In a column of another kind keys compare character by character without regard
+// to case. A cell that its kind can read has one of fixed form, so that numbers, times and dates
+// come into their own order; any other cell sorts among them as the text it is:
 //
+//   text                                 as a person looks for it
 //   number, time, leading number, size   "0000000000.00000", halves away from zero
 //   date                                 "yyyy/mm/dd hh:mm:ss"
 //   empty                                empty: before everything else
@@ -29,5 +30,9 @@ namespace tunemeadow {
 void SortOrder(std::vector<std::uint32_t>& order,
                const std::function<std::string_view(std::uint32_t)>& cell, SortKind kind,
                bool ascending);
+
+/// The texts `text` hands out for 0 to `count` - 1, sorted as those of a list.
+[[nodiscard]] std::vector<std::string> SortedTexts(
+    std::size_t count, const std::function<std::string_view(std::uint32_t)>& text);
 
 }  // namespace tunemeadow

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/tree.h"
 
+#include <cstdint>
+#include <numeric>
 #include <utility>
 
 #include "audio/genres.h"
@@ -10,6 +12,7 @@
 #include "run/catalogue.h"
 #include "store/statement.h"
 #include "views/paint_while_working.h"
+#include "views/sort_keys.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
@@ -29,6 +32,15 @@ CellTable RowsOrNone(Workbench& bench, const char* statement) {
   }
 }
 
+/// The rows in the order of the names in a column.
+std::vector<std::uint32_t> OrderOfNames(const CellTable& rows, std::size_t column) {
+  std::vector<std::uint32_t> order(rows.RowCount());
+  std::iota(order.begin(), order.end(), 0U);
+  SortOrder(
+      order, [&](std::uint32_t row) { return rows.Cell(row, column); }, SortKind::kText, true);
+  return order;
+}
+
 /// Reads the names of playlists and archives, if the catalogue was written since. Whether it was.
 bool ReadNames(Workbench& bench) {
   TreeData& tree = bench.tree;
@@ -39,14 +51,14 @@ bool ReadNames(Workbench& bench) {
   tree.playlist_counts.clear();
   const CellTable lists = RowsOrNone(
       bench, "select count(uid),playlist FROM playlists group by playlist order by playlist");
-  for (std::size_t row = 0; row < lists.RowCount(); ++row) {
+  for (const std::uint32_t row : OrderOfNames(lists, 1)) {
     tree.playlist_counts.push_back(ParseWhole(lists.Cell(row, 0)).value_or(0));
     tree.playlists.emplace_back(lists.Cell(row, 1));
   }
   tree.archives.clear();
   const CellTable archives =
       RowsOrNone(bench, "select cdarchive FROM cdarchives group by cdarchive order by cdarchive");
-  for (std::size_t row = 0; row < archives.RowCount(); ++row) {
+  for (const std::uint32_t row : OrderOfNames(archives, 0)) {
     tree.archives.emplace_back(archives.Cell(row, 0));
   }
   return true;

@@ -76,7 +76,7 @@ bool TreeviewFilter::Load(std::string_view key) {
   }
   loading_ = false;
   loaded_[number] = !cancelled_ && !failure;
-  parts_[number] = builder.Arrange(false);
+  parts_[number] = builder.Arrange();
   parts_[number].front().fills_later = !loaded_[number];
   Compose();
   if (failure) interaction_.ShowMessage(StoreErrorBox(*failure));

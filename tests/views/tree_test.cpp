@@ -98,7 +98,7 @@ TEST_F(Tree, ListsFoldersPlaylistsAndArchivesSortedBelowTheirParents) {
   UpdateTrackCount(bench_);
   EXPECT_EQ(Shown(), (Texts{"MyMP3s", " CDArchive [1]", "  O'Neil", "   MP3-CD01", "    Jazz",
                             " Database [7 Files]", "  /music", "   abba", "    One", "   ROCK",
-                            "  C:", "   Music", "  \\\\server", "   share", " Playlists [2]",
+                            "  \\\\server", "   share", "  C:", "   Music", " Playlists [2]",
                             "  A|x [2 Files]", "  b [1 Files]"}));
   EXPECT_GE(IndexOfKey(*bench_.tree.nodes, "MainArchive\\/music/ROCK/"), 0);
   EXPECT_GE(IndexOfKey(*bench_.tree.nodes, R"(MainArchive\C:\Music\)"), 0);
@@ -109,8 +109,11 @@ TEST_F(Tree, ListsFoldersPlaylistsAndArchivesSortedBelowTheirParents) {
 TEST_F(Tree, GroupsByEveryKindWithItsKeys) {
   AddTrack("/a.mp3", "Artist,album,genrereal,[year]", "'Zoë','Blue','17','1999'");
   AddTrack("/b.mp3", "Artist,album,genrereal,[year]", "'abba','','Folk \\ Pop','2001'");
+  AddTrack("/c.mp3", "Artist", "'Édith'");
   const std::vector<std::pair<TreeKind, Texts>> kinds = {
-      {TreeKind::kArtist, {"MainArchive\\Artist\\abba = abba", "MainArchive\\Artist\\Zoë = Zoë"}},
+      {TreeKind::kArtist,
+       {"MainArchive\\Artist\\abba = abba", "MainArchive\\Artist\\Édith = Édith",
+        "MainArchive\\Artist\\Zoë = Zoë"}},
       {TreeKind::kAlbum, {"MainArchive\\Album\\Blue = Blue"}},
       {TreeKind::kGenre,
        {R"(MainArchive\Genrereal\Folk \ Pop = Folk \ Pop)", "MainArchive\\Genrereal\\17 = Rock"}},
