@@ -60,6 +60,23 @@ std::vector<std::string> MountRoots(Drives& drives) {
   return roots;
 }
 
+/// Deleting an archive takes its name from the head of every location that begins with it: those of
+/// all files of a folder or a drive.
+bool NamesARoot(std::string_view disc) {
+  const auto is_separator = [](char c) { return c == '/' || c == '\\'; };
+  const bool is_drive = disc.size() >= 2 && disc[1] == ':' && LowerAscii(disc[0]) >= 'a' &&
+                        LowerAscii(disc[0]) <= 'z' && (disc.size() == 2 || is_separator(disc[2]));
+  return is_drive || is_separator(disc.front());
+}
+
+MessageBox NoDiscNameBox(const std::string& disc) {
+  return {
+      .text = "\"" + disc +
+              "\" cannot be the name of a disc: it begins like the path of a folder or a drive.\n"
+              "Nothing was changed.",
+      .icon = Icon::kExclamation};
+}
+
 /// One separator between the two: a path that never had a root brings none of its own.
 std::string ArchivedLocation(const std::string& disc, std::string_view path) {
   const char separator = SeparatorOf(path);
@@ -166,6 +183,10 @@ void mnuExtrasDisk2CD_Click(Workbench& bench, const std::string& offered) {
         "CD-Number:", "Change " + std::to_string(uids.size()) + " item(s)",
         offered.empty() ? ProposedDisc(bench) : offered);
     if (!disc || disc->empty()) return;
+    if (NamesARoot(*disc)) {
+      bench.interaction.ShowMessage(NoDiscNameBox(*disc));
+      return;
+    }
     CatalogueWriting writing(bench);
     ArchiveTracks(writing, bench.session.connection, *disc, Joined(uids),
                   MountRoots(bench.world.drives));

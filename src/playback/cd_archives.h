@@ -31,7 +31,8 @@ namespace tunemeadow {
                                          std::string_view tag);
 
 /// Moves the selected rows of ListView1 that are not archived yet to the disc whose name the person
-/// gives; `offered` is the name that stands in the box, or empty for the tag and the next number.
+/// gives; `offered` is the name that stands in the box, or empty for the tag and the next number. A
+/// name that begins with a separator or is a drive ("C:", "C:\x") is refused in a box.
 void mnuExtrasDisk2CD_Click(Workbench& bench, const std::string& offered = {});
 
 /// Opens frmLaufwerke, which stores a drive in lblConfigCDROM or leaves it.

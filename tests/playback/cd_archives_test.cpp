@@ -137,6 +137,16 @@ TEST_F(CDArchives, WhatIsArchivedAlreadyOrNotSelectedIsLeftAlone) {
   EXPECT_THAT(Rows(kLocations), ElementsAre("MP3-CD07/a.mp3", "/b.mp3"));
   bench_.ListView1.SetSelected(0, 1, true);
   session_.preferences.txtCDTag.clear();
+  for (const char* root : {"/b", "\\", "C:", "c:\\x"}) {
+    interaction_.WillAnswer(Answer::kOk);
+    Archive(root);
+    EXPECT_EQ(interaction_.boxes.back().text,
+              "\"" + std::string(root) +
+                  "\" cannot be the name of a disc: it begins like the path of a folder or a "
+                  "drive.\nNothing was changed.");
+  }
+  EXPECT_THAT(Rows(kArchives), ElementsAre());
+  EXPECT_THAT(Rows(kLocations), ElementsAre("MP3-CD07/a.mp3", "/b.mp3"));
   Archive("Disc");
   EXPECT_THAT(Rows(kLocations), ElementsAre("Disc/MP3-CD07/a.mp3", "Disc/b.mp3"))
       << "without a tag every track may go";
