@@ -7,7 +7,7 @@
 namespace tunemeadow {
 
 /// The icon of a selected row, in the colour of selected text: its own colours fade on the
-/// highlight.
+/// highlight. One that fills its place keeps its colours.
 [[nodiscard]] QIcon IconOnHighlight(const QStyleOptionViewItem& option);
 
 }  // namespace tunemeadow
