@@ -31,6 +31,12 @@ void BringFittingListIntoView(Workbench& bench, const SearchStatement& statement
     bench.Watcher().ListInViewChanged();
   }
   if (bench.current_view.empty()) bench.current_view = "Database";
+  if (leaves_archive && !bench.search.cboCDArchive.empty()) {
+    // Chosen by the tree, out of sight: it must not narrow what is searched next.
+    bench.Watcher().SearchFieldsWanted();
+    bench.search.cboCDArchive.clear();
+    bench.Watcher().SearchFieldsChanged();
+  }
 }
 
 /// A playlist keeps the order of its rows. Others come by the bytes of their locations, and are
@@ -142,7 +148,8 @@ void cmdSuchen(Workbench& bench) {
          BuildSearch({.fields = bench.search,
                       .quote = bench.session.quote,
                       .playlist_view = bench.playlist_in_view,
-                      .current_playlist = bench.current_playlist}),
+                      .current_playlist = bench.current_playlist,
+                      .archive_view = bench.current_view == "CDArchive"}),
          true);
 }
 

@@ -28,6 +28,7 @@ struct SearchRequest {
   char quote = '"';
   bool playlist_view = false;    ///< ListView3 is in view
   std::string current_playlist;  ///< open in it
+  bool archive_view = false;     ///< the archive was clicked in the tree, not chosen as a field
 };
 
 /// A statement that fills a list, and what its rows are: that is never read back out of the text,
@@ -36,9 +37,9 @@ struct SearchStatement {
   std::string text;
   std::optional<std::string> playlist;  ///< the tracks of this playlist, in its order
   bool of_archive = false;              ///< only tracks of an archive
-  /// An archive beside other fields is not tied to the tracks: each of them comes once for each row
-  /// of the archive. This counts the rows of such a product, and stops behind kProductLimit. Empty
-  /// where the rows are none.
+  /// An archive that is chosen beside other fields is not tied to the tracks: each of them comes
+  /// once for each row of the archive. This counts the rows of such a product, and stops behind
+  /// kProductLimit. Empty where the rows are none.
   std::string product_count;
 };
 inline constexpr std::int64_t kProductLimit = 1'000'000;  ///< rows that a product may have
@@ -84,7 +85,8 @@ void cmdSuchen(Workbench& bench);
 
 /// As cmdSuchen, with a statement as it stands instead of the fields; the history stays as it is.
 /// One that does not list the open playlist first brings ListView1 into view: its rows would be
-/// taken for the content of the playlist.
+/// taken for the content of the playlist. Likewise one that lists no archive leaves the view of an
+/// archive, and its field is emptied.
 void SearchPrepared(Workbench& bench, const SearchStatement& prepared);
 
 /// Empties every search field. Runs no search.

@@ -33,8 +33,9 @@ void AppendLike(std::string& clause, const SearchPlace& field, const std::string
   clause.append(1, quote).append("%").append(value).append("%").append(1, quote).append(" ");
 }
 
-/// What the two combos add to the tables and to the clause.
-void AppendJoins(const SearchFields& fields, std::string& from, std::string& clause) {
+/// What the two combos add to the tables and to the clause. Where `tied` is false, an archive
+/// beside other fields is not tied to the tracks.
+void AppendJoins(const SearchFields& fields, bool tied, std::string& from, std::string& clause) {
   const std::string& list = fields.cboPlaylists;
   const std::string& archive = fields.cboCDArchive;
   const bool had_content = !clause.empty();
@@ -42,7 +43,7 @@ void AppendJoins(const SearchFields& fields, std::string& from, std::string& cla
     from = list.empty() ? " , cdarchives " : " , cdarchives, Playlists ";
     clause.append(had_content ? " AND" : "").append(" cdarchives.cdarchive='");
     clause.append(QuoteInner(archive, '\'')).append("' and cdarchives.uid=");
-    clause.append(had_content ? "cdarchives.uid" : "mp3sTabelle.uid");
+    clause.append(had_content && !tied ? "cdarchives.uid" : "mp3sTabelle.uid");
   }
   if (!list.empty()) {
     if (archive.empty()) {
@@ -82,13 +83,16 @@ SearchStatement StatementOfPlaylist(const std::string& playlist, const std::stri
   return statement;
 }
 
-SearchStatement StatementOfLibrary(const SearchFields& fields, std::string clause) {
-  SearchStatement statement{.of_archive = !fields.cboCDArchive.empty()};
-  const bool is_product = statement.of_archive && !clause.empty();
+SearchStatement StatementOfLibrary(const SearchRequest& request, std::string clause) {
+  SearchStatement statement{.of_archive = !request.fields.cboCDArchive.empty()};
+  const bool beside_others = statement.of_archive && !clause.empty();
+  const bool is_product = beside_others && !request.archive_view;
   std::string tables;
-  AppendJoins(fields, tables, clause);
+  AppendJoins(request.fields, request.archive_view, tables, clause);
   if (!clause.empty()) clause.insert(0, " where ");
-  const std::string rows = " FROM mp3sTabelle " + tables + clause;
+  std::string rows = " FROM mp3sTabelle " + tables + clause;
+  // A track may stand in an archive twice.
+  if (beside_others && !is_product) rows += " group by mp3sTabelle.uid";
   statement.text.append(SelectList()).append(" ").append(rows);
   statement.text.append(" order by mp3sTabelle.location");
   if (is_product) {
@@ -110,7 +114,7 @@ BuiltSearch BuildSearch(const SearchRequest& request) {
   }
   if (!fields.cboPlaylists.empty()) AppendLabel(search.label, "Playlist", fields.cboPlaylists);
   if (!fields.cboCDArchive.empty()) AppendLabel(search.label, "CDArchive", fields.cboCDArchive);
-  search.statement = StatementOfLibrary(fields, std::move(clause));
+  search.statement = StatementOfLibrary(request, std::move(clause));
   return search;
 }
 

@@ -217,6 +217,7 @@ TEST_F(Search, ASearchWithoutItsArchiveLeavesTheViewOfArchives) {
   EXPECT_EQ(view_after("", 0), "Database, told");
   EXPECT_EQ(view_after("", 1), "CDArchive");
   EXPECT_EQ(view_after("CD", 2), "Database, told");
+  EXPECT_EQ(bench_.search.cboCDArchive, "") << "nobody has chosen it";
   bench_.search.texts[TrackField::Comment] =
       " cdarchives.cdarchive='CD' and cdarchives.uid=cdarchives.uid";
   EXPECT_EQ(view_after("", 0), "Database, told") << "the text of a field is no archive";

@@ -100,6 +100,14 @@ TEST(BuildSearch, WritesEachStatementCharacterForCharacter) {
            kOrder,
        ";Artist=x;CDArchive=CD",
        {.of_archive = true, .is_product = true}},
+      {"the folder of an archive that was clicked: each track once",
+       {.fields = {.texts = {{location, "CD/x/"}}, .cboCDArchive = "CD"}, .archive_view = true},
+       kList +
+           " , cdarchives  where  Location like \"%CD/x/%\"  AND cdarchives.cdarchive='CD' and "
+           "cdarchives.uid=mp3sTabelle.uid group by mp3sTabelle.uid" +
+           kOrder,
+       ";Location=CD/x/;CDArchive=CD",
+       {.of_archive = true}},
       {"both, an apostrophe in a name",
        Fields(both),
        kList +

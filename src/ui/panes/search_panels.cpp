@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/panes/search_panels.h"
 
+#include <QGridLayout>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSignalBlocker>
 
@@ -62,9 +64,11 @@ SearchPanels::SearchPanels(QWidget* parent)
   for (QComboBox* names : {first_->cboPlaylists, first_->cboCDArchive}) {
     names->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     names->setMinimumContentsLength(6);
+    names->installEventFilter(this);
   }
   BindPanels();
   BindEnter();
+  BindTyping();
 }
 
 SearchPanels::~SearchPanels() = default;
@@ -107,6 +111,30 @@ void SearchPanels::BindEnter() {
   }
 }
 
+/// Enter in the two lists of names; their own reaction to it would be none.
+bool SearchPanels::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+      emit SearchRequested();
+      return true;
+    }
+  }
+  return QStackedWidget::eventFilter(watched, event);
+}
+
+void SearchPanels::BindTyping() {
+  const auto typed = [this] {
+    if (!first_->cboCDArchive->isHidden()) return;
+    ChooseName(*first_->cboPlaylists, {});
+    ChooseName(*first_->cboCDArchive, {});
+  };
+  for (const TextControl& control : controls_) {
+    connect(control.Line(), &QLineEdit::textEdited, this, typed);
+    if (control.combo != nullptr) connect(control.combo, &QComboBox::activated, this, typed);
+  }
+}
+
 SearchFields SearchPanels::Read() const {
   SearchFields fields;
   for (const TextControl& control : controls_) {
@@ -142,6 +170,10 @@ void SearchPanels::ShowNameCombos(bool shown) {
            first_->lblPlayliste, first_->cboPlaylists, first_->lblCDArchiv, first_->cboCDArchive}) {
     control->setVisible(shown);
   }
+  constexpr int kRow = 2;
+  constexpr int kColumn = 1;
+  auto& grid = *static_cast<QGridLayout*>(first_->cboPlaylists->parentWidget()->layout());
+  grid.addWidget(first_->txtLocation, kRow, kColumn, 1, shown ? 1 : grid.columnCount() - kColumn);
 }
 
 void SearchPanels::FocusFirst() {

@@ -38,7 +38,8 @@ class SearchPanels : public QStackedWidget {
   void SetItems(const SearchItems& items);
   void SetNames(const TreeData& tree);
 
-  /// cboPlaylists and cboCDArchive with their labels, or their room left empty.
+  /// cboPlaylists and cboCDArchive with their labels, or the location in their room. What a person
+  /// types while they are hidden empties them: what is out of sight must not narrow a search.
   void ShowNameCombos(bool shown);
 
   /// Focus on cboSongname with its text selected.
@@ -47,10 +48,14 @@ class SearchPanels : public QStackedWidget {
  signals:
   void SearchRequested();
 
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   struct TextControl;
   void BindPanels();
   void BindEnter();
+  void BindTyping();
 
   std::unique_ptr<Ui::picSearch> first_;
   std::unique_ptr<Ui::picSearch2> second_;
