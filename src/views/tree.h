@@ -33,12 +33,19 @@ void LoadView4(Workbench& bench, const std::string& archive, TreeBuilder& tree,
 /// search fields and searches. The three parent nodes search nothing.
 void TreeView1_NodeClick(Workbench& bench, const TreeSelection& node);
 
-/// Brings the whole library into view: empties the search fields and searches in ListView1. The
-/// selected node stays.
+/// Brings ListView1 into view, search fields emptied, and searches nothing yet. Where a playlist or
+/// an archive is selected in the tree, the node of the library is selected in its place.
+void BringLibraryIntoView(Workbench& bench);
+
+/// The same, and searches: the whole library.
 void ShowDatabase(Workbench& bench);
 
-/// Where chkTrackSelection is on: the node of a row of the list in view is selected, its parents
-/// expanded. A row without a node, and a hidden tree, leave the selection.
+/// Whether a playlist or an archive is in view.
+[[nodiscard]] bool LibraryIsAway(const Workbench& bench) noexcept;
+
+/// Where chkTrackSelection is on: the node of a row of the library is selected, its parents
+/// expanded. A row without a node, and a hidden tree, leave the selection; so does a playlist in
+/// view, whose own node stays selected.
 void FollowRowInTree(Workbench& bench, std::size_t row);
 
 /// Selects the node of the record in the details, whatever chkTrackSelection says.

@@ -150,13 +150,28 @@ void TreeView1_NodeClick(Workbench& bench, const TreeSelection& node) {
   }
 }
 
-void ShowDatabase(Workbench& bench) {
+void BringLibraryIntoView(Workbench& bench) {
   BringIntoView(bench, "Database", false);
+  const NodeKind kind = bench.tree.selected.kind;
+  if (kind != NodeKind::kPlaylist && kind != NodeKind::kArchive &&
+      kind != NodeKind::kArchiveFolder) {
+    return;
+  }
+  bench.tree.selected = {.kind = NodeKind::kDatabase, .key = "Database"};
+  bench.Watcher().TreeNodeSelected();
+}
+
+void ShowDatabase(Workbench& bench) {
+  BringLibraryIntoView(bench);
   cmdSuchen(bench);
 }
 
+bool LibraryIsAway(const Workbench& bench) noexcept {
+  return bench.playlist_in_view || bench.current_view == "CDArchive";
+}
+
 void FollowRowInTree(Workbench& bench, std::size_t row) {
-  if (bench.track_selection) SelectNodeOfRow(bench, row);
+  if (bench.track_selection && !bench.playlist_in_view) SelectNodeOfRow(bench, row);
 }
 
 void cmdSeekto_Click(Workbench& bench) {
@@ -198,8 +213,6 @@ bool ArchivesTakeRows(const Workbench& bench) noexcept {
   return !bench.playlist_in_view && bench.current_view == "Database";
 }
 
-bool NameCombosShown(const Workbench& bench) noexcept {
-  return !bench.playlist_in_view && bench.current_view != "CDArchive";
-}
+bool NameCombosShown(const Workbench& bench) noexcept { return !LibraryIsAway(bench); }
 
 }  // namespace tunemeadow

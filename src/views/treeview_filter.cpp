@@ -178,7 +178,7 @@ void TreeviewFilter_NodeClick(Workbench& bench, const TreeNodes& nodes, std::int
   const TreeNode& clicked = nodes[static_cast<std::size_t>(node)];
   if (clicked.kind != NodeKind::kGroup) return;
   const std::string& above = nodes[static_cast<std::size_t>(clicked.parent)].text;
-  cmdReset_Click(bench);
+  BringLibraryIntoView(bench);
   SearchFields& fields = bench.search;
   const auto begins = [&](std::string_view prefix) { return clicked.key.starts_with(prefix); };
   if (begins("ArtistAlbumLIST|")) {

@@ -77,8 +77,9 @@ class TreeviewFilter {
   bool cancelled_ = false;
 };
 
-/// What a click on a node below the groups does: empties the search fields, fills those that the
-/// node stands for, and searches. Nothing happens for the root and the groups.
+/// What a click on a node below the groups does: brings the library into view with the search
+/// fields empty, fills those that the node stands for, and searches. Nothing happens for the root
+/// and the groups.
 void TreeviewFilter_NodeClick(Workbench& bench, const TreeNodes& nodes, std::int32_t node);
 
 }  // namespace tunemeadow

@@ -230,6 +230,8 @@ TEST_F(Tree, EachKindOfNodeBringsItsViewAndLeavesNoField) {
   EXPECT_EQ(bench_.current_playlist, "Database");
   EXPECT_EQ(Locations(), Texts{"/m/a.mp3"});
   EXPECT_FALSE(NameCombosShown(bench_));
+  FollowRowInTree(bench_, 0);
+  EXPECT_EQ(bench_.tree.selected.key, "Database|1") << "the node of the playlist in view";
 
   ClickOn("CDArchive|MP3-CD01");
   EXPECT_FALSE(bench_.playlist_in_view);

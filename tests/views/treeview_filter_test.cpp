@@ -124,8 +124,12 @@ TEST_F(Filter, AClickFillsTheFieldsOfItsPrefixAndSearches) {
   for (const Case& one : cases) {
     SCOPED_TRACE(one.key);
     bench_.search.texts[TrackField::Comment] = "left over";
+    bench_.playlist_in_view = true;
+    bench_.tree.selected = {.kind = NodeKind::kPlaylist, .key = "Mix|1", .name = "Mix"};
     TreeviewFilter_NodeClick(bench_, *filter_.Nodes(), IndexOfKey(*filter_.Nodes(), one.key));
     EXPECT_EQ(bench_.search, SearchFields{.texts = one.texts});
+    EXPECT_FALSE(bench_.playlist_in_view) << "the library is what is browsed";
+    EXPECT_EQ(bench_.tree.selected.key, "Database");
     EXPECT_EQ(bench_.ListView1.RowCount(), one.rows);
   }
   const std::size_t searches = bench_.history.Entries().size();
