@@ -9,10 +9,14 @@ namespace tunemeadow {
 
 bool AreMet(Needs needs, const Workbench& bench) noexcept {
   if (needs == Needs::kNothing) return true;
+  if (needs == Needs::kLibraryInView) return !bench.playlist_in_view;
+  if (needs == Needs::kLibraryAway) return LibraryIsAway(bench);
   const ResultList& list = bench.playlist_in_view ? bench.ListView3 : bench.ListView1;
   if (list.SelectedCount() == 0) return false;
   switch (needs) {
     case Needs::kNothing:
+    case Needs::kLibraryInView:
+    case Needs::kLibraryAway:
     case Needs::kSelection:
       return true;
     case Needs::kAppendingPlayer:

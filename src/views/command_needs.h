@@ -9,6 +9,8 @@ struct Workbench;
 
 enum class Needs {
   kNothing,
+  kLibraryInView,    ///< the library or an archive in view, no playlist
+  kLibraryAway,      ///< a playlist or an archive in view
   kSelection,        ///< selected rows in the list in view, as all that follow
   kAppendingPlayer,  ///< and a player that takes files into its own list
   kPlaylist,         ///< and a playlist that is there already

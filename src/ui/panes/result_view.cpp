@@ -253,6 +253,8 @@ void ResultView::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
   }
 }
+  } else if (plain && event->key() == Qt::Key_Escape && state() == NoState) {
+    emit EscapePressed();
 
 void ResultView::keyPressEvent(QKeyEvent* event) {
   const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;

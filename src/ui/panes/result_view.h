@@ -94,6 +94,7 @@ class ResultView : public QTreeView, public RowSource {
   void DeletePressed();  ///< Delete without a modifier
 
   void HeaderClicked(int column);
+  void EscapePressed();
 
   /// By the mouse or by the keyboard's menu key. A click of the right button on another row has
   /// been told by ItemClicked before.

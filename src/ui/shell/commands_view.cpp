@@ -32,6 +32,10 @@ void ShowTreeviewFilter(CommandContext& context) {
   filter->ShowFilter();
 }
 
+void ShowLibrary(CommandContext& context) {
+  if (LibraryIsAway(context.bench)) ShowDatabase(context.bench);
+}
+
 void HideShowPanes(CommandContext& context) {
   const bool visible = context.windows.search_frame->isHidden();
   context.windows.SetPanesVisible(context.bench, visible);
@@ -109,6 +113,7 @@ constexpr std::array kViewCommands{
     CommandRow{.name = "mnuViewFields",
                .caption = "&Configure columns...",
                .run = ConfigureColumns,
+               .needs = Needs::kLibraryInView,
                .places = {.bar = {Menu::kView, 120}, .popup = {Menu::kOfList, 510}},
                .icon = "columns"},
     CommandRow{.name = "mnuAutoSize",
@@ -117,6 +122,12 @@ constexpr std::array kViewCommands{
                .places = {.bar = {Menu::kView, 130}, .popup = {Menu::kOfList, 520}},
                .shortcut = "Ctrl+Shift+A",
                .begins = Begins::kAnyTime},
+    CommandRow{.name = "mnuShowLibrary",
+               .caption = "Show &library",
+               .run = ShowLibrary,
+               .needs = Needs::kLibraryAway,
+               .places = {.bar = {Menu::kView, 210}, .popup = {Menu::kOfList, 610}},
+               .icon = "database"},
     CommandRow{
         .name = "cmdSeekto", .caption = "", .run = View<cmdSeekto_Click>, .button = "cmdSeekto"},
     CommandRow{.name = "cmdHideShowTreeview",

@@ -91,8 +91,11 @@ void frmStart::ShowSaveButton() {
 void frmStart::PictureChanged() { windows_.picture_pane->Show(bench_.details); }
 
 void frmStart::ListInViewChanged() {
+  // Else the focus of the list that goes would pass to a field.
+  const bool in_list = windows_.list_view->hasFocus() || windows_.playlist_view->hasFocus();
   windows_.list_view->setVisible(!bench_.playlist_in_view);
   windows_.playlist_view->setVisible(bench_.playlist_in_view);
+  if (in_list) windows_.ViewInView(bench_).setFocus();
   windows_.order_bar->setVisible(bench_.playlist_in_view);
   windows_.search_panels->ShowNameCombos(NameCombosShown(bench_));
   seek_button_->setEnabled(seek_button_->isEnabled() && !bench_.playlist_in_view);
