@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/quick_search.h"
 
+#include <algorithm>
 #include <exception>
 #include <optional>
 #include <string_view>
@@ -30,13 +31,13 @@ void BringFittingListIntoView(Workbench& bench, const SearchStatement& statement
     bench.current_view = "Database";
     bench.Watcher().ListInViewChanged();
   }
-  if (bench.current_view.empty()) bench.current_view = "Database";
   if (leaves_archive && !bench.search.cboCDArchive.empty()) {
     // Chosen by the tree, out of sight: it must not narrow what is searched next.
     bench.Watcher().SearchFieldsWanted();
     bench.search.cboCDArchive.clear();
     bench.Watcher().SearchFieldsChanged();
   }
+  if (bench.current_view.empty()) bench.current_view = "Database";
 }
 
 /// A playlist keeps the order of its rows. Others come by the bytes of their locations, and are
@@ -167,6 +168,23 @@ void mnuSuche_Click(Workbench& bench, std::size_t index) {
   if (index < 1 || index > entries.size()) return;
   const SearchStatement statement = entries[index - 1].statement;
   SearchPrepared(bench, statement);
+}
+
+std::string_view EmptyListHint(const Workbench& bench) noexcept {
+  if (bench.playlist_in_view) {
+    const auto is_filled = [](const std::string& text) { return !text.empty(); };
+    const auto& searched = bench.search.texts.texts;
+    return std::any_of(searched.begin(), searched.end(), is_filled)
+               ? "No track of this playlist fits the search fields."
+               : "No tracks in this playlist.";
+  }
+  if (bench.session.track_count == 0) {
+    return "No tracks here. Import files with File, Import files..., or drop them here.";
+  }
+  return bench.search_ran
+             ? "No track fits this search."
+             : "Nothing searched yet. Fill a field and press Enter, or press F5 to see "
+               "all tracks.";
 }
 
 void Updatelistiewinfos(Workbench& bench, const std::string& time, const std::string& size) {

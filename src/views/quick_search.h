@@ -95,6 +95,9 @@ void cmdReset_Click(Workbench& bench);
 /// Replays entry `index` (1 to 5) of the history; nothing where it is empty.
 void mnuSuche_Click(Workbench& bench, std::size_t index);
 
+/// What an empty list in view says in its middle.
+[[nodiscard]] std::string_view EmptyListHint(const Workbench& bench) noexcept;
+
 /// Sets the totals under the list: a blank and the text each.
 void Updatelistiewinfos(Workbench& bench, const std::string& time, const std::string& size);
 

@@ -34,10 +34,6 @@ ResultView::ResultView(ResultList& list, const QString& name, Clipboard& clipboa
   const bool playlist = name == QLatin1String("ListView3");
   setObjectName(name);
   setAccessibleName(playlist ? "Tracks of the playlist" : "Tracks");
-  SetHint(playlist ? QStringLiteral("No tracks in this playlist.")
-                   : QStringLiteral(
-                         "No tracks here. Import files with File, Import files..., or drop them "
-                         "here."));
   model_ = new ListModel(list, playlist ? ListKind::kPlaylist : ListKind::kTracks, this);
   setModel(model_);
   QItemSelectionModel* const standard_selection = selectionModel();
@@ -171,11 +167,6 @@ void ResultView::SetDragPath(std::function<std::string(std::size_t)> path_of_row
   path_of_row_ = std::move(path_of_row);
 }
 
-void ResultView::SetHint(const QString& hint) {
-  hint_ = hint;
-  viewport()->update();
-}
-
 void ResultView::ShowHintLater() {
   hint_shown_ = false;
   if (model_->rowCount() == 0) {
@@ -253,8 +244,6 @@ void ResultView::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
   }
 }
-  } else if (plain && event->key() == Qt::Key_Escape && state() == NoState) {
-    emit EscapePressed();
 
 void ResultView::keyPressEvent(QKeyEvent* event) {
   const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
@@ -265,6 +254,8 @@ void ResultView::keyPressEvent(QKeyEvent* event) {
     emit ReturnPressed();
   } else if (plain && event->key() == Qt::Key_Delete) {
     emit DeletePressed();
+  } else if (plain && event->key() == Qt::Key_Escape && state() == NoState) {
+    emit EscapePressed();
   } else {
     QTreeView::keyPressEvent(event);
     return;
@@ -311,11 +302,11 @@ void ResultView::CopySelection() const {
 void ResultView::paintEvent(QPaintEvent* event) {
   QTreeView::paintEvent(event);
   PaintPlace();
-  if (!hint_shown_) return;
+  if (!hint_shown_ || !hint_) return;
   QPainter painter(viewport());
   painter.setPen(palette().color(QPalette::PlaceholderText));
   const QRect room = viewport()->rect().adjusted(kHintMargin, 0, -kHintMargin, 0);
-  painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, hint_);
+  painter.drawText(room, Qt::AlignCenter | Qt::TextWordWrap, ToQt(hint_()));
 }
 
 void ResultView::changeEvent(QEvent* event) {

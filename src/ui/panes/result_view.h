@@ -11,6 +11,8 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/clipboard.h"
@@ -78,8 +80,8 @@ class ResultView : public QTreeView, public RowSource {
   /// The selected rows as a list of files; null if no row offers one.
   [[nodiscard]] std::unique_ptr<QMimeData> DragData() const;
 
-  /// Text in the middle of the empty list.
-  void SetHint(const QString& hint);
+  /// Asked for the text in the middle of the list whenever it is painted empty.
+  void SetHint(std::function<std::string_view()> hint) { hint_ = std::move(hint); }
 
   void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
   void selectAll() override;
@@ -92,9 +94,9 @@ class ResultView : public QTreeView, public RowSource {
   void ItemDoubleClicked(int row);
   void ReturnPressed();
   void DeletePressed();  ///< Delete without a modifier
+  void EscapePressed();
 
   void HeaderClicked(int column);
-  void EscapePressed();
 
   /// By the mouse or by the keyboard's menu key. A click of the right button on another row has
   /// been told by ItemClicked before.
@@ -165,7 +167,7 @@ class ResultView : public QTreeView, public RowSource {
   ListSelection* selection_;
   std::function<std::string(std::size_t)> path_of_row_;
   ColumnLayout stored_layout_;
-  QString hint_;
+  std::function<std::string_view()> hint_;
   QTimer hint_timer_;
   bool hint_shown_ = false;
   bool frozen_ = false;

@@ -94,6 +94,7 @@ void ConnectList(ResultView& view, CommandContext& context) {
   });
   RunOn(&view, &ResultView::ItemDoubleClicked, "mnuPlay", context);
   RunOn(&view, &ResultView::EscapePressed, "mnuShowLibrary", context);
+  view.SetHint([&context] { return EmptyListHint(context.bench); });
   QObject::connect(&view, &ResultView::ReturnPressed, &context.frame, [&context] {
     // A field that may not stand has taken the focus, and with it the record stays.
     DetailPanels& panels = *context.windows.detail_panels;
