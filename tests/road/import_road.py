@@ -11,6 +11,7 @@ import sqlite3
 import subprocess
 import sys
 import tempfile
+import unicodedata
 
 from drive import Program, wait
 
@@ -95,9 +96,15 @@ def headers(table):
     return [Atspi.Table.get_column_header(table, i) for i in range(Atspi.Table.get_n_columns(table))]
 
 
+def place(character):
+    """Blanks, marks, digits, letters; a letter with an accent beside the one without."""
+    kind = unicodedata.category(character)[0]
+    return "ZPSNL".find(kind), unicodedata.normalize("NFD", character.lower())[0]
+
+
 def is_sorted(texts):
-    folded = [text.lower() for text in texts]
-    return folded == sorted(folded)
+    places = [[place(character) for character in text] for text in texts]
+    return places == sorted(places)
 
 
 def leave(program):

@@ -468,6 +468,7 @@ TEST_F(ResultViewTest, DroppedFilesArriveWithTheBytesOfTheirNames) {
 }
 
 TEST_F(ResultViewTest, TheEmptyListSaysSoButNotWhileASearchRuns) {
+  view_.SetHint([] { return "Nothing here."; });
   Fill(NumberedRows(5));
   QTest::qWait(1);
   QApplication::setOverrideCursor(Qt::WaitCursor);
