@@ -11,6 +11,7 @@
 #include "run/busy.h"
 #include "store/database.h"
 #include "views/paint_while_working.h"
+#include "views/tree.h"
 #include "views/workbench.h"
 
 namespace tunemeadow {
@@ -30,6 +31,7 @@ void BringFittingListIntoView(Workbench& bench, const SearchStatement& statement
     bench.playlist_in_view = false;
     bench.current_view = "Database";
     bench.Watcher().ListInViewChanged();
+    SelectDatabaseInTree(bench);
   }
   if (leaves_archive && !bench.search.cboCDArchive.empty()) {
     // Chosen by the tree, out of sight: it must not narrow what is searched next.

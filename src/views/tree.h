@@ -33,8 +33,12 @@ void LoadView4(Workbench& bench, const std::string& archive, TreeBuilder& tree,
 /// search fields and searches. The three parent nodes search nothing.
 void TreeView1_NodeClick(Workbench& bench, const TreeSelection& node);
 
-/// Brings ListView1 into view, search fields emptied, and searches nothing yet. Where a playlist or
-/// an archive is selected in the tree, the node of the library is selected in its place.
+/// Where a playlist or an archive is selected in the tree, the node of the library is selected in
+/// its place: to be called when the list of the former has gone.
+void SelectDatabaseInTree(Workbench& bench);
+
+/// Brings ListView1 into view, search fields emptied, and searches nothing yet.
+/// SelectDatabaseInTree.
 void BringLibraryIntoView(Workbench& bench);
 
 /// The same, and searches: the whole library.

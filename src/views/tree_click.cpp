@@ -152,6 +152,10 @@ void TreeView1_NodeClick(Workbench& bench, const TreeSelection& node) {
 
 void BringLibraryIntoView(Workbench& bench) {
   BringIntoView(bench, "Database", false);
+  SelectDatabaseInTree(bench);
+}
+
+void SelectDatabaseInTree(Workbench& bench) {
   const NodeKind kind = bench.tree.selected.kind;
   if (kind != NodeKind::kPlaylist && kind != NodeKind::kArchive &&
       kind != NodeKind::kArchiveFolder) {

@@ -3,7 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QPainter>
+#include <QPixmap>
+#include <QStyleOptionViewItem>
+
 #include "support/list_rows.h"
+#include "ui/kit/highlight_icon.h"
 
 namespace tunemeadow {
 namespace {
@@ -100,6 +105,20 @@ TEST_F(ListModelTest, RowsThatAreGoneReadAsEmptyUntilTheModelIsTold) {
   EXPECT_FALSE(model_.data(stale, Qt::DecorationRole).value<QIcon>().isNull());
   model_.ShowRows();
   EXPECT_EQ(model_.rowCount(), 0);
+}
+
+TEST(IconOnHighlight, TintsLinesAndLeavesAnAreaItsColours) {
+  for (const int width : {2, 16}) {
+    QPixmap drawn(16, 16);
+    drawn.fill(Qt::transparent);
+    QPainter(&drawn).fillRect(0, 0, width, 16, Qt::red);
+    QStyleOptionViewItem option;
+    option.decorationSize = drawn.size();
+    option.palette.setColor(QPalette::HighlightedText, Qt::white);
+    option.icon = QIcon(drawn);
+    const QImage shown = IconOnHighlight(option).pixmap(16, QIcon::Selected).toImage();
+    EXPECT_EQ(shown.pixelColor(1, 8), QColor(width == 2 ? Qt::white : Qt::red));
+  }
 }
 
 }  // namespace

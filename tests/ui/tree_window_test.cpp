@@ -88,6 +88,44 @@ TEST_F(TreeWindow, ClicksAndEnterSearchAndTheTreeStaysAsItWas) {
   EXPECT_TRUE(Find<QComboBox>(*window_, "cboPlaylists").isVisible());
 }
 
+TEST_F(TreeWindow, WhatIsTypedLeavesAnArchiveAndEnterSearchesInItsFieldToo) {
+  auto& archives = Find<QComboBox>(*window_, "cboCDArchive");
+  View().expand(NodeOf(View(), "CDArchive [1]"));
+  Click(View(), "Disc");
+  EXPECT_THAT(Uids(), ElementsAre(14));
+  EXPECT_FALSE(archives.isVisible());
+  Type("txtLocation", "Rock");
+  QTest::keyClick(&Find<QLineEdit>(*window_, "txtLocation"), Qt::Key_Return);
+  EXPECT_THAT(Uids(), ElementsAre(11, 12));
+  EXPECT_TRUE(archives.isVisible());
+  EXPECT_EQ(archives.currentText(), "");
+  EXPECT_EQ(Current(), "Database [2/4 Files]");
+
+  Trigger(*window_, "mnuReset");
+  archives.setCurrentText("Disc");
+  QTest::keyClick(&archives, Qt::Key_Return);
+  EXPECT_THAT(Uids(), ElementsAre(14));
+}
+
+TEST_F(TreeWindow, EscapeLeadsFromAPlaylistToTheLibrary) {
+  const auto enabled = [this](const char* entry) {
+    emit Find<QMenu>(*window_, "mnuView").aboutToShow();
+    return Action(entry).isEnabled();
+  };
+  View().expand(NodeOf(View(), "Playlists [1]"));
+  Click(View(), "Mix [1 Files]");
+  EXPECT_FALSE(enabled("mnuViewFields")) << "its columns are fixed";
+  EXPECT_TRUE(enabled("mnuShowLibrary"));
+  Activate();
+  List("ListView3").setFocus();
+  QTest::keyClick(&List("ListView3"), Qt::Key_Escape);
+  EXPECT_EQ(Uids().size(), 4U);
+  EXPECT_EQ(Current(), "Database [4 Files]");
+  EXPECT_TRUE(List().hasFocus());
+  EXPECT_TRUE(enabled("mnuViewFields"));
+  EXPECT_FALSE(enabled("mnuShowLibrary"));
+}
+
 TEST_F(TreeWindow, TheKindAndTheTrackSelectionAreKeptForTheNextStart) {
   auto* selector = &Find<QComboBox>(*window_, "cboTreeSelector");
   EXPECT_EQ(selector->currentText(), "Location");

@@ -205,6 +205,21 @@ TEST_F(Search, ThePlaylistViewKeepsItsOrderAndNoForeignRows) {
   }
 }
 
+TEST_F(Search, AnEmptyListSaysWhy) {
+  const auto begins = [this] { return std::string(EmptyListHint(bench_).substr(0, 22)); };
+  EXPECT_EQ(begins(), "No tracks here. Import");
+  AddTrack("Anna", "/m/a.mp3");
+  UpdateTrackCount(bench_);
+  EXPECT_EQ(begins(), "Nothing searched yet. ");
+  bench_.search.texts[TrackField::Artist] = "nobody";
+  cmdSuchen(bench_);
+  EXPECT_EQ(begins(), "No track fits this sea");
+  bench_.playlist_in_view = true;
+  EXPECT_EQ(begins(), "No track of this playl");
+  cmdReset_Click(bench_);
+  EXPECT_EQ(begins(), "No tracks in this play");
+}
+
 TEST_F(Search, ASearchWithoutItsArchiveLeavesTheViewOfArchives) {
   const auto view_after = [this](const std::string& archive, std::size_t replayed) {
     bench_.current_view = "CDArchive";
