@@ -173,13 +173,18 @@ class MassSave {
   std::vector<FieldText> cells_;
 };
 
-/// The mode for many ends, and with it the texts that were typed for it: the editor holds one track
-/// again, as its row has it.
-void ShowOneTrackAgain(Workbench& bench) {
-  bench.details.DetailsKeyed = false;
-  bench.details.DetailsChanged = false;
-  ChangeDetailSaveNo(bench);
-  ReloadDetails(bench);
+/// The panels show what the rows hold. What was typed for many and did not reach all of them stays.
+void ShowTracksAgain(Workbench& bench, bool complete) {
+  DetailEditor& details = bench.details;
+  const DetailEditor before = details;
+  ShowSavedTracks(bench);
+  if (complete || !details.save_all || details.many.uids != before.many.uids) return;
+  details.chosen = before.chosen;
+  details.many.typed = before.many.typed;
+  for (const TrackField field : FieldsInOrder<&TrackFieldRow::save_all>()) {
+    if (details.chosen[IndexOf(field)]) details.texts[field] = before.texts[field];
+  }
+  bench.Watcher().DetailsChanged();
 }
 
 }  // namespace
@@ -187,21 +192,25 @@ void ShowOneTrackAgain(Workbench& bench) {
 void SpezialSpeichern(Workbench& bench) {
   const std::size_t count = bench.ListView1.SelectedCount();
   if (bench.playlist_in_view || count == 0) return;
-  std::vector<TickedField> ticked = TickedFields(bench.details);
   const Answer answer = bench.interaction.ShowMessage(
-      {.text = MassSaveQuestion(count, ticked, bench.session.preferences),
+      {.text = MassSaveQuestion(count, TickedFields(bench.details), bench.session.preferences),
        .title = "Mass-saving",
        .buttons = Buttons::kYesNo});
-  if (answer != Answer::kYes) return;
+  if (answer == Answer::kYes) SaveTextsForMany(bench);
+}
+
+void SaveTextsForMany(Workbench& bench) {
+  const std::size_t count = bench.ListView1.SelectedCount();
+  if (bench.playlist_in_view || count == 0) return;
   const Stopwatch watch;
   bool complete = false;
   TagLosses losses;
   {
-    MassSave run(bench, std::move(ticked));
+    MassSave run(bench, TickedFields(bench.details));
     complete = run.Run();
     losses = run.Losses();
   }
-  ShowOneTrackAgain(bench);
+  ShowTracksAgain(bench, complete);
   TellLosses(bench, losses);
   if (complete) {
     TellTagResult(bench, std::to_string(count) + " file(s) successfully saved.", watch);

@@ -9,8 +9,12 @@
 
 namespace tunemeadow {
 
-/// Saves the selected rows of ListView1, after a question that names the ticked fields. Nothing
+/// Saves the selected rows of ListView1, after a question that names the ticked fields. The panels
+/// then show what the rows hold; where the run ended early, they keep what is ticked. Nothing
 /// happens in the playlist view, whose rows are not those of ListView1.
 void SpezialSpeichern(Workbench& bench);
+
+/// The same without the question: the person has said already that the texts are to be saved.
+void SaveTextsForMany(Workbench& bench);
 
 }  // namespace tunemeadow

@@ -236,4 +236,12 @@ void cmdSpeichern_Click(Workbench& bench) {
   }
 }
 
+void SaveChanges(Workbench& bench) {
+  if (HasTextsForMany(bench.details)) {
+    SaveTextsForMany(bench);
+  } else {
+    cmdSpeichern_Click(bench);
+  }
+}
+
 }  // namespace tunemeadow

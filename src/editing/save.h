@@ -12,4 +12,8 @@ namespace tunemeadow {
 /// where the file is missing or the track number is no track number.
 void cmdSpeichern_Click(Workbench& bench);
 
+/// Yes to "Save your changes?": the same, but what was typed for many is saved without another
+/// question.
+void SaveChanges(Workbench& bench);
+
 }  // namespace tunemeadow

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "views/detail_editor.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <fstream>
 #include <optional>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -13,6 +15,7 @@
 #include "core/text.h"
 #include "files/file_facts.h"
 #include "run/busy.h"
+#include "tracks/field_order.h"
 #include "tracks/track_field_table.h"
 #include "views/tree.h"
 #include "views/workbench.h"
@@ -43,13 +46,11 @@ bool HasChanges(const DetailEditor& details) noexcept {
   return details.DetailsKeyed && details.DetailsChanged;
 }
 
-void EnterModeForMany(DetailEditor& details) {
-  if (!std::exchange(details.save_all, true)) details.texts_of_one = details.texts;
-}
-
 /// The flags stay: a command may have changed them meanwhile.
 void LeaveModeForMany(DetailEditor& details) {
   details.save_all = false;
+  details.chosen = {};
+  details.many = {};
   auto texts = std::exchange(details.texts_of_one, std::nullopt);
   if (!texts) return;
   ForEachShownField([&](TrackField field) { details.texts[field] = std::move((*texts)[field]); });
@@ -117,9 +118,75 @@ void ShowDetails(Workbench& bench, std::size_t row) {
   }
 }
 
+std::vector<std::int64_t> SelectedUids(const ResultList& list) {
+  std::vector<std::int64_t> uids;
+  uids.reserve(list.SelectedCount());
+  for (const std::size_t row : list.SelectedRows()) uids.push_back(list.Uid(row));
+  return uids;
+}
+
+/// Ends at the row behind which no field is left that all rows agree about.
+FieldMarks DifferingFields(const ResultList& list) {
+  FieldMarks differs{};
+  const std::vector<std::size_t> rows = list.SelectedRows();
+  std::vector<TrackField> same;
+  for (const TrackField field : FieldsInOrder<&TrackFieldRow::save_all>()) same.push_back(field);
+  for (const std::size_t row : rows) {
+    std::erase_if(same, [&](TrackField field) {
+      const bool differ = list.Cell(row, field) != list.Cell(rows.front(), field);
+      differs[IndexOf(field)] = differ;
+      return differ;
+    });
+    if (same.empty()) break;
+  }
+  return differs;
+}
+
+void Select(Workbench& bench, const std::vector<std::size_t>& rows,
+            std::optional<std::size_t> focused) {
+  ResultList& list = bench.ListInView();
+  list.ClearSelection();
+  for (const std::size_t row : rows) list.SetSelected(row, row, true);
+  list.SetFocusedRow(focused);
+  bench.Watcher().SelectionSet();
+}
+
+/// The rows that the mode for many is about, as far as the list has them.
+std::vector<std::size_t> RowsOfMany(const ResultList& list, const ManyTracks& many) {
+  std::unordered_multiset<std::int64_t> uids(many.uids.begin(), many.uids.end());
+  std::vector<std::size_t> rows;
+  for (std::size_t row = 0; row < list.RowCount() && !uids.empty(); ++row) {
+    const auto found = uids.find(list.Uid(row));
+    if (found == uids.end()) continue;
+    uids.erase(found);
+    rows.push_back(row);
+  }
+  return rows;
+}
+
+void SelectRowsOfMany(Workbench& bench) {
+  const ResultList& list = bench.ListInView();
+  const std::vector<std::size_t> rows = RowsOfMany(list, bench.details.many);
+  Select(bench, rows, rows.empty() ? list.FocusedRow() : rows.front());
+}
+
+/// Before other rows than those of the mode for many come into the panels. The person sees which
+/// rows the question is about; they stay selected where their texts could not be saved.
+bool MayLeaveMany(Workbench& bench) {
+  const DetailEditor& details = bench.details;
+  ResultList& list = bench.ListInView();
+  if (!HasTextsForMany(details) || SelectedUids(list) == details.many.uids) return true;
+  const std::vector<std::size_t> chosen = list.SelectedRows();
+  const auto focused = list.FocusedRow();
+  SelectRowsOfMany(bench);
+  if (!AskToSaveChanges(bench)) return false;
+  Select(bench, chosen, focused);
+  return true;
+}
+
 void ChooseRow(Workbench& bench, std::size_t row, bool follows_in_tree) {
   const ResultList& list = bench.ListInView();
-  if (row >= list.RowCount()) return;
+  if (row >= list.RowCount() || !MayLeaveMany(bench)) return;
   if (list.SelectedCount() >= 2) {
     ChangeDetailtoSaveALL(bench);
     return;
@@ -150,6 +217,10 @@ void LoadSelectedRow(Workbench& bench) {
 
 void KeepLoadedRecord(Workbench& bench) {
   ResultList& list = bench.ListInView();
+  if (bench.details.save_all) {
+    SelectRowsOfMany(bench);
+    return;
+  }
   if (const auto row = list.RowOfUid(bench.details.uid)) {
     list.SelectOnly(*row);
     list.SetFocusedRow(*row);
@@ -160,17 +231,46 @@ void KeepLoadedRecord(Workbench& bench) {
   bench.Watcher().DetailsChanged();
 }
 
+bool HasTextsForMany(const DetailEditor& details) noexcept {
+  if (!details.save_all || details.many.of_playlist) return false;
+  for (std::size_t field = 0; field < kTrackFields; ++field) {
+    if (details.many.typed[field] && details.chosen[field]) return true;
+  }
+  return false;
+}
+
 bool AskToSaveChanges(Workbench& bench) {
-  if (!HasChanges(bench.details) || !bench.save_details) return true;
+  const auto unsaved = [&bench] {
+    return HasChanges(bench.details) || HasTextsForMany(bench.details);
+  };
+  if (!unsaved() || !bench.save_details) return true;
   const Answer answer = bench.interaction.ShowMessage(
       {.text = "Save your changes?", .title = "Save", .buttons = Buttons::kYesNo});
-  if (answer != Answer::kYes) return true;
+  if (answer != Answer::kYes) {
+    bench.details.many.typed = {};  // they are let go, and not asked for twice on one way
+    return true;
+  }
   bench.save_details(bench);
-  return !HasChanges(bench.details);
+  return !unsaved();
 }
 
 void ChangeDetailtoSaveALL(Workbench& bench) {
-  EnterModeForMany(bench.details);
+  DetailEditor& details = bench.details;
+  const ResultList& list = bench.ListInView();
+  ManyTracks many = {.uids = SelectedUids(list), .of_playlist = bench.playlist_in_view};
+  if (details.save_all && many.uids == details.many.uids &&
+      many.of_playlist == details.many.of_playlist) {
+    return;
+  }
+  LeaveModeForMany(details);
+  if (std::find(many.uids.begin(), many.uids.end(), details.uid) == many.uids.end()) {
+    if (!AskToSaveChanges(bench)) return KeepLoadedRecord(bench);
+    ReloadDetails(bench);
+  }
+  many.differs = DifferingFields(list);
+  details.texts_of_one = details.texts;
+  details.many = std::move(many);
+  details.save_all = true;
   bench.Watcher().DetailsChanged();
 }
 
@@ -178,6 +278,17 @@ void ChangeDetailSaveNo(Workbench& bench) {
   LeaveModeForMany(bench.details);
   bench.details.comment_enabled = !bench.session.preferences.chkAutoComment;
   bench.Watcher().DetailsChanged();
+}
+
+void EndModeForMany(Workbench& bench) {
+  if (bench.details.save_all && MayLeaveMany(bench)) ChangeDetailSaveNo(bench);
+}
+
+void ShowSavedTracks(Workbench& bench) {
+  bench.details.DetailsKeyed = bench.details.DetailsChanged = false;
+  ChangeDetailSaveNo(bench);
+  ReloadDetails(bench);
+  if (bench.ListInView().SelectedCount() >= 2) ChangeDetailtoSaveALL(bench);
 }
 
 void ReloadDetails(Workbench& bench) {

@@ -116,6 +116,8 @@ void SelectFirstRow(Workbench& bench) {
 
 /// What cmdSuchen and SearchPrepared have in common. A new search goes into the history.
 void Search(Workbench& bench, const BuiltSearch& search, bool is_new) {
+  // Texts for many go with their rows; those of one record are asked for when another is loaded.
+  if (HasTextsForMany(bench.details) && !AskToSaveChanges(bench)) return;
   const SearchStatement& statement = search.statement;
   ListTotals totals;
   std::optional<MessageBox> failure;

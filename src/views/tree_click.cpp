@@ -132,6 +132,7 @@ void SelectNodeOfRow(Workbench& bench, std::size_t row) {
 
 void TreeView1_NodeClick(Workbench& bench, const TreeSelection& node) {
   const TreeSelection clicked = node;  // the search may replace what it lies in
+  if (HasTextsForMany(bench.details) && !AskToSaveChanges(bench)) return;
   bench.tree.selected = clicked;
   switch (clicked.kind) {
     case NodeKind::kRoot:

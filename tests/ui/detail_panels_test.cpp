@@ -245,12 +245,27 @@ TEST_F(DetailPanelsTest, SeveralTracksHaveBoxesForTheFieldsThatAreWritten) {
   EXPECT_EQ(editor_.texts[TrackField::album], "All");
   EXPECT_FALSE(editor_.DetailsChanged || editor_.DetailsKeyed) << "no change of the former record";
   panels_->setCurrentIndex(2);
-  Press(window_, "chkDetail3_4");
-  std::array<bool, kTrackFields> chosen{};
+  Type("txtSave3_4", "http://all");  // an edited field is ticked
+  FieldMarks chosen{};
   for (const TrackField field : {TrackField::album, TrackField::year, TrackField::url}) {
     chosen[IndexOf(field)] = true;
   }
   EXPECT_EQ(editor_.chosen, chosen);
+  chosen[IndexOf(TrackField::year)] = false;
+  EXPECT_EQ(editor_.many.typed, chosen);
+}
+
+TEST_F(DetailPanelsTest, ABoxBearsAMarkWhereTheTracksDiffer) {
+  DetailEditor record = LoadedEditor();
+  record.save_all = true;
+  record.many.differs[IndexOf(TrackField::album)] = true;
+  Load(record);
+  const auto& album = Find<QCheckBox>(window_, "chkAlbum");
+  EXPECT_EQ(album.text(), QString(QChar(0x2260)));
+  EXPECT_TRUE(album.accessibleName().endsWith("(their values differ)"));
+  EXPECT_EQ(Find<QCheckBox>(window_, "chkYear").text(), "");
+  Load(LoadedEditor());
+  EXPECT_EQ(album.text(), "");
 }
 
 TEST_F(DetailPanelsTest, EachBoxChoosesItsOwnField) {

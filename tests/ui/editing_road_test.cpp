@@ -60,10 +60,8 @@ TEST_F(EditingRoad, WhatWasSavedIsThereAfterANewStartAndInTheFilesThemselves) {
     Click("Cedar", Qt::ControlModifier);
     Click("Elm", Qt::ControlModifier);
     Type("txtInterpretSave", "Bea");
-    Find<QCheckBox>(*window_, "chkInterpret").click();
     Press(*window_, "cmdSwitch_1");
     Type("txtMoodSave", "calm");
-    Find<QCheckBox>(*window_, "chkMood").click();
     BoxAnswers answers{QMessageBox::Yes, QMessageBox::Ok};
     Press(*window_, "cmdSpeichern");
     ASSERT_EQ(answers.seen.size(), 2U);

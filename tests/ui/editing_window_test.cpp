@@ -9,9 +9,11 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <functional>
 
 #include "audio/id3v2_reader.h"
 #include "support/main_window.h"
+#include "views/tree.h"
 
 namespace tunemeadow {
 namespace {
@@ -130,15 +132,65 @@ TEST_F(EditingWindow, ManyTracksTakeTheTickedFieldsOnly) {
   EXPECT_EQ(Save().text(), "&Save all");
   EXPECT_FALSE(Find<QWidget>(*window_, "cmdItemBlaetter_0").isEnabled());
   Type("txtInterpretSave", "All");
+  Press(*window_, "chkInterpret");
   Type("txtAlbumSave", "Trees");
-  Press(*window_, "chkAlbum");
   BoxAnswers answers{kYes, kOkay};
   Press(*window_, "cmdSpeichern");
   EXPECT_THAT(answers.seen[0], testing::StartsWith("Mass-saving: Are you sure to update 3 items(s) "
                                                    "with the Album-Tag"));
   EXPECT_EQ(Cell("Birch", TrackField::album), "Trees");
   EXPECT_EQ(Tags("Birch.mp3"), "Birch/Anna");
+  EXPECT_EQ(Save().text(), "&Save all") << "they are still selected";
+  EXPECT_FALSE(Find<QCheckBox>(*window_, "chkAlbum").isChecked());
+  Click("Birch");
   EXPECT_EQ(Save().text(), "&Save");
+}
+
+TEST_F(EditingWindow, TextsForManyAreAskedForBeforeTheirRowsGo) {
+  const std::vector<std::pair<const char*, std::function<void()>>> ways = {
+      {"another row", [this] { Click("Birch"); }},
+      {"another selection", [this] { Click("Birch", Qt::ControlModifier); }},
+      {"F5", [this] { Action("mnuSuchen").trigger(); }},
+      {"a node",
+       [this] {
+         TreeView1_NodeClick(Bench(), {NodeKind::kDatabase, "Database", ""});
+       }},
+      {"beside the rows",
+       [this] { QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, QPoint(50, 200)); }},
+      {"the end", [this] { window_->close(); }}};
+  for (const auto& [way, leave] : ways) {
+    for (const auto answer : {kNo, kYes}) {
+      SCOPED_TRACE(way);
+      Click("Ash");
+      Click("Cedar", Qt::ControlModifier);
+      Type("txtAlbumSave", way);
+      BoxAnswers answers{answer};
+      if (answer == kYes) session_->success_messages = false;
+      leave();
+      EXPECT_THAT(answers.seen, ElementsAre("Save: Save your changes?"));
+      EXPECT_EQ(Cell("Ash", TrackField::album) == way, answer == kYes);
+      EXPECT_NE(Cell("Birch", TrackField::album), way) << "selected only when it was asked";
+      if (way != std::string("the end")) continue;
+      EXPECT_FALSE(window_->isVisible());
+      Start();
+    }
+  }
+}
+
+TEST_F(EditingWindow, TextsForManyThatCannotBeSavedKeepTheirRows) {
+  Click("Ash");
+  Click("Cedar", Qt::ControlModifier);
+  Type("txtYearSave", "soon");
+  const std::string year = "Tunemeadow: Year is not a number!";
+  BoxAnswers answers{kOkay, kYes, kOkay};
+  Click("Birch");
+  EXPECT_THAT(answers.seen, ElementsAre(year));
+  EXPECT_EQ(Bench().ListView1.SelectedCount(), 2U);
+  Action("mnuSuchen").trigger();
+  EXPECT_THAT(answers.seen, ElementsAre(year, "Save: Save your changes?", year));
+  EXPECT_EQ(Bench().ListView1.SelectedCount(), 2U);
+  EXPECT_EQ(Save().text() + Shown("txtYearSave").c_str(), "&Save allsoon");
+  Bench().details.many = {};
 }
 
 TEST_F(EditingWindow, APlaylistInViewOffersNoSaveForMany) {

@@ -191,6 +191,43 @@ TEST_F(Details, SeveralRowsAreNotAskedFor) {
   EXPECT_TRUE(details_.DetailsChanged);
 }
 
+TEST_F(Details, AnotherSelectionBeginsAnewWithOneOfItsOwnRows) {
+  Fill({"/nowhere/a.mp3", "/nowhere/b.mp3", "/nowhere/c.mp3"});
+  for (const std::size_t row : {0U, 1U}) {
+    bench_.ListView1.SetCell(row, TrackField::album, "the same");
+    bench_.ListView1.SetCell(row, TrackField::url, "");
+  }
+  const auto select = [&](std::size_t first, std::size_t last) {
+    bench_.ListView1.ClearSelection();
+    bench_.ListView1.SetSelected(first, last, true);
+    ListView1_ItemClick(bench_, last);
+  };
+  const auto tick = [&] {
+    details_.chosen[IndexOf(TrackField::album)] = true;
+    details_.texts[TrackField::album] = "for many";
+  };
+  const auto state = [&] {
+    return std::to_string(details_.uid) + details_.texts[TrackField::album] +
+           (details_.chosen[IndexOf(TrackField::album)] ? " ticked" : "") +
+           (details_.many.differs[IndexOf(TrackField::album)] ? " differs" : "");
+  };
+  Click(2);
+  select(0, 1);
+  EXPECT_EQ(state(), "100the same") << "the loaded row is not among them";
+  EXPECT_TRUE(details_.many.differs[IndexOf(TrackField::Artist)]);
+  EXPECT_FALSE(details_.many.differs[IndexOf(TrackField::url)]);
+  tick();
+  select(0, 1);
+  EXPECT_EQ(state(), "100for many ticked") << "the same rows";
+  select(0, 2);
+  EXPECT_EQ(state(), "100the same differs");
+  tick();
+  bench_.ListView1.ClearSelection();
+  EndModeForMany(bench_);
+  EXPECT_FALSE(details_.save_all);
+  EXPECT_EQ(state(), "100the same");
+}
+
 TEST_F(Details, TheLyrics3BlockIsThatOfTheFileAlone) {
   const std::string with =
       folder_.Write("with.mp3", Mp3File().Frames(3).Lyrics3({{"LYR", "la la"}}).Id3v1({}).Build());

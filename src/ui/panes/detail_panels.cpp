@@ -24,6 +24,11 @@ namespace {
 
 constexpr qsizetype kLongText = 30;  // characters from which a line needs a tool tip
 
+// The mark of a field whose values differ among the selected tracks: "not equal".
+constexpr QChar kDiffers(0x2260);
+constexpr QLatin1String kDifferingTip(". The selected tracks have different values.");
+constexpr QLatin1String kDifferingName(" (their values differ)");
+
 template <typename Form>
 void AddDetailPanel(QStackedWidget& stack, Form& form, const char* name) {
   auto* panel = new QWidget(&stack);
@@ -119,8 +124,9 @@ void DetailPanels::BindFirst() {
   Bind(TrackField::location, first_->txtLocationSave);
   Bind(TrackField::Comment, first_->txtCommentSave);
   BindBigger(first_->cmdBigger_txtCommentSave, first_->txtCommentSave);
-  checked_[0] = {.line = first_->txtTracknumber, .check = &CheckTracknumber};
-  checked_[1] = {.line = first_->txtYearSave, .check = &CheckYear};
+  checked_[0] = {
+      .line = first_->txtTracknumber, .field = TrackField::trackno, .check = &CheckTracknumber};
+  checked_[1] = {.line = first_->txtYearSave, .field = TrackField::year, .check = &CheckYear};
 }
 
 void DetailPanels::BindSecondAndThird() {
@@ -140,22 +146,23 @@ void DetailPanels::BindSecondAndThird() {
 }
 
 void DetailPanels::BindBoxes() {
-  boxes_ = {{first_->chkAlbum, TrackField::album},
-            {first_->chkGenre, TrackField::genrereal},
-            {first_->chkInterpret, TrackField::Artist},
-            {first_->chkYear, TrackField::year},
-            {second_->chkSituation, TrackField::Situation},
-            {second_->chkPreference, TrackField::preference},
-            {second_->chkTempo, TrackField::tempo},
-            {second_->chkMood, TrackField::Mood}};
+  const auto add = [this](QCheckBox* box, TrackField field) {
+    boxes_.push_back({box, field, box->toolTip(), box->accessibleName()});
+    connect(box, &QCheckBox::toggled, this,
+            [this, place = IndexOf(field)](bool on) { editor_.chosen[place] = on; });
+  };
+  add(first_->chkAlbum, TrackField::album);
+  add(first_->chkGenre, TrackField::genrereal);
+  add(first_->chkInterpret, TrackField::Artist);
+  add(first_->chkYear, TrackField::year);
+  add(second_->chkSituation, TrackField::Situation);
+  add(second_->chkPreference, TrackField::preference);
+  add(second_->chkTempo, TrackField::tempo);
+  add(second_->chkMood, TrackField::Mood);
   std::size_t extra = 0;
   for (QCheckBox* box : {third_->chkDetail3_0, third_->chkDetail3_1, third_->chkDetail3_2,
                          third_->chkDetail3_3, third_->chkDetail3_4}) {
-    boxes_.emplace_back(box, ExtraField(extra++));
-  }
-  for (const auto& [box, field] : boxes_) {
-    connect(box, &QCheckBox::toggled, this,
-            [this, place = IndexOf(field)](bool on) { editor_.chosen[place] = on; });
+    add(box, ExtraField(extra++));
   }
 }
 
@@ -170,7 +177,7 @@ void DetailPanels::Show() {
   for (Field& field : fields_) ShowText(field);
   ShowBoxes();
   EnableFields();
-  if (editor_.save_all || editor_.DetailsChanged) return;
+  if (editor_.DetailsChanged || HasTextsForMany(editor_)) return;
   for (CheckedField& field : checked_) field.changed = false;
 }
 
@@ -188,8 +195,12 @@ void DetailPanels::ShowText(Field& field) {
 }
 
 void DetailPanels::ShowBoxes() {
-  for (const auto& [box, field] : boxes_) {
+  for (const auto& [box, field, tip, name] : boxes_) {
+    const bool differs = editor_.save_all && editor_.many.differs[IndexOf(field)];
     box->setChecked(editor_.chosen[IndexOf(field)]);
+    box->setText(differs ? QString(kDiffers) : QString());
+    box->setToolTip(differs ? tip + kDifferingTip : tip);
+    box->setAccessibleName(differs ? name + kDifferingName : name);
     box->setVisible(editor_.save_all);
   }
 }

@@ -39,7 +39,8 @@ class DetailPanels : public QStackedWidget {
   ~DetailPanels() override;
 
   /// Shows the editor: its texts, which fields take input, and with several rows selected the boxes
-  /// that choose the fields to be written. A control is touched only where its text differs, and
+  /// that choose the fields to be written, with a mark where the rows' values differ. Whoever edits
+  /// such a field ticks its box. A control is touched only where its text differs, and
   /// nothing of this counts as a change.
   void Show();
 
@@ -80,8 +81,16 @@ class DetailPanels : public QStackedWidget {
   /// A field that is looked at when it loses the focus.
   struct CheckedField {
     QLineEdit* line = nullptr;
+    TrackField field = TrackField::uid;
     std::optional<MessageBox> (*check)(std::string_view text) = nullptr;
     bool changed = false;  ///< by the person, since the record was loaded
+  };
+
+  /// A box that chooses a field for many tracks, and its words where their values do not differ.
+  struct Box {
+    QCheckBox* box = nullptr;
+    TrackField field;
+    QString tip, name;
   };
 
   void BindFirst();
@@ -97,6 +106,7 @@ class DetailPanels : public QStackedWidget {
   void ShowBoxes();
   void EnableFields();
   void Changed(Field& field);
+  void ChangedForMany(TrackField field);
   void OpenBigger(QPlainTextEdit& field);
   void CheckLeftFields();
   [[nodiscard]] bool Stands(const CheckedField& field);
@@ -108,7 +118,7 @@ class DetailPanels : public QStackedWidget {
   std::unique_ptr<Ui::picDetails3> third_;
   std::vector<Field> fields_;
   std::vector<QWidget*> biggers_;
-  std::vector<std::pair<QCheckBox*, TrackField>> boxes_;
+  std::vector<Box> boxes_;
   std::array<CheckedField, 2> checked_;
   QTimer leave_timer_;
   bool showing_ = false;   ///< texts are being set by the program

@@ -93,9 +93,18 @@ void DetailPanels::Changed(Field& field) {
   editor_.texts[field.field] = FromQt(text);
   for (CheckedField& checked : checked_) checked.changed |= checked.line == field.control;
   // What is typed for many tracks is no change of the one that was loaded before them.
-  if (editor_.save_all || !editor_.enabled) return;
+  if (editor_.save_all) return ChangedForMany(field.field);
+  if (!editor_.enabled) return;
   editor_.DetailsChanged = true;
   editor_.DetailsKeyed = true;  // pasted and chosen texts are a person's changes as well
+}
+
+void DetailPanels::ChangedForMany(TrackField field) {
+  for (const Box& each : boxes_) {
+    if (each.field != field) continue;
+    editor_.many.typed[IndexOf(field)] = true;
+    each.box->setChecked(true);
+  }
 }
 
 bool DetailPanels::eventFilter(QObject* watched, QEvent* event) {
@@ -130,6 +139,7 @@ bool DetailPanels::FieldsStand() {
 
 bool DetailPanels::Stands(const CheckedField& field) {
   if (!field.changed || !field.line->isEnabled()) return true;
+  if (editor_.save_all && !editor_.chosen[IndexOf(field.field)]) return true;
   const auto box = field.check(FromQt(field.line->text()));
   if (!box) return true;
   const QScopedValueRollback once(checking_, true);

@@ -205,7 +205,11 @@ void ResultView::Announce(bool always) {
   untold_ = false;
   focus_is_chosen_ = true;
   // A click beside the rows only takes the selection away: nobody clicked the focused row.
-  if (list_.SelectedCount() == 0 || !currentIndex().isValid()) return;
+  if (list_.SelectedCount() == 0) {
+    emit SelectionTakenAway();
+    return;
+  }
+  if (!currentIndex().isValid()) return;
   int row = currentIndex().row();
   // Ctrl may have taken the focused row out of the selection, or moved the focus alone.
   if (list_.SelectedCount() == 1 && !list_.IsSelected(static_cast<std::size_t>(row))) {

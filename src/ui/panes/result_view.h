@@ -91,6 +91,7 @@ class ResultView : public QTreeView, public RowSource {
   /// go, or has pressed Enter, Space, Home or End on it. The list tells how many rows are selected;
   /// where it is one, that is the row.
   void ItemClicked(int row);
+  void SelectionTakenAway();  ///< the same, where no row is selected any more
   void ItemDoubleClicked(int row);
   void ReturnPressed();
   void DeletePressed();  ///< Delete without a modifier

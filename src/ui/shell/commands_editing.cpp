@@ -52,8 +52,8 @@ bool MayBecomeMany(Workbench& bench) {
 void ShowRecord(CommandContext& context, std::size_t row) {
   Workbench& bench = context.bench;
   DetailEditor& details = bench.details;
-  if (!details.save_all &&
-      (!context.windows.detail_panels->FieldsStand() || !MayBecomeMany(bench))) {
+  if (!context.windows.detail_panels->FieldsStand() ||
+      (!details.save_all && !MayBecomeMany(bench))) {
     KeepLoadedRecord(bench);
     return;
   }
@@ -115,6 +115,7 @@ constexpr std::array kEditingCommands{
                .caption = "",
                .run = LeafThrough<1>,
                .button = "cmdItemBlaetter_1"},
+    CommandRow{.name = "ListView1_NoItem", .caption = "", .run = EditSelection<EndModeForMany>},
     CommandRow{.name = "cmdAddpic", .caption = "", .run = AddPicture, .button = "cmdAddpic"},
     CommandRow{.name = "cmdSavePic",
                .caption = "",

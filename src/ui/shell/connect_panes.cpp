@@ -92,6 +92,7 @@ void ConnectList(ResultView& view, CommandContext& context) {
     Run(kRowChosen, context, static_cast<std::size_t>(row));
     context.windows.ShowOrderPlace(context.bench);
   });
+  RunOn(&view, &ResultView::SelectionTakenAway, "ListView1_NoItem", context);
   RunOn(&view, &ResultView::ItemDoubleClicked, "mnuPlay", context);
   RunOn(&view, &ResultView::EscapePressed, "mnuShowLibrary", context);
   view.SetHint([&context] { return EmptyListHint(context.bench); });

@@ -60,7 +60,7 @@ frmStart::frmStart(Session& session, World& world)
   bench_.watcher = this;
   bench_.save_details = [this](Workbench& bench) {
     if (!windows_.detail_panels->FieldsStand()) return;
-    RunAndTell(interaction_, [&bench] { cmdSpeichern_Click(bench); });
+    RunAndTell(interaction_, [&bench] { SaveChanges(bench); });
   };
   BuildStatusBar();
   BuildPanes();
