@@ -6,6 +6,7 @@
 
 #include "core/numbers.h"
 #include "core/paths.h"
+#include "files/file_facts.h"
 #include "run/catalogue.h"
 #include "store/backup.h"
 #include "store/compact_copy.h"
@@ -14,23 +15,25 @@
 namespace tunemeadow {
 namespace {
 
+using Origin = std::optional<FileOrigin>;
+
 constexpr std::string_view kCareSection = "CARE";
 
 /// The last care of a catalogue. Nothing in it can mislead: what is not the bytes that it tells of
 /// is cared for again.
 struct CareRecord {
-  std::optional<FileOrigin> compacted;  ///< the catalogue that the last compact copy has become
-  std::optional<FileOrigin> backed_up;  ///< the catalogue that the backup holds
-  std::optional<FileOrigin> backup;     ///< the backup itself
+  Origin compacted;  ///< the catalogue that the last compact copy has become
+  Origin backed_up;  ///< the catalogue that the backup holds
+  Origin backup;     ///< the backup itself
   bool operator==(const CareRecord&) const = default;
 };
 
-std::string OriginText(const std::optional<FileOrigin>& origin) {
+std::string OriginText(const Origin& origin) {
   if (!origin) return {};
   return std::to_string(origin->bytes) + " " + std::to_string(origin->checksum);
 }
 
-std::optional<FileOrigin> OriginOfText(std::string_view text) {
+Origin OriginOfText(std::string_view text) {
   const std::size_t blank = text.find(' ');
   if (blank == std::string_view::npos) return std::nullopt;
   const auto bytes = ParseWhole(text.substr(0, blank));
@@ -52,13 +55,22 @@ void WriteRecord(cINI& ini, const CareRecord& record) {
                                  {"Backup", OriginText(record.backup)}});
 }
 
-/// The copy holds the same rows: a backup of the catalogue from before is one of it.
-void TakeOver(Workbench& bench, CareRecord& record) {
+/// Takes over what the tool left; the origin of the catalogue afterwards. The copy holds the same
+/// rows: a backup of the catalogue from before is one of it.
+Origin TakeOver(Workbench& bench, CareRecord& record, const Origin& catalogue) {
   const Session& session = bench.session;
-  const auto taken = TakeOverCompactCopy(session.preferences.lblConfigDB, session.program_folder);
-  if (!taken || !taken->before) return;
+  if (catalogue && RemoveUselessCopy(*catalogue, session.program_folder)) {
+    record.compacted = catalogue;
+    return catalogue;
+  }
+  bench.interaction.ShowLoading("Compacting the database...");
+  const std::string& database = session.preferences.lblConfigDB;
+  const auto taken = TakeOverCompactCopy(database, session.program_folder);
+  if (!taken) return catalogue;
+  if (!taken->before) return OriginOfCatalogue(database);
   if (record.backed_up == taken->before) record.backed_up = taken->after;
   record.compacted = taken->after;
+  return taken->after;
 }
 
 void Repair(Workbench& bench, StartWindow& window, const std::string& shipped_folder) {
@@ -67,7 +79,7 @@ void Repair(Workbench& bench, StartWindow& window, const std::string& shipped_fo
   window.DisableRepair();
 }
 
-void BackUp(Workbench& bench, CareRecord& record, const std::optional<FileOrigin>& catalogue) {
+void BackUp(Workbench& bench, CareRecord& record, const Origin& catalogue) {
   const Session& session = bench.session;
   const std::string backup = JoinPath(session.program_folder, kBackupName);
   if (catalogue && record.backed_up == catalogue && record.backup &&
@@ -96,10 +108,12 @@ void CareForCatalogue(Workbench& bench, StartWindow& window, const std::string& 
   if (wanted.lblConfigDB == kOtherDatabase || !(wanted.chkRepair || wanted.chkBackup)) return;
   const CareRecord before = ReadRecord(session.ini);
   CareRecord record = before;
+  Origin catalogue = OriginOfCatalogue(wanted.lblConfigDB);
   // What the tool left at the start before is taken over first: the tool that starts now writes to
   // the same name.
-  if (wanted.chkRepair) TakeOver(bench, record);
-  const std::optional<FileOrigin> catalogue = OriginOfCatalogue(wanted.lblConfigDB);
+  if (wanted.chkRepair && MyFileExists(JoinPath(session.program_folder, "compact.mdb"))) {
+    catalogue = TakeOver(bench, record, catalogue);
+  }
   if (wanted.chkRepair && (!catalogue || record.compacted != catalogue)) {
     Repair(bench, window, shipped_folder);
   }

@@ -11,6 +11,7 @@
 #include "platform/player_detection.h"
 #include "run/catalogue.h"
 #include "views/quick_search.h"
+#include "views/search_items.h"
 
 namespace tunemeadow {
 namespace {
@@ -87,7 +88,8 @@ bool OpenCatalogue(Workbench& bench, StartWindow& window) {
 void LoadData(Workbench& bench) {
   Session& session = bench.session;
   CheckDatabase(session.connection, bench.interaction);
-  RefreshAllSearchitems(bench);
+  // The first search reads every track: the lists can be filled from its rows.
+  if (!session.preferences.chkAlleEinlesen) RefreshAllSearchitems(bench);
   if (session.first_run) {
     RefreshDemonstrationRow(session, JoinPath(session.program_folder, "monster.mp3"));
   }
@@ -102,6 +104,12 @@ void FillList(Workbench& bench) {
     bench.tree.selected = {NodeKind::kRoot, "MYMP3S", {}};
   }
   UpdateTrackCount(bench);
+  if (!bench.session.preferences.chkAlleEinlesen) return;
+  if (static_cast<std::int64_t>(bench.ListView1.RowCount()) == bench.session.track_count) {
+    TakeSearchitemsOfList(bench);
+  } else {
+    RefreshAllSearchitems(bench);
+  }
 }
 
 void WelcomePerson(Workbench& bench, StartWindow& window) {

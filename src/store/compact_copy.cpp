@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -174,6 +175,12 @@ void RemoveStoreFile(const std::string& path) {
   for (const char* end : {"", "-wal", "-shm", "-journal"}) unlink((path + end).c_str());
 }
 
+std::string CompactCopyOf(const std::string& program_folder) {
+  return JoinPath(program_folder, "compact.mdb");
+}
+
+constexpr std::int64_t kLeastGain = 20;  ///< a copy must save the twentieth part of the catalogue
+
 std::string RealPath(const std::string& path) {
   const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
                                                          &std::free);
@@ -207,9 +214,22 @@ std::string MakeCompactCopy(const std::string& source, const std::string& output
   return failure;
 }
 
+bool RemoveUselessCopy(const FileOrigin& catalogue, const std::string& program_folder) {
+  const std::string compact = CompactCopyOf(program_folder);
+  {
+    struct stat status {};
+    if (stat(compact.c_str(), &status) != 0) return false;
+    if (catalogue.bytes - status.st_size > catalogue.bytes / kLeastGain) return false;
+    const StoreHandle store = OpenSoundStore(compact);
+    if (store == nullptr || RecordedOrigin(store.get()) != catalogue) return false;
+  }
+  RemoveStoreFile(compact);
+  return true;
+}
+
 std::optional<TakenOver> TakeOverCompactCopy(const std::string& database_path,
                                              const std::string& program_folder) {
-  const std::string compact = JoinPath(program_folder, "compact.mdb");
+  const std::string compact = CompactCopyOf(program_folder);
   const std::string catalogue = RealPath(database_path);
   if (!MyFileExists(compact) || catalogue.empty() || SameFile(compact, catalogue))
     return std::nullopt;

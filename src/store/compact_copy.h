@@ -22,6 +22,12 @@ namespace tunemeadow {
 /// meanwhile.
 [[nodiscard]] std::string MakeCompactCopy(const std::string& source, const std::string& output);
 
+/// Takes `compact.mdb` of the program's folder away where it is hardly smaller than the catalogue
+/// of these bytes, which it was made from: to put it in place would cost more than it saves. True
+/// if so; any other copy stays.
+[[nodiscard]] bool RemoveUselessCopy(const FileOrigin& catalogue,
+                                     const std::string& program_folder);
+
 /// A catalogue before and after a compact copy was put in its place: other bytes, the same rows.
 struct TakenOver {
   std::optional<FileOrigin> before;  ///< nullopt for a copy from elsewhere, of other rows

@@ -2,6 +2,7 @@
 #include "views/search_items.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <utility>
@@ -9,6 +10,7 @@
 #include "audio/genres.h"
 #include "core/text.h"
 #include "store/database.h"
+#include "tracks/track_fields.h"
 #include "views/paint_while_working.h"
 #include "views/sort_keys.h"
 #include "views/workbench.h"
@@ -85,6 +87,16 @@ class DistinctTexts {
   std::string_view last_;
 };
 
+/// Fills the lists from the texts that `cell(row, list)` gives, which live as long as this takes.
+template <typename Cell>
+void FillFrom(std::size_t rows, SearchItems& items, Cell cell) {
+  std::array<DistinctTexts, std::tuple_size_v<decltype(items.lists)>> distinct;
+  for (std::size_t row = 0; row < rows; ++row) {
+    for (std::size_t i = 0; i < distinct.size(); ++i) distinct[i].Add(cell(row, i));
+  }
+  for (std::size_t i = 0; i < distinct.size(); ++i) items.lists[i].values = distinct[i].Sorted();
+}
+
 /// One pass over the tracks for all lists: nine statements would walk them nine times. Throws
 /// DatabaseError, lists unchanged.
 void FillInOnePass(Session& session, SearchItems& items) {
@@ -94,13 +106,8 @@ void FillInOnePass(Session& session, SearchItems& items) {
   }
   statement += " FROM mp3stabelle";
   const CellTable rows = session.connection.Execute(statement).GetRows();
-  std::array<DistinctTexts, std::tuple_size_v<decltype(items.lists)>> distinct;
-  for (std::size_t row = 0; row < rows.RowCount(); ++row) {
-    for (std::size_t column = 0; column < distinct.size(); ++column) {
-      distinct[column].Add(rows.Cell(row, column));
-    }
-  }
-  for (std::size_t i = 0; i < distinct.size(); ++i) items.lists[i].values = distinct[i].Sorted();
+  FillFrom(rows.RowCount(), items,
+           [&rows](std::size_t row, std::size_t list) { return rows.Cell(row, list); });
 }
 
 /// The list by its own statement; empty where that fails.
@@ -121,6 +128,12 @@ std::vector<std::string> WithoutTableGenres(const std::vector<std::string>& genr
     if (GenreNumberFromName(genre) == kNoGenre) further.push_back(genre);
   }
   return further;
+}
+
+void ShowItems(Workbench& bench) {
+  SearchItems& items = bench.search_items;
+  items.further_genres = WithoutTableGenres(items.lists[kGenreList].values);
+  bench.Watcher().SearchItemsChanged();
 }
 
 }  // namespace
@@ -150,8 +163,19 @@ void RefreshAllSearchitems(Workbench& bench) {
   } catch (const DatabaseError&) {
     for (SearchItemList& list : items.lists) FillAlone(bench.session, list);
   }
-  items.further_genres = WithoutTableGenres(items.lists[kGenreList].values);
-  bench.Watcher().SearchItemsChanged();
+  ShowItems(bench);
+}
+
+void TakeSearchitemsOfList(Workbench& bench) {
+  constexpr std::array kFields = {
+      TrackField::Artist,     TrackField::year,      TrackField::Songname,
+      TrackField::album,      TrackField::genrereal, TrackField::Situation,
+      TrackField::preference, TrackField::Mood,      TrackField::tempo};
+  static_assert(kFields.size() == std::tuple_size_v<decltype(SearchItems::lists)>);
+  const ResultList& list = bench.ListView1;
+  FillFrom(list.RowCount(), bench.search_items,
+           [&](std::size_t row, std::size_t i) { return list.Cell(row, kFields[i]); });
+  ShowItems(bench);
 }
 
 }  // namespace tunemeadow

@@ -36,4 +36,7 @@ struct SearchItems {
 /// be read is empty.
 void RefreshAllSearchitems(Workbench& bench);
 
+/// The same from the library's list, which must hold every track: nothing is read twice.
+void TakeSearchitemsOfList(Workbench& bench);
+
 }  // namespace tunemeadow

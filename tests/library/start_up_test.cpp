@@ -52,10 +52,14 @@ class StartUpTest : public testing::Test, public StartWindow {
                        [&](const std::string& taken) { return taken.starts_with(step); });
   }
 
-  void WriteARow(const char* name = "mp3s.mdb") {
+  void RunOn(const char* name, const std::string& statement) {
     Connection connection;
     connection.Open(folder_.Path(name));
-    connection.Execute("update mp3sTabelle set Comment=Comment & 'x'");
+    connection.Execute(statement);
+  }
+
+  void WriteARow(const char* name = "mp3s.mdb") {
+    RunOn(name, "update mp3sTabelle set Comment=Comment & 'x'");
   }
 
   /// What the program's folder and the connection are like by now.
@@ -111,9 +115,9 @@ TEST_F(StartUpTest, TheOldCopyIsRemovedBeforeTheToolStartsAndTheBackupIsMadeBefo
   ASSERT_TRUE(Start());
   EXPECT_THAT(steps_,
               ElementsAre("Loading Properties...", "properties, copy", "lists",
-                          "Loading Database...", "repair tool", "Backing up the database...",
-                          "Loading Database...", "Loading Genres...", "genres, backup, open",
-                          "Loading Data...", "loaded", "window"));
+                          "Loading Database...", "Compacting the database...", "repair tool",
+                          "Backing up the database...", "Loading Database...", "Loading Genres...",
+                          "genres, backup, open", "Loading Data...", "loaded", "window"));
   EXPECT_EQ(bench_.ListView1.RowCount(), 1U);
   EXPECT_EQ(session_.track_count, 1);
   EXPECT_EQ(person_.Status(), "Ready.");
@@ -125,6 +129,14 @@ TEST_F(StartUpTest, WhatNobodyHasWrittenToIsNeitherCompactedNorBackedUpAgain) {
     bytes[bytes.size() / 2] ^= 1;
     folder_.Write(name, bytes);
   };
+  const auto make_copy = [this] {
+    ASSERT_EQ(MakeCompactCopy(catalogue_, folder_.Path("compact.mdb")), "");
+  };
+  const auto grow_and_shrink = [this] {
+    RunOn("mp3s.mdb",
+          "insert into playlists (Playlist) values ('" + std::string(90000, 'x') + "')");
+    RunOn("mp3s.mdb", "delete from playlists");
+  };
   const struct {
     const char* what;
     std::function<void()> before;
@@ -132,9 +144,10 @@ TEST_F(StartUpTest, WhatNobodyHasWrittenToIsNeitherCompactedNorBackedUpAgain) {
   } starts[] = {
       {"the first start", [] {}, true, true},
       {"the tool left nothing", [] {}, true, false},
-      {"its copy is taken over; the backup holds the same rows",
-       [this] { ASSERT_EQ(MakeCompactCopy(catalogue_, folder_.Path("compact.mdb")), ""); }, false,
-       false},
+      {"its copy would save nothing and goes", make_copy, false, false},
+      {"nothing written", [] {}, false, false},
+      {"much written and deleted", grow_and_shrink, true, true},
+      {"its copy is taken over; the backup holds the same rows", make_copy, false, false},
       {"nothing written", [] {}, false, false},
       {"a row written", [this] { WriteARow(); }, true, true},
       {"the backup has gone", [this] { fs::remove(folder_.Path("mp3s.bak")); }, true, true},
