@@ -11,12 +11,19 @@ bool AreMet(Needs needs, const Workbench& bench) noexcept {
   if (needs == Needs::kNothing) return true;
   if (needs == Needs::kLibraryInView) return !bench.playlist_in_view;
   if (needs == Needs::kLibraryAway) return LibraryIsAway(bench);
+  const NodeKind node = bench.tree.selected.kind;
+  if (needs == Needs::kPlaylistNode) return node == NodeKind::kPlaylist;
+  if (needs == Needs::kArchiveNode) {
+    return node == NodeKind::kArchive || node == NodeKind::kArchiveFolder;
+  }
   const ResultList& list = bench.playlist_in_view ? bench.ListView3 : bench.ListView1;
   if (list.SelectedCount() == 0) return false;
   switch (needs) {
     case Needs::kNothing:
     case Needs::kLibraryInView:
     case Needs::kLibraryAway:
+    case Needs::kPlaylistNode:
+    case Needs::kArchiveNode:
     case Needs::kSelection:
       return true;
     case Needs::kAppendingPlayer:

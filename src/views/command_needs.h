@@ -16,6 +16,8 @@ enum class Needs {
   kPlaylist,         ///< and a playlist that is there already
   kPlaylistRows,     ///< rows of the open playlist
   kLibraryRows,      ///< rows of the library: of no playlist and of no archive
+  kPlaylistNode,     ///< no rows, but the node of a playlist selected in the tree
+  kArchiveNode,      ///< likewise of an archive, or of a folder of one
 };
 
 [[nodiscard]] bool AreMet(Needs needs, const Workbench& bench) noexcept;

@@ -30,6 +30,7 @@ struct ScriptedWorld : ProcessStarter,
   // The script.
   std::function<void()> before_start;
   bool starts = true;
+  bool opens = true;
   bool throws = false;
   int finds_until_there = 0;  ///< so often is a player looked for in vain
   std::string associated;     ///< the command for MP3 files
@@ -59,7 +60,7 @@ struct ScriptedWorld : ProcessStarter,
   }
   bool Open(const std::string& path_or_url) override {
     log.push_back("open " + path_or_url);
-    return true;
+    return opens;
   }
   std::string Find(const std::string& /*player*/) override {
     return finds++ < finds_until_there ? "" : "window";

@@ -90,7 +90,7 @@ TEST_F(Dialogs, EveryControlHasAMnemonicOfItsOwnAndANameForAScreenReader) {
   }
   frmImport import(session_, person_, world_);
   frmStartInfos welcome(session_);
-  frmConfigureColumns columns(session_, world_, StandardColumnLayout());
+  frmConfigureColumns columns(session_, world_, person_, StandardColumnLayout());
   frmEditor editor;
   frmLoading loading(session_);
   for (QWidget* window :
@@ -177,7 +177,7 @@ TEST_F(Dialogs, TheEditorOpensOverItsWindowAndGivesTheTextBackOnOkOnly) {
 TEST_F(Dialogs, ColumnsAreHiddenAndShownAlsoWhenTheListIsSorted) {
   ColumnLayout layout = StandardColumnLayout();
   layout[4].width = 0;  // Quality
-  frmConfigureColumns window(session_, world_, layout);
+  frmConfigureColumns window(session_, world_, person_, layout);
   auto& list = Find<QTreeWidget>(window, "ListView1");
   ASSERT_EQ(list.topLevelItemCount(), 30);
   EXPECT_EQ(list.topLevelItem(0)->text(0), "UID");
@@ -197,6 +197,10 @@ TEST_F(Dialogs, ColumnsAreHiddenAndShownAlsoWhenTheListIsSorted) {
   folder_.Write("help/configurecolumns.html");
   Press(window, "cmdHelp");
   EXPECT_EQ(world_.log.size(), 1U);
+  world_.opens = false;
+  person_.WillAnswer(Answer::kOk);
+  Press(window, "cmdHelp");
+  EXPECT_THAT(person_.BoxTexts().back(), testing::EndsWith("/help/configurecolumns.html"));
   Press(window, "cmdOK");
   EXPECT_EQ(window.result(), QDialog::Accepted);
   for (std::size_t column = 0; column < kListColumns; ++column) {
@@ -207,7 +211,7 @@ TEST_F(Dialogs, ColumnsAreHiddenAndShownAlsoWhenTheListIsSorted) {
 TEST_F(Dialogs, ColumnsThatAreAllHiddenCanBeCheckedAgain) {
   ColumnLayout layout = StandardColumnLayout();
   for (ColumnPlace& place : layout) place.width = 0;
-  frmConfigureColumns window(session_, world_, layout);
+  frmConfigureColumns window(session_, world_, person_, layout);
   EXPECT_EQ(Find<QAbstractButton>(window, "cmdCheck").text(), "Check &all");
   Press(window, "cmdCheck");
   Press(window, "cmdOK");

@@ -177,8 +177,11 @@ void SearchPanels::ShowNameCombos(bool shown) {
 }
 
 void SearchPanels::FocusFirst() {
-  first_->cboSongname->setFocus();
-  first_->cboSongname->lineEdit()->selectAll();
+  const std::array<QLineEdit*, 3> first = {first_->cboSongname->lineEdit(),
+                                           second_->cboSituation->lineEdit(), third_->txtSearch3_0};
+  QLineEdit* const line = first[static_cast<std::size_t>(currentIndex())];
+  line->setFocus();
+  line->selectAll();
 }
 
 }  // namespace tunemeadow

@@ -42,7 +42,8 @@ class SearchPanels : public QStackedWidget {
   /// types while they are hidden empties them: what is out of sight must not narrow a search.
   void ShowNameCombos(bool shown);
 
-  /// Focus on cboSongname with its text selected.
+  /// Focus on the first field of the panel in view, its text selected; on panel 1 that is
+  /// cboSongname.
   void FocusFirst();
 
  signals:

@@ -137,6 +137,8 @@ void TreePane::SetArchivesTakeRows(std::function<bool()> rule) {
   tree_->SetArchivesTakeRows(std::move(rule));
 }
 
+void TreePane::FocusTree() { tree_->setFocus(Qt::ShortcutFocusReason); }
+
 void TreePane::ShowKind() {
   const QSignalBlocker quiet(selector_);
   selector_->setCurrentIndex(static_cast<int>(data_.kind));

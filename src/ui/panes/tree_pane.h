@@ -34,6 +34,8 @@ class TreePane : public QWidget {
   /// The rule of LibraryTree for rows over an archive.
   void SetArchivesTakeRows(std::function<bool()> rule);
 
+  void FocusTree();
+
   /// The kind of the tree in cboTreeSelector, without a signal.
   void ShowKind();
 

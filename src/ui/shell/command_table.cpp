@@ -11,7 +11,7 @@ const std::vector<const CommandRow*>& AllCommands() {
   static const std::vector<const CommandRow*> all = [] {
     std::vector<const CommandRow*> rows;
     for (const auto& commands : {LibraryCommands(), EditingCommands(), ViewCommands(),
-                                 PlaybackCommands(), NetCommands()}) {
+                                 PlaybackCommands(), NetCommands(), FocusCommands()}) {
       for (const CommandRow& row : commands) rows.push_back(&row);
     }
     return rows;

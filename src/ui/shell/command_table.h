@@ -34,6 +34,7 @@ enum class Menu {
   kRemoveTags,
   kSearch,
   kView,
+  kSortBy,
   kPlay,
   kPlaylists,
   kTools,
@@ -87,6 +88,7 @@ struct Gesture {
 [[nodiscard]] std::span<const CommandRow> ViewCommands();
 [[nodiscard]] std::span<const CommandRow> PlaybackCommands();
 [[nodiscard]] std::span<const CommandRow> NetCommands();
+[[nodiscard]] std::span<const CommandRow> FocusCommands();
 
 /// All of them. The rows live as long as the program.
 [[nodiscard]] const std::vector<const CommandRow*>& AllCommands();

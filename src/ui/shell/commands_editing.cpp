@@ -38,7 +38,8 @@ void AddPicture(CommandContext& context) {
 }
 
 void ShowSavingHelp(CommandContext& context) {
-  OpenHelpPage(context.bench.session, "saving.html", context.bench.world.shell);
+  OpenHelpPage(context.bench.session, "saving.html", context.bench.world.shell,
+               context.bench.interaction);
 }
 
 /// What is typed for many must not mix with what was typed for the one before them. False where

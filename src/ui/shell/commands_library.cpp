@@ -26,7 +26,8 @@ void ImportFiles(CommandContext& context, const std::vector<std::string>& paths)
 void ShowPreferences(CommandContext& context) { context.windows.preferences->exec(); }
 
 void ShowHelp(CommandContext& context) {
-  OpenHelpPage(context.bench.session, "index.html", context.bench.world.shell);
+  OpenHelpPage(context.bench.session, "index.html", context.bench.world.shell,
+               context.bench.interaction);
 }
 
 void ShowAbout(CommandContext& context) {

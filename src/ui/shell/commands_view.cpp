@@ -49,8 +49,8 @@ void HideShowTree(CommandContext& context) {
 
 void ConfigureColumns(CommandContext& context) {
   ResultView& list = *context.windows.list_view;
-  frmConfigureColumns dialog(context.bench.session, context.bench.world.shell, list.Layout(),
-                             &context.frame);
+  frmConfigureColumns dialog(context.bench.session, context.bench.world.shell,
+                             context.bench.interaction, list.Layout(), &context.frame);
   if (dialog.exec() == QDialog::Accepted) list.SetLayout(dialog.Layout());
 }
 

@@ -26,6 +26,7 @@
 #include "ui/panes/tree_pane.h"
 #include "ui/shell/command_menus.h"
 #include "ui/shell/connect_panes.h"
+#include "ui/shell/sort_menu.h"
 #include "ui/windows/library/frmPreferences.h"
 
 namespace tunemeadow {
@@ -66,6 +67,7 @@ frmStart::frmStart(Session& session, World& world)
   BuildPanes();
   BuildMenus(*this, context_);
   AddHistoryMenu();
+  ConnectSortMenu(context_);
   ConnectPanes(context_);
   interaction_.SetMainWindow({this, status_label_, progress_bar_});
 }

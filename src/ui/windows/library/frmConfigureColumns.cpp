@@ -33,15 +33,17 @@ const QString& CheckCaption(bool check) {
 }  // namespace
 
 frmConfigureColumns::frmConfigureColumns(const Session& session, ShellOpener& shell,
-                                         const ColumnLayout& layout, QWidget* parent)
+                                         Interaction& interaction, const ColumnLayout& layout,
+                                         QWidget* parent)
     : QDialog(parent), ui_(std::make_unique<Ui::frmConfigureColumns>()), layout_(layout) {
   ui_->setupUi(this);
   FillList();
   connect(ui_->cmdCheck, &QPushButton::clicked, this, &frmConfigureColumns::cmdCheck_Click);
   connect(ui_->cmdOK, &QPushButton::clicked, this, &frmConfigureColumns::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-  connect(ui_->cmdHelp, &QPushButton::clicked, this,
-          [&session, &shell] { OpenHelpPage(session, "configurecolumns.html", shell); });
+  connect(ui_->cmdHelp, &QPushButton::clicked, this, [&session, &shell, &interaction] {
+    OpenHelpPage(session, "configurecolumns.html", shell, interaction);
+  });
   PlaceOverParent(*this);
 }
 

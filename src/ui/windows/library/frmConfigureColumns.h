@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "platform/shell_open.h"
+#include "run/interaction.h"
 #include "run/session.h"
 #include "views/column_layout.h"
 
@@ -19,10 +20,10 @@ class frmConfigureColumns : public QDialog {
   Q_OBJECT
 
  public:
-  /// Shows the columns of `layout`, the visible ones checked. `session` and `shell`, which opens
-  /// the help, must outlive the window.
-  frmConfigureColumns(const Session& session, ShellOpener& shell, const ColumnLayout& layout,
-                      QWidget* parent = nullptr);
+  /// Shows the columns of `layout`, the visible ones checked. `session`, and `shell` and
+  /// `interaction` for the help, must outlive the window.
+  frmConfigureColumns(const Session& session, ShellOpener& shell, Interaction& interaction,
+                      const ColumnLayout& layout, QWidget* parent = nullptr);
   ~frmConfigureColumns() override;
 
   /// The layout after OK: checked columns that were hidden are visible again, those not checked

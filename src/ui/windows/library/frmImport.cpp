@@ -22,10 +22,10 @@ frmImport::frmImport(Session& session, Interaction& interaction, ShellOpener& sh
   connect(ui_->Command1, &QPushButton::clicked, this,
           [this] { ChooseFolderFor(*ui_->lblPreviewPath, interaction_, "Save previews in"); });
   connect(ui_->Command3, &QPushButton::clicked, this,
-          [this, &shell] { OpenHelpPage(session_, "import.html", shell); });
+          [this, &shell] { OpenHelpPage(session_, "import.html", shell, interaction_); });
   connect(ui_->cmdOK, &QPushButton::clicked, this, &frmImport::cmdOK_Click);
   connect(ui_->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
-  (session_.preferences.lblScan.empty() ? ui_->Command2 : ui_->cmdOK)->setFocus();
+  ui_->lblScan->setFocus();
 }
 
 frmImport::~frmImport() = default;

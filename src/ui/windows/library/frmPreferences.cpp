@@ -90,7 +90,7 @@ void frmPreferences::ConnectControls() {
   connect(ui_->encoding.Label16, &QPushButton::clicked, this,
           [this] { OpenWebPage(kEncoderPage, world_.shell); });
   connect(ui_->window.cmdHelp, &QPushButton::clicked, this,
-          [this] { OpenHelpPage(session_, "preferences.html", world_.shell); });
+          [this] { OpenHelpPage(session_, "preferences.html", world_.shell, interaction_); });
   connect(ui_->window.cdmOK, &QPushButton::clicked, this, &frmPreferences::cdmOK_Click);
   connect(ui_->window.cmdCancel, &QPushButton::clicked, this, &frmPreferences::reject);
 }

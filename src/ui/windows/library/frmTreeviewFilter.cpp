@@ -44,8 +44,9 @@ frmTreeviewFilter::frmTreeviewFilter(Workbench& bench, QWidget* parent)
   ui_->TreeView1->setAcceptDrops(false);
   ShowLoading(false);
   connect(ui_->cmdClose, &QPushButton::clicked, this, &frmTreeviewFilter::cmdClose_Click);
-  connect(ui_->cmdHelp, &QPushButton::clicked, this,
-          [this] { OpenHelpPage(bench_.session, "treeviewsearch.html", bench_.world.shell); });
+  connect(ui_->cmdHelp, &QPushButton::clicked, this, [this] {
+    OpenHelpPage(bench_.session, "treeviewsearch.html", bench_.world.shell, bench_.interaction);
+  });
   connect(ui_->TreeView1, &QTreeView::clicked, this, &frmTreeviewFilter::Click);
   connect(ui_->TreeView1, &LibraryTree::EnterPressed, this, &frmTreeviewFilter::Click);
   connect(ui_->TreeView1, &QTreeView::expanded, this, [this](const QModelIndex& index) {
