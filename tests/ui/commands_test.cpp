@@ -196,5 +196,51 @@ TEST_F(Commands, ARefusedStatementIsToldWhereverSilenceIsNotLaidDown) {
   }
 }
 
+TEST_F(Commands, TheKeyboardGoesRoundTheWindowAndSorts) {
+  QApplication::setActiveWindow(&window_);
+  auto calls = Calls();
+  calls["mnuGoToSearch"]();
+  const auto focus = [] { return QApplication::focusWidget(); };
+  const auto is_in = [&](const char* name) {
+    const auto* part = window_.findChild<QWidget*>(name);
+    return focus() != nullptr && (focus() == part || part->isAncestorOf(focus()));
+  };
+  EXPECT_TRUE(is_in("cboSongname"));
+  SetTheScene("");
+  for (const char* part : {"TreeView1", "ListView1", "Frame2", "Frame1", "TreeView1"}) {
+    if (*part == 'T' && !is_in("Frame1")) calls["mnuGoToSearch"]();
+    calls["mnuNextPart"]();
+    EXPECT_TRUE(is_in(part)) << part;
+  }
+  calls["mnuHideShowSearchandDetails"]();
+  for (const char* part : {"ListView1", "TreeView1", "ListView1"}) {
+    calls["mnuNextPart"]();
+    EXPECT_TRUE(is_in(part)) << part;
+  }
+  emit MenuOf(window_, Menu::kView).aboutToShow();
+  const auto columns = MenuOf(window_, Menu::kSortBy).actions();
+  ASSERT_EQ(columns.size(), 30);
+  columns[1]->trigger();
+  EXPECT_EQ(Bench().ListView1.SortColumn(), 1U);
+  emit MenuOf(window_, Menu::kView).aboutToShow();
+  EXPECT_TRUE(MenuOf(window_, Menu::kSortBy).actions()[1]->isChecked());
+}
+
+TEST_F(Commands, ThoseOfTheTreeStandInTheBarWhileTheirNodeIsSelected) {
+  const auto enabled = [&](Menu menu, const char* name) {
+    emit MenuOf(window_, menu).aboutToShow();
+    auto* action = window_.findChild<QAction*>(name);
+    EXPECT_TRUE(MenuOf(window_, menu).actions().contains(action)) << name;
+    return action->isEnabled();
+  };
+  for (const char* scene : {"mnuSuchen", "mnuPlaylistDelete", "mnuItem3CDArchivlöschen"}) {
+    SetTheScene(scene);
+    const NodeKind node = Bench().tree.selected.kind;
+    EXPECT_EQ(enabled(Menu::kPlaylists, "mnuPlaylistUmbenennen"), node == NodeKind::kPlaylist);
+    EXPECT_EQ(enabled(Menu::kTools, "mnuItem3CDArchivlöschen"),
+              node == NodeKind::kArchive || node == NodeKind::kArchiveFolder);
+  }
+}
+
 }  // namespace
 }  // namespace tunemeadow
