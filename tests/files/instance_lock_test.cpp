@@ -2,12 +2,11 @@
 #include "files/instance_lock.h"
 
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <memory>
 
+#include "support/child_process.h"
 #include "support/temp_folder.h"
 
 namespace tunemeadow {
@@ -28,26 +27,12 @@ TEST(InstanceLock, IsHeldByOneOfEachFolderUntilItGoes) {
 
 TEST(InstanceLock, AKilledProcessLeavesNoLock) {
   const TempFolder folder;
-  int ready[2];
-  ASSERT_EQ(pipe(ready), 0);
-  const pid_t child = fork();
-  if (child == 0) {
-    InstanceLock lock(folder.Path());
-    const char held = lock.TryLock() ? 'y' : 'n';
-    if (write(ready[1], &held, 1) == 1) pause();
-    _exit(1);
-  }
-  char held = 0;
-  ASSERT_EQ(read(ready[0], &held, 1), 1);
-  close(ready[0]);
-  close(ready[1]);
-  ASSERT_EQ(held, 'y');
   InstanceLock lock(folder.Path());
+  WaitingChild child([&] { return lock.TryLock(); });
   EXPECT_FALSE(lock.TryLock());
-  EXPECT_EQ(lock.OwnerPid(), child);
-  kill(child, SIGKILL);
-  ASSERT_EQ(waitpid(child, nullptr, 0), child);
-  EXPECT_EQ(lock.OwnerPid(), child) << "the file still names the dead process";
+  EXPECT_EQ(lock.OwnerPid(), child.Id());
+  child.Kill();
+  EXPECT_EQ(lock.OwnerPid(), child.Id()) << "the file still names the dead process";
   EXPECT_TRUE(lock.TryLock());
   EXPECT_EQ(lock.OwnerPid(), getpid());
 }

@@ -3,11 +3,8 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <chrono>
-#include <csignal>
 #include <ctime>
 #include <filesystem>
 #include <string>
@@ -15,6 +12,7 @@
 
 #include "files/journal_log.h"
 #include "files/journaled_file.h"
+#include "support/child_process.h"
 #include "support/temp_folder.h"
 
 namespace tunemeadow {
@@ -45,7 +43,8 @@ struct UndoJournalTest : testing::Test {
   [[nodiscard]] std::string Bytes() const { return folder.Read("music/a.mp3"); }
 
   struct KilledWriter {
-    explicit KilledWriter(const TempFolder& folder) : journal(folder.Path()) {
+    explicit KilledWriter(const TempFolder& folder, const RunIdentity& run = ThisRun())
+        : journal(folder.Path(), run) {
       journal.BeginGroup();
     }
     void Prepare(std::initializer_list<std::string> paths, std::int64_t growth = 0) {
@@ -197,38 +196,22 @@ TEST_F(UndoJournalTest, AfterAPowerCutWhatSomebodyElseHasWrittenStaysButNotWhatA
 }
 
 TEST_F(UndoJournalTest, WhatARunningProcessWritesIsLeftAlone) {
-  int ready[2];
-  ASSERT_EQ(pipe(ready), 0);
-  const pid_t child = fork();
-  if (child == 0) {
-    UndoJournal running(folder.Path());
-    running.BeginGroup();
-    JournaledFile file(running);
-    const bool well = file.Open(path).empty() &&
-                      file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000).empty();
-    if (write(ready[1], well ? "y" : "n", 1) == 1) pause();
-    _exit(1);
-  }
-  char well = 0;
-  ASSERT_EQ(read(ready[0], &well, 1), 1);
-  close(ready[0]);
-  close(ready[1]);
-  ASSERT_EQ(well, 'y');
+  WaitingChild child([&] {
+    auto* const running = new KilledWriter(folder);
+    running->Write(path, {{0, "HEAD"}});
+    return !HasFailure();
+  });
   EXPECT_TRUE(journal.RollBack().empty());
   EXPECT_EQ(Bytes(), "HEAD" + old_bytes.substr(4));
   EXPECT_NE(Rewrite({{0, "x"}}, 100'000), "") << "the file is in use";
-  kill(child, SIGKILL);
-  ASSERT_EQ(waitpid(child, nullptr, 0), child);
+  child.Kill();
   EXPECT_EQ(journal.RollBack().size(), 1U);
   EXPECT_EQ(Bytes(), old_bytes);
 }
 
 TEST_F(UndoJournalTest, AJournalThatNamesNoProcessIsRolledBackInTheSameRun) {
-  UndoJournal killed(folder.Path(), {.machine_run = ThisRun().machine_run});
-  killed.BeginGroup();
-  JournaledFile file(killed);
-  ASSERT_EQ(file.Open(path), "");
-  ASSERT_EQ(file.Rewrite(std::vector<FilePiece>{{0, "HEAD"}}, 100'000), "");
+  KilledWriter killed(folder, {.machine_run = ThisRun().machine_run});
+  killed.Write(path, {{0, "HEAD"}});
   ASSERT_EQ(StartAnew().size(), 1U);
   EXPECT_EQ(Bytes(), old_bytes);
 }
@@ -295,14 +278,11 @@ TEST_F(UndoJournalTest, AFileThatSomebodyElseHasChangedOrRemovedIsLeftAndTheJour
 
 TEST_F(UndoJournalTest, AFileOnAnAbsentVolumeIsUndoneWhenItIsBackAndNotWrittenBefore) {
   // A process of its own: an object that goes out of scope ends its group.
-  const pid_t child = fork();
-  if (child == 0) {
-    journal.BeginGroup();
-    _exit(Rewrite({{0, "HEAD"}}, 100'000).empty() ? 0 : 1);
-  }
-  int status = -1;
-  ASSERT_EQ(waitpid(child, &status, 0), child);
-  ASSERT_EQ(status, 0);
+  ASSERT_EQ(StatusOfChild([&] {
+              journal.BeginGroup();
+              return Rewrite({{0, "HEAD"}}, 100'000).empty() ? 0 : 1;
+            }),
+            0);
   std::filesystem::rename(folder.Path("music"), folder.Path("absent"));
   const auto files = journal.RollBack();
   ASSERT_EQ(files.size(), 1U);
