@@ -47,12 +47,12 @@ class FileBytes {
   /// outside the file.
   [[nodiscard]] std::string_view Read(std::int64_t offset, std::size_t count) noexcept;
 
-  /// Exactly `count` bytes from `offset` on, with zero bytes in the place of what the file lacks.
+  /// Exactly `count` bytes from `offset` on, with zero bytes in place of what the file lacks.
   /// Empty only if there is no memory for them.
   [[nodiscard]] std::string_view ReadPadded(std::int64_t offset, std::size_t count) noexcept;
 
   /// Some bytes from `offset` on, at most `count`: what is at hand without reading, as long as that
-  /// is two bytes or more, else what Read gives. For a search that walks the file.
+  /// is two bytes or more, otherwise what Read gives. For a search that walks the file.
   [[nodiscard]] std::string_view ReadSome(std::int64_t offset, std::size_t count) noexcept;
 
  private:

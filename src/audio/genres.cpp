@@ -5,7 +5,7 @@
 
 namespace tunemeadow {
 
-// Behind number 147 the entries are empty: names beyond it never made it into this catalogue.
+// After number 147 the entries are empty: names beyond it never made it into this catalogue.
 constinit const std::array<std::string_view, 257> Genres = {
     "Blues",
     "Classic Rock",

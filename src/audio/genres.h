@@ -15,7 +15,7 @@ inline constexpr std::int16_t kNoGenre = 255;  ///< the number of "none" and of 
 /// Names 0 to 147; 148 to 256 are empty, since a lookup may ask for any number up to 256.
 extern const std::array<std::string_view, 257> Genres;
 
-/// The number of a name: the first of 0 to 147 that equals it exactly, else 255.
+/// The number of a name: the first of 0 to 147 that equals it exactly, otherwise 255.
 [[nodiscard]] std::int16_t GenreNumberFromName(std::string_view name) noexcept;
 
 /// The table's entry, which may be empty; nullopt outside 0 to 256.

@@ -24,7 +24,7 @@ void FillField(std::string_view text, std::array<char, kSize>& field) {
   std::copy_n(text.begin(), std::min(text.size(), kSize), field.begin());
 }
 
-/// Whether the file's last bytes are a record; nullopt where they cannot be read.
+/// Whether the file's last bytes are a record; nullopt if they cannot be read.
 std::optional<bool> EndsWithRecord(const JournaledFile& file) {
   if (file.Length() < kRecordBytes) return false;
   const std::optional<std::string> record = file.Read(file.Length() - kRecordBytes, kRecordBytes);

@@ -17,11 +17,12 @@ struct ID3v1Texts {
 };
 
 /// Blanks fill what is short, what is long is cut. `genre` counts by exact equality with a name of
-/// the table, else it is 255. With a track the comment has 28 bytes, a zero byte and the number.
+/// the table, otherwise it is 255. With a track the comment has 28 bytes, a zero byte and the
+/// number.
 [[nodiscard]] ID3v1Tag FillID3v1Tag(const ID3v1Texts& texts);
 
-/// Writes the record over the one that is there, or behind the file's last byte. `blank` puts three
-/// blanks in the place of "TAG". False where the file is missing or cannot be written; it is then
+/// Writes the record over the one that is there, or after the file's last byte. `blank` puts three
+/// blanks in place of "TAG". False if the file is missing or cannot be written; it is then
 /// as before, and `writing.fault` says why.
 [[nodiscard]] bool WriteID3v1Tag(TagWriting& writing, const std::string& path, ID3v1Tag tag,
                                  bool blank);

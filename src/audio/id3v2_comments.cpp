@@ -79,7 +79,7 @@ void ID3v2Comments::Add(std::size_t offset, std::size_t size) noexcept {
   next_ = offset + kID3v2HeaderBytes;  // a frame header is as long
   const ID3v2ValueRange value = RawFrameValue(text_.Size(), offset, size);
   latest_ = value;
-  const std::size_t begin = next_ + 1;  // behind the encoding byte
+  const std::size_t begin = next_ + 1;  // after the encoding byte
   const std::size_t end = begin + value.size;
   if (!musicmatch_.IsWithin(begin, end)) {
     ordinary_ = value;

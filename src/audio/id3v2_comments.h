@@ -22,7 +22,7 @@ class ID3v2ValueFinder {
   ID3v2ValueFinder(const ID3v2TagText& text, std::string_view needle) noexcept
       : text_(text), needle_(needle) {}
 
-  /// Whether the needle stands in the bytes `begin` to `end` (behind the last).
+  /// Whether the needle stands in the bytes `begin` to `end` (after the last).
   [[nodiscard]] bool IsWithin(std::size_t begin, std::size_t end) noexcept;
 
  private:
@@ -41,11 +41,11 @@ class ID3v2Comments {
  public:
   explicit ID3v2Comments(const ID3v2TagText& text) noexcept;
 
-  /// The next "COMM" of the text. One inside the header of the comment frame before is passed over,
+  /// The next "COMM" of the text. One inside the header of the comment frame before is skipped,
   /// and so is all that follows a frame with a size above 2^31-1.
   void Add(std::size_t offset) noexcept;
 
-  /// The same for a frame whose size behind its header is known.
+  /// The same for a frame whose size after its header is known.
   void Add(std::size_t offset, std::size_t size) noexcept;
 
   /// Fills Preference, Situation, Bio, Tempo, Mood and Comment. The last ordinary frame gives the

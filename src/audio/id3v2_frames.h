@@ -28,7 +28,7 @@ inline constexpr std::size_t kFramesStart = 10;
 /// `value` divided by 2^21, 2^14, 2^7 and 1, each masked with 127. From 2^28 on bits are lost.
 [[nodiscard]] std::array<char, 4> SyncSafeBytes(std::size_t value) noexcept;
 
-/// The frames of a new tag, added from the first to the last, behind ten zero bytes.
+/// The frames of a new tag, added from the first to the last, after ten zero bytes.
 class ID3v2Frames {
  public:
   /// `expected` bytes of pictures need no second allocation.
@@ -70,19 +70,19 @@ class ID3v2Frames {
 /// Where a picture frame stands in a text, from 0.
 struct ID3v2PictureRange {
   std::size_t begin = 0;
-  std::size_t end = 0;      ///< behind its last byte; may lie up to two bytes behind the text
+  std::size_t end = 0;      ///< after its last byte; may lie up to two bytes after the text
   bool seven_bits = false;  ///< its size is no plain number
 };
 
 /// Every "APIC" of `text` from `from` on, in frames and inside other texts alike. `text` begins
-/// with a tag, header and body, of `tag_bytes` bytes. The size behind the name is a plain number,
+/// with a tag, header and body, of `tag_bytes` bytes. The size after the name is a plain number,
 /// but in a tag of version 4 it has seven bits a byte where it leads to a frame or padding
-/// (TrueFrameSize). The search goes on two bytes before the end of the frame found. nullopt where a
+/// (TrueFrameSize). The search goes on two bytes before the end of the frame found. nullopt if a
 /// size is above 2^31-1 or leaves less than nothing of the text.
 [[nodiscard]] std::optional<std::vector<ID3v2PictureRange>> FindPictureFrames(
     std::string_view text, std::size_t from, std::size_t tag_bytes);
 
-/// The size of the picture frame at `offset` of such a text, by the same rule; nullopt where it is
+/// The size of the picture frame at `offset` of such a text, by the same rule; nullopt if it is
 /// above 2^31-1.
 [[nodiscard]] std::optional<ID3v2TrueSize> PictureFrameSize(std::string_view text,
                                                             std::size_t offset,

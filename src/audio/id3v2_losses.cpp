@@ -73,7 +73,7 @@ struct FrameParts {
   std::string_view value;
 };
 
-/// The parts behind the encoding byte and a language of `language_bytes`.
+/// The parts after the encoding byte and a language of `language_bytes`.
 FrameParts SplitDescribed(std::string_view body, std::size_t language_bytes) noexcept {
   const std::size_t from = 1 + language_bytes;
   if (body.size() < from) return {};

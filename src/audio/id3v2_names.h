@@ -35,8 +35,8 @@ struct ID3v2NameHit {
   std::size_t offset;  ///< from 0
 };
 
-/// The first of the names at `from` or behind it, exact case, in frames and inside other texts
-/// alike; nullopt where there is none. Names may overlap ("TCOMM"): go on at offset + 1.
+/// The first of the names at `from` or after it, exact case, in frames and inside other texts
+/// alike; nullopt if there is none. Names may overlap ("TCOMM"): go on at offset + 1.
 [[nodiscard]] std::optional<ID3v2NameHit> FindID3v2Name(std::string_view text,
                                                         std::size_t from) noexcept;
 

@@ -14,7 +14,7 @@ constexpr std::size_t kLongestExtension = 8;
 
 constexpr std::string_view kJpegStart = "\xFF\xD8\xFF";
 
-/// The part of a MIME text behind its last "/", as far as it may stand in a file name.
+/// The part of a MIME text after its last "/", as far as it may stand in a file name.
 std::string ExtensionOf(std::string_view mime) {
   std::string extension;
   for (char letter : mime.substr(mime.rfind('/') + 1)) {

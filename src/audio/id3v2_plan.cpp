@@ -25,7 +25,7 @@ bool RunsPastFile(const ID3v2Header& tag, std::int64_t length) noexcept {
   return tag.size + static_cast<std::int64_t>(kID3v2HeaderBytes) > length;
 }
 
-/// Where the old file goes on behind its tag.
+/// Where the old file goes on after its tag.
 std::int64_t BehindTag(const ID3v2Header& tag) noexcept {
   return tag.size + static_cast<std::int64_t>(kID3v2HeaderBytes);
 }

@@ -42,7 +42,7 @@ void ForEachID3v2Name(ID3v2TagText& text, Visit visit) {
   }
 }
 
-/// Fills the fields from the text of a tag. False if a frame tells a size above 2^31-1.
+/// Fills the fields from the text of a tag. False if a frame declares a size above 2^31-1.
 bool FillFromTagText(ID3v2TagText& text, Mp3Info& info) {
   std::array<std::optional<std::size_t>, kPictureName + 1> places;
   ID3v2Comments comments(text);

@@ -29,7 +29,7 @@ enum class ID3v2Versions {
 /// Windows-1252 with the zero bytes of UTF-16 in them: StripNulls is the caller's.
 ///
 /// Returns "OK", or an empty text if there is no tag of those versions, or the file can't be read
-/// (`info` is then as before), or a frame tells a size above 2^31-1 (the fields before it in the
+/// (`info` is then as before), or a frame declares a size above 2^31-1 (the fields before it in the
 /// order above are then filled).
 [[nodiscard]] std::string ReadID3v2Tag(FileBytes& file, ID3v2Versions versions, Mp3Info& info);
 [[nodiscard]] std::string ReadID3v2Tag(const std::string& path, ID3v2Versions versions,
@@ -40,14 +40,14 @@ enum class ID3v2Versions {
 /// written back without having been seen. No frame fails it.
 [[nodiscard]] std::string ReadID3v2TagByFrames(FileBytes& file, Mp3Info& info);
 
-/// ReadID3v2Tag on `bytes` in the place of the file.
+/// ReadID3v2Tag on `bytes` in place of the file.
 [[nodiscard]] std::string ParseID3v2Tag(std::string_view bytes, ID3v2Versions versions,
                                         Mp3Info& info);
 
 /// A genre text such as "(17)Rock" taken apart.
 struct GenreText {
   TagText number;            ///< between the first "(" and the first ")"; empty without both
-  TagText name;              ///< behind the last ")", or the whole text
+  TagText name;              ///< after the last ")", or the whole text
   std::int16_t genre = 255;  ///< the number, 255 where it is empty, -1 or no whole number
 };
 

@@ -18,7 +18,7 @@ namespace tunemeadow {
 /// The first ten bytes of a tag. The flags are not looked at.
 struct ID3v2Header {
   std::uint8_t version = 0;  ///< major version, 3 for ID3v2.3
-  std::int64_t size = 0;     ///< bytes behind the header: four bytes of seven bits each, unmasked
+  std::int64_t size = 0;     ///< bytes after the header: four bytes of seven bits each, unmasked
 };
 
 inline constexpr std::size_t kID3v2HeaderBytes = 10;
@@ -28,8 +28,8 @@ inline constexpr std::size_t kID3v2HeaderBytes = 10;
 
 /// The whole text of a tag: tag size, or file length where that is less, + 101 bytes from the first
 /// byte of the file on. It starts with the header, and 91 bytes of what follows the tag close it;
-/// what the file lacks is zero. A tag that tells more than 256 MB is read to there. The view lasts
-/// until the next read of the file.
+/// what the file lacks is zero. A tag that declares more than 256 MB is read to there. The view
+/// lasts until the next read of the file.
 [[nodiscard]] std::string_view LoadID3v2Text(FileBytes& file, const ID3v2Header& header) noexcept;
 
 /// The same text, read as it is asked for: one of up to 4 MB at once, a larger one in windows. A
@@ -55,7 +55,7 @@ class ID3v2TagText {
   /// is not whole. Lasts until the next call.
   [[nodiscard]] std::string_view Piece(std::size_t offset, std::size_t count) noexcept;
 
-  /// The byte at `at`; zero behind the text.
+  /// The byte at `at`; zero after the text.
   [[nodiscard]] char Byte(std::size_t at) noexcept {
     if (at - begin_ < window_.size()) return window_[at - begin_];  // also false for at < begin_
     const std::string_view piece = Piece(at, 1);
@@ -75,8 +75,8 @@ class ID3v2TagText {
   std::string bytes_;  ///< what the window of a large text shows
 };
 
-/// The size that the frame at `offset` (from 0) of `text` tells, a plain big-endian number in every
-/// version. Bytes behind the text count as zero. nullopt above 2^31-1.
+/// The size that the frame at `offset` (from 0) of `text` declares, a plain big-endian number in
+/// every version. Bytes after the text count as zero. nullopt above 2^31-1.
 [[nodiscard]] std::optional<std::size_t> FrameSize(ID3v2TagText& text, std::size_t offset) noexcept;
 [[nodiscard]] std::optional<std::size_t> FrameSize(std::string_view text,
                                                    std::size_t offset) noexcept;
@@ -87,13 +87,13 @@ struct ID3v2ValueRange {
   std::size_t size = 0;
 };
 
-/// The value behind frame header and encoding byte as it stands in a text of `text_size` bytes:
+/// The value after frame header and encoding byte as it stands in a text of `text_size` bytes:
 /// size - 1 bytes from offset + 11 on, clipped at the text's end and at 1 MB. Empty for size 0.
 [[nodiscard]] ID3v2ValueRange RawFrameValue(std::size_t text_size, std::size_t offset,
                                             std::size_t size) noexcept;
 
 /// Where the description that begins at `from` of a frame's bytes ends: at one zero byte, or with
-/// `wide` at two in the step of UTF-16; at the last byte's end where there is none.
+/// `wide` at two in the step of UTF-16; at the last byte's end if there is none.
 [[nodiscard]] std::size_t EndOfDescription(std::string_view frame, std::size_t from,
                                            bool wide) noexcept;
 
@@ -101,7 +101,7 @@ struct ID3v2ValueRange {
 /// bytes of UTF-16 stay.
 [[nodiscard]] TagText CleanFrameValue(std::string_view raw);
 
-/// The value of the frame at `position` (from 1) of the tag text; nullopt where its size is above
+/// The value of the frame at `position` (from 1) of the tag text; nullopt if its size is above
 /// 2^31-1.
 [[nodiscard]] std::optional<TagText> ReadFrameText(std::size_t position, ID3v2TagText& tag_text);
 [[nodiscard]] std::optional<TagText> ReadFrameText(std::size_t position, std::string_view tag_text);

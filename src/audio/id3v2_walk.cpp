@@ -34,7 +34,7 @@ bool HasFrameNameAt(std::string_view tag, std::size_t at) noexcept {
   });
 }
 
-/// How well a frame may end there: 2 before a frame, 1 before padding or the end, else 0.
+/// How well a frame may end there: 2 before a frame, 1 before padding or the end, otherwise 0.
 int SenseAt(std::string_view tag, std::size_t at) noexcept {
   if (HasFrameNameAt(tag, at)) return 2;
   return at == tag.size() || (at < tag.size() && tag[at] == '\0') ? 1 : 0;

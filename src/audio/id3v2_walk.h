@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The frames of an ID3v2 tag, walked one behind the other by their true sizes. The readers search a
+// The frames of an ID3v2 tag, walked one after the other by their true sizes. The readers search a
 // tag for names instead; this is for what must not go wrong by an odd size: counting what a save
 // drops, copying pictures, and reading texts that are to be written back unseen.
 #pragma once
@@ -11,16 +11,16 @@
 
 namespace tunemeadow {
 
-/// The size of one frame behind its header.
+/// The size of one frame after its header.
 struct ID3v2TrueSize {
   std::size_t bytes = 0;
   bool seven_bits = false;  ///< its four bytes count as seven bits each, not as a plain number
 };
 
-/// The true size of the frame at `offset` of `tag` (header and body, nothing behind them). Sizes of
+/// The true size of the frame at `offset` of `tag` (header and body, nothing after them). Sizes of
 /// 2.3 and 2.4 may be plain numbers or have seven bits a byte, whatever the version says: the one
-/// counts that leads to a next frame, else the one that leads to padding or to the end of the tag;
-/// where both do, the one of the tag's own version. nullopt where neither does.
+/// counts that leads to a next frame, otherwise the one that leads to padding or to the end of the
+/// tag; where both do, the one of the tag's own version. nullopt if neither does.
 [[nodiscard]] std::optional<ID3v2TrueSize> TrueFrameSize(std::string_view tag,
                                                          std::size_t offset) noexcept;
 

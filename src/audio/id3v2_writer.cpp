@@ -23,7 +23,7 @@ constexpr std::string_view kUnreadable = "The file cannot be read.";
 constexpr std::int64_t kFirstRead = 4096;  // holds most tags that have no picture
 constexpr std::size_t kLargestPicture = std::size_t{1} << 28;
 
-/// What the plans are to be handed; nullopt where the file cannot be read.
+/// What the plans are to be handed; nullopt if the file cannot be read.
 std::optional<std::string> ReadHead(const JournaledFile& file) {
   const std::int64_t length = file.Length();
   const auto read = [&](std::size_t count) {
@@ -42,7 +42,7 @@ std::optional<std::string> ReadHead(const JournaledFile& file) {
   return head;
 }
 
-/// The picture to be added; nothing where none is wanted or there is no such file. `error` tells
+/// The picture to be added; nothing if none is wanted or there is no such file. `error` tells
 /// why one that is there cannot be taken.
 std::optional<std::string> ReadPictureFile(const TagWriting& writing, bool wanted,
                                            std::string& error) {

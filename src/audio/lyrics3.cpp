@@ -14,7 +14,7 @@ constexpr std::size_t kFieldHead = 8;  // letters and five digits
 
 constexpr std::size_t kEndAlone = 15;  // size digits and end mark
 
-/// The number of a fixed run of decimal digits; nullopt where any of them is something else.
+/// The number of a fixed run of decimal digits; nullopt if any of them is something else.
 std::optional<std::size_t> DigitsToNumber(std::string_view digits) noexcept {
   std::size_t number = 0;
   for (const char digit : digits) {
@@ -36,7 +36,7 @@ void StoreLyrics3Field(std::string_view field, Lyrics3& lyrics) {
   lyrics.Lyrics3Other += field;  // as it stands: trimmed, its digits would no longer fit
 }
 
-/// Walks the fields from the start of `bytes` until one begins at `limit` or behind it.
+/// Walks the fields from the start of `bytes` until one begins at `limit` or after it.
 bool WalkLyrics3Fields(std::string_view bytes, std::int64_t limit, Lyrics3& lyrics) {
   std::size_t at = 0;
   while (static_cast<std::int64_t>(at) < limit) {

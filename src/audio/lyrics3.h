@@ -62,21 +62,21 @@ inline constexpr std::size_t kLongestLyrics3Field = 32767;
 /// Where a block stands. Offsets count from 0.
 struct Lyrics3Block {
   std::int64_t start = 0;     ///< of "LYRICSBEGIN"
-  std::int64_t limit = 0;     ///< behind the last field: of the six size digits
+  std::int64_t limit = 0;     ///< after the last field: of the six size digits
   TagText size_text;          ///< the six size digits
   bool before_id3v1 = false;  ///< its end mark stands 137 bytes before the end, not at the end
 };
 
 /// The block that `tail`, the last kLyrics3TailBytes of a file of `length` bytes, tells of: one
-/// whose end mark stands before an ID3v1 tag, else one at the end. nullopt if there is no end mark,
-/// if the size is no number or points before the file. Whether "LYRICSBEGIN" stands at its start
-/// remains to be seen.
+/// whose end mark stands before an ID3v1 tag, otherwise one at the end. nullopt if there is no end
+/// mark, if the size is no number or points before the file. Whether "LYRICSBEGIN" stands at its
+/// start remains to be seen.
 [[nodiscard]] std::optional<Lyrics3Block> Lyrics3BlockOfTail(std::string_view tail,
                                                              std::int64_t length);
 
-/// The block whose end mark stands before an ID3v1 tag, else the one at the end. nullopt if there
-/// is none, if the size is no number, points before the file or not at "LYRICSBEGIN", and for a
-/// file of under 143 bytes.
+/// The block whose end mark stands before an ID3v1 tag, otherwise the one at the end. nullopt if
+/// there is none, if the size is no number, points before the file or not at "LYRICSBEGIN", and for
+/// a file of under 143 bytes.
 [[nodiscard]] std::optional<Lyrics3Block> FindLyrics3Block(FileBytes& file);
 
 /// Whether FindLyrics3Block finds one; its size text is then stored in `lyrics`.

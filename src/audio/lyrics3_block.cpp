@@ -14,11 +14,11 @@ void AppendDigits(std::size_t number, std::size_t count, std::string& text) {
   text += digits;
 }
 
-/// "00" without lyrics, "11" with a "]" and a ":" in them, else "10". The two places count as
+/// "00" without lyrics, "11" with a "]" and a ":" in them, otherwise "10". The two places count as
 /// numbers from 1, joined bit by bit: "]" at 4 and ":" at 3 are no time stamp.
 std::string_view FlagsOf(std::string_view lyrics) noexcept {
   if (lyrics.empty()) return "00";
-  const std::size_t bracket = lyrics.find(']') + 1;  // 0 where there is none
+  const std::size_t bracket = lyrics.find(']') + 1;  // 0 if there is none
   const std::size_t colon = lyrics.find(':') + 1;
   return (bracket & colon) != 0 ? "11" : "10";
 }

@@ -15,7 +15,7 @@
 namespace tunemeadow {
 
 /// The block of the fields that are not empty; EAL, EAR and ETT only above 30 bytes. The first flag
-/// tells of lyrics, the second of time stamps in them. nullopt where a field has more than 32767
+/// tells of lyrics, the second of time stamps in them. nullopt if a field has more than 32767
 /// bytes, which the reader would not take, or the block more than 999999, which its digits cannot
 /// tell.
 [[nodiscard]] std::optional<std::string> BuildLyrics3Block(const Lyrics3& fields);

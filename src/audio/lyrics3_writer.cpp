@@ -23,7 +23,7 @@ struct FileEnd {
   std::optional<Lyrics3Block> block;  ///< the one found
 };
 
-/// nullopt where the file cannot be read.
+/// nullopt if the file cannot be read.
 std::optional<FileEnd> ReadFileEnd(const JournaledFile& file) {
   const auto tail_bytes = std::min(file.Length(), static_cast<std::int64_t>(kLyrics3TailBytes));
   const std::optional<std::string> tail =
@@ -51,7 +51,7 @@ bool NeedsBlock(const Lyrics3Texts& texts, const Lyrics3& block) noexcept {
          !block.Lyrics3Moo.empty() || !block.Lyrics3Qua.empty() || !block.Lyrics3Sit.empty();
 }
 
-/// Puts `bytes` at `start` and the file's end behind them. Empty text, or what failed.
+/// Puts `bytes` at `start` and the file's end after them. Empty text, or what failed.
 std::string EndFileWith(JournaledFile& file, std::int64_t start, std::string_view bytes) {
   if (start < 0) return "The file is too short for a LYRICS3 block.";
   const FilePiece piece = {.offset = start, .bytes = bytes};
@@ -66,7 +66,7 @@ std::string WriteBlock(TagWriting& writing, const std::string& path, Lyrics3& bl
   if (std::string fault = file.Open(path); !fault.empty()) return fault;
   const std::optional<FileEnd> end = ReadFileEnd(file);
   if (!end) return std::string(kUnreadableFileEnd);
-  // As before an ID3v1 record, also where there is none.
+  // As before an ID3v1 record, also if there is none.
   std::int64_t start = file.Length() - kID3v1Bytes;
   if (end->block) {
     start -= kSizeAndEndMark + SizeOf(*end->block);

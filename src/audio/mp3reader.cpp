@@ -15,7 +15,7 @@ namespace {
 constexpr std::int64_t kShortestFile = 256;
 constexpr std::int64_t kReportEvery = 100000;
 
-// Bytes behind the sync byte, the same for every version and channel mode.
+// Bytes after the sync byte, the same for every version and channel mode.
 constexpr std::size_t kXingMark = 36;
 constexpr std::size_t kXingFrames = 44;
 constexpr std::size_t kFirstFrameBytes = 48;
@@ -41,7 +41,7 @@ constexpr std::array<BitrateRow, 6> kBitrates = {{
 }};
 
 /// Place of the first sync pair in `bytes`, or npos. Second bytes F3 to FB count, no more and no
-/// less: layer 1 and 2 of version 1 and MPEG 2.5 are passed over, and nothing else is validated.
+/// less: layer 1 and 2 of version 1 and MPEG 2.5 are skipped, and nothing else is validated.
 std::size_t FindSyncPair(std::string_view bytes) noexcept {
   std::size_t at = 0;
   while (at + 1 < bytes.size()) {
@@ -79,7 +79,7 @@ std::optional<std::int64_t> FindFrameSync(FileBytes& file, ScanProgress* progres
 }
 
 /// The header at `sync` as digits, with IsVbr and VbrFrames stored; nullopt, before the header
-/// bytes are looked at, if the Xing header tells more frames than its field can hold.
+/// bytes are looked at, if the Xing header declares more frames than its field can hold.
 std::optional<std::string> ReadFirstFrame(FileBytes& file, std::int64_t sync, Mp3Info& info) {
   const std::string_view frame = file.ReadPadded(sync, kFirstFrameBytes);
   if (frame.size() < kFirstFrameBytes) return std::nullopt;
@@ -127,7 +127,7 @@ void ScanTrailer(FileBytes& file, Mp3Info& info) {
   info.Genre = code(127) == ' ' ? std::int16_t{0} : std::int16_t{code(127)};
 }
 
-/// Bit rate in kbit/s by the table of version and layer; nullopt where it has no entry.
+/// Bit rate in kbit/s by the table of version and layer; nullopt if it has no entry.
 std::optional<double> TableBitrate(int version, int layer, std::uint32_t index) {
   for (const BitrateRow& row : kBitrates) {
     if (row.key == version * 10 + layer && index < row.kbps.size()) return row.kbps[index];
@@ -143,7 +143,7 @@ std::optional<double> EstimatedBitrate(const Mp3Info& info, std::int32_t sample_
   return static_cast<double>(sample_rate) * info.FileLength / info.VbrFrames / 1000.0 / divisor;
 }
 
-/// Whole seconds that the whole file lasts; nullopt where its bits don't fit into 32 bits.
+/// Whole seconds that the whole file lasts; nullopt if its bits don't fit into 32 bits.
 std::optional<std::int32_t> PlaytimeOf(std::int32_t file_length, double bitrate) {
   if (bitrate <= 0) return 0;
   if (file_length > std::numeric_limits<std::int32_t>::max() / 8) return std::nullopt;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Finds the first MPEG audio frame header of a file, decodes that one header (ISO/IEC 11172-3 and
-// 13818-3) and the Xing header behind it, and scans the last 129 bytes for an ID3v1 tag. Never
+// 13818-3) and the Xing header after it, and scans the last 129 bytes for an ID3v1 tag. Never
 // walks the stream frame by frame and never computes a frame length.
 #pragma once
 
@@ -39,7 +39,7 @@ class ScanProgress {
 /// Copyright and Private are stored together at the end, or not at all: they keep the values of the
 /// file analysed before when there is no frame sync (NoHeader is then true), when the file is
 /// missing, has under 256 bytes or more than 2 GB, when the layer code, the bit-rate index or the
-/// sample-rate index is reserved, when a Xing header tells no frames or more than 32767, or when
+/// sample-rate index is reserved, when a Xing header declares no frames or more than 32767, or when
 /// the file is so long (256 MB) or the estimated bit rate so high that the numbers overflow.
 ///
 /// What was read from an ID3v2 tag before is lost: copy it out first.
@@ -49,7 +49,7 @@ void ReadMp3Info(const std::string& path, bool readID3v1, bool readHeader, Mp3In
                  ScanProgress* progress = nullptr);
 
 /// The inner step: fills IsVbr, VbrFrames, FileLength, NoHeader and with `readID3v1` the ID3v1
-/// fields. Returns the four header bytes as digits, or an empty text where there are none or a
+/// fields. Returns the four header bytes as digits, or an empty text if there are none or a
 /// failure came first; a failure skips the trailer.
 [[nodiscard]] std::string ScanMp3File(FileBytes& file, bool readID3v1, bool readHeader,
                                       Mp3Info& info, ScanProgress* progress = nullptr);

@@ -21,8 +21,8 @@ namespace tunemeadow {
 [[nodiscard]] std::string ReadOggInfo(FileBytes& file, Mp3Info& info);
 [[nodiscard]] std::string ReadOggInfo(const std::string& path, Mp3Info& info);
 
-/// The value behind the first `key` ("TITLE=", upper case, found in any case and place) of `block`;
-/// empty where there is none. Its length is the low byte of the comment's length less the key's.
+/// The value after the first `key` ("TITLE=", upper case, found in any case and place) of `block`;
+/// empty if there is none. Its length is the low byte of the comment's length less the key's.
 /// nullopt if that byte stands before the block, or is less than the key's length.
 [[nodiscard]] std::optional<TagText> OggField(std::string_view block, std::string_view key);
 

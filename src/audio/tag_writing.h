@@ -36,7 +36,7 @@ struct TagLosses {
   TagLosses& operator+=(const TagLosses& more) noexcept;
 };
 
-/// One short sentence for the status line; empty where nothing was lost.
+/// One short sentence for the status line; empty if nothing was lost.
 [[nodiscard]] std::string LossSentence(const TagLosses& losses);
 
 struct TagWriting {
@@ -49,17 +49,17 @@ struct TagWriting {
   TagText PictureExtension;     ///< of its name, without the point
   TagLosses losses;             ///< the writers add to it
   std::string fault;            ///< why the last writer or remover left its file as it was, one
-                                ///< sentence for a person; empty where it went well or there was
+                                ///< sentence for a person; empty if it went well or there was
                                 ///< nothing to remove
 };
 
-/// Runs one writer or remover, whose own sentence `write` returns: empty where it went well or
+/// Runs one writer or remover, whose own sentence `write` returns: empty if it went well or
 /// there was nothing to do. Keeps that sentence in `writing.fault` and returns it; memory that runs
 /// out becomes one as well.
 std::string RunWriter(TagWriting& writing, const std::function<std::string()>& write);
 
 /// The ranges of a file that its tags take up: the ID3v2 tag with its header (up to 1 MB), and what
-/// stands behind the audio, from the Lyrics3 block or the ID3v1 record on.
+/// follows the audio, from the Lyrics3 block or the ID3v1 record on.
 [[nodiscard]] std::vector<ByteRange> TagRanges(FileBytes& file);
 
 }  // namespace tunemeadow
