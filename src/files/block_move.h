@@ -24,7 +24,7 @@ class BlockMove {
   [[nodiscard]] int Run(int file) noexcept;
 
   /// Moves back what Run has moved, as long as nobody has overwritten the new place. The bytes that
-  /// were overwritten without being moved are the caller's to restore, afterwards. False where
+  /// were overwritten without being moved are the caller's to restore, afterwards. False if
   /// reading or writing failed.
   [[nodiscard]] bool Undo(int file) noexcept;
 

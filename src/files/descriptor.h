@@ -30,7 +30,7 @@ class Descriptor {
   [[nodiscard]] int get() const noexcept { return descriptor_; }
   [[nodiscard]] bool IsOpen() const noexcept { return descriptor_ >= 0; }
 
-  /// False where the system reports a late write error.
+  /// False if the system reports a late write error.
   bool Close() noexcept;
 
  private:

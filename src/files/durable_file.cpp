@@ -31,7 +31,7 @@ bool WriteAll(int descriptor, std::string_view bytes) noexcept {
   return true;
 }
 
-/// Where a chain of symbolic links ends, which need not exist; nullopt where the chain never ends.
+/// Where a chain of symbolic links ends, which need not exist; nullopt if the chain never ends.
 std::optional<std::string> EndOfLinks(std::string path) {
   for (int step = 0; step < 40; ++step) {
     std::string target(PATH_MAX, '\0');

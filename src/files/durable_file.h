@@ -11,14 +11,14 @@
 
 namespace tunemeadow {
 
-/// All bytes of a regular file. nullopt where it is missing, is anything else than a regular file,
+/// All bytes of a regular file. nullopt if it is missing, is anything else than a regular file,
 /// holds more than `limit` bytes, or cannot be read to its end.
 [[nodiscard]] std::optional<std::string> ReadWholeFile(const std::string& path,
                                                        std::size_t limit = std::size_t{64} << 20);
 
-/// Puts `bytes` in the place of the file, which need not exist: a new file beside it, synced,
+/// Puts `bytes` in place of the file, which need not exist: a new file beside it, synced,
 /// renamed over it, folder synced. Permission bits of an existing file stay; a symbolic link stays
-/// one and what it leads to is replaced. False where that failed, also for a file that is
+/// one and what it leads to is replaced. False if that failed, also for a file that is
 /// write-protected; the old file is as before then and nothing is left beside it.
 [[nodiscard]] bool ReplaceFile(const std::string& path, std::string_view bytes);
 
@@ -31,7 +31,7 @@ namespace tunemeadow {
 /// synced. True if `to` exists afterwards; what already stood there is never touched.
 [[nodiscard]] bool CopyFileIfMissing(const std::string& from, const std::string& to);
 
-/// Waits until the names in the folder that holds `path` are on the disk. False where that failed.
+/// Waits until the names in the folder that holds `path` are on the disk. False if that failed.
 bool SyncFolderOf(const std::string& path) noexcept;
 
 }  // namespace tunemeadow

@@ -6,7 +6,7 @@
 
 namespace tunemeadow {
 
-/// The value of an environment variable, bytes; empty where it is not set.
+/// The value of an environment variable, bytes; empty if it is not set.
 [[nodiscard]] inline std::string EnvironmentText(const char* name) {
   const char* value = std::getenv(name);
   return value == nullptr ? std::string() : std::string(value);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the system tells of a file by its path.
+// What the system knows of a file by its path.
 #pragma once
 
 #include <string>

@@ -16,7 +16,7 @@ class InstanceLock {
   InstanceLock(const InstanceLock&) = delete;
   InstanceLock& operator=(const InstanceLock&) = delete;
 
-  /// False where another instance holds the lock, in this process or another. True where it is held
+  /// False if another instance holds the lock, in this process or another. True if it is held
   /// by this object now, or where the folder is such that nobody can hold one (it cannot be
   /// written, or its file system knows no locks): not to start at all would be worse.
   [[nodiscard]] bool TryLock();

@@ -28,7 +28,7 @@ void FileRecords::Add(const JournalRecord& record) {
   }
   if (record.kind == Kind::kImage) images.push_back(&record);
   begun = begun || record.kind == Kind::kBegun;
-  // What stands behind a mark says that the file was taken up again.
+  // What follows a mark says that the file was taken up again.
   mark = record.kind == Kind::kMark ? &record : nullptr;
 }
 

@@ -17,7 +17,7 @@ namespace tunemeadow {
 /// The records of one file. They live in the list that they were taken from.
 struct FileRecords {
   std::vector<const JournalRecord*> images;
-  const JournalRecord* mark = nullptr;  ///< behind all images and beginnings
+  const JournalRecord* mark = nullptr;  ///< after all images and beginnings
   bool begun = false;
   const JournalRecord* roll_back = nullptr;  ///< the last note that one began
 

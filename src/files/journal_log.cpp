@@ -52,7 +52,7 @@ void ReadOrThrow(int descriptor, char* to, std::size_t count, std::int64_t offse
   if (ReadAllAt(descriptor, to, count, offset) != count) throw UnreadableJournal();
 }
 
-/// Reads the head at `start`; nullopt where no whole record can stand there.
+/// Reads the head at `start`; nullopt if no whole record can stand there.
 std::optional<RecordHead> ReadHead(int descriptor, std::int64_t start, std::int64_t size) {
   std::array<char, sizeof(RecordHead)> bytes{};
   const std::int64_t room = size - start - static_cast<std::int64_t>(bytes.size());

@@ -19,7 +19,7 @@ namespace tunemeadow {
 /// CRC-32 (ISO 3309) of `bytes`, going on from `before`.
 [[nodiscard]] std::uint32_t Checksum(std::string_view bytes, std::uint32_t before = 0) noexcept;
 
-/// Of the bytes of `range` in an open file, read in steps; nullopt where it does not give them all.
+/// Of the bytes of `range` in an open file, read in steps; nullopt if it does not give them all.
 [[nodiscard]] std::optional<std::uint32_t> ChecksumOf(int descriptor, const ByteRange& range);
 
 /// A range of a file and where its bytes stand in the journal, or their checksum.
@@ -62,7 +62,7 @@ void AppendRecord(const JournalRecord& record, std::span<const std::string_view>
 [[nodiscard]] JournalRecord RollBackRecord(const std::string& path, const RunIdentity& run);
 [[nodiscard]] bool IsRollBackIn(const RunIdentity& run, const JournalRecord& record);
 
-/// The whole records of an open journal, in their order; nullopt where it cannot be read, which
+/// The whole records of an open journal, in their order; nullopt if it cannot be read, which
 /// says nothing of what stands in it.
 [[nodiscard]] std::optional<std::vector<JournalRecord>> ReadRecords(int descriptor);
 

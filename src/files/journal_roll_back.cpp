@@ -29,7 +29,7 @@ enum class Trust {
 /// A journal that is being rolled back.
 struct OpenJournal {
   Descriptor log;
-  std::int64_t end = 0;  ///< behind the last whole record
+  std::int64_t end = 0;  ///< after the last whole record
   Trust trust = Trust::kOther;
   bool other_run = false;  ///< it is known to come from another run of the machine
   RunIdentity now;         ///< who rolls back
@@ -67,7 +67,7 @@ bool WriteAgain(int file, const JournalRecord& mark, const struct stat& now) {
          SyncWithTime(file, now.st_mtim);
 }
 
-/// Whether another program has written to the file since the machine was started anew: the save
+/// Whether another program has written to the file since the machine was started again: the save
 /// that was cut short has not, and no roll-back in this run either.
 bool WrittenBySomebodyElse(const struct stat& now, const OpenJournal& journal,
                            const FileRecords& records) {
@@ -78,12 +78,12 @@ bool WrittenBySomebodyElse(const struct stat& now, const OpenJournal& journal,
 }
 
 /// Notes, synced, that the roll-back of the file begins: killed half way, it leaves a file that was
-/// last written in this run of the machine. False where that failed.
+/// last written in this run of the machine. False if that failed.
 bool NoteRollBack(const std::string& path, OpenJournal& journal) {
   if (!journal.other_run) return true;
   std::string note;
   AppendRecord(RollBackRecord(path, journal.now), {}, note);
-  // A torn end of the journal goes: it must not begin anew behind the note.
+  // A torn end of the journal goes: it must not begin again after the note.
   if (ftruncate(journal.log.get(), journal.end) != 0 ||
       !WriteAllAt(journal.log.get(), note, journal.end) || fdatasync(journal.log.get()) != 0) {
     return false;
@@ -92,7 +92,7 @@ bool NoteRollBack(const std::string& path, OpenJournal& journal) {
   return true;
 }
 
-/// Rolls one file back. nullopt where there was nothing to be done.
+/// Rolls one file back. nullopt if there was nothing to be done.
 std::optional<Outcome> RollBackFile(const std::string& path, const FileRecords& records,
                                     OpenJournal& journal) {
   if (records.images.empty()) return std::nullopt;

@@ -41,7 +41,7 @@ std::vector<ByteRange> RangesToLose(std::span<const FilePiece> pieces, const Fil
   return ranges;
 }
 
-/// Makes room for the new length on the disk. 0, or an error number; `whole` is false where the old
+/// Makes room for the new length on the disk. 0, or an error number; `whole` is false if the old
 /// length could not be set again.
 int ReserveLength(int file, std::int64_t length, std::int64_t new_length, bool& whole) {
   if (new_length <= length) return 0;
@@ -107,7 +107,7 @@ std::optional<std::string> JournaledFile::Read(std::int64_t offset, std::size_t 
   return bytes;
 }
 
-/// Restores what a failed write has left. False where that failed too.
+/// Restores what a failed write has left. False if that failed too.
 bool JournaledFile::PutBack(Change& change) const {
   if (!change.move.Undo(file_)) return false;
   for (std::size_t i = 0; i < change.old_ranges.size(); ++i) {
@@ -141,7 +141,7 @@ std::string JournaledFile::Write(Change& change, bool sync) {
 }
 
 /// Empty text, or that somebody else has written to the file, or put another in its place, since it
-/// was opened. `now` is what the system tells of it.
+/// was opened. `now` is what the system knows of it.
 std::string JournaledFile::Compare(struct stat& now) const {
   if (file_ < 0 || fstat(file_, &now) != 0) return "The file is not open.";
   struct stat named {};

@@ -43,7 +43,7 @@ class JournaledFile {
 
   [[nodiscard]] std::int64_t Length() const noexcept { return length_; }
 
-  /// Exactly `count` bytes from `offset` on; nullopt where the file does not hold or give them.
+  /// Exactly `count` bytes from `offset` on; nullopt if the file does not hold or give them.
   [[nodiscard]] std::optional<std::string> Read(std::int64_t offset, std::size_t count) const;
 
   /// Moves what `move` tells of the file as it is, puts the pieces, in their order, where they

@@ -10,7 +10,7 @@
 namespace tunemeadow {
 namespace {
 
-/// When the process was started, in clock ticks since the machine's start. 0 where there is none,
+/// When the process was started, in clock ticks since the machine's start. 0 if there is none,
 /// or only the remains of one that nobody has asked about yet.
 std::int64_t BeginningOf(std::int64_t process) {
   const std::string text =

@@ -9,8 +9,8 @@
 namespace tunemeadow {
 
 struct RunIdentity {
-  std::string machine_run;  ///< another text after each start of the machine; empty where the
-                            ///< system tells none
+  std::string machine_run;         ///< another text after each start of the machine; empty if the
+                                   ///< system gives none
   std::int64_t machine_began = 0;  ///< that start, in seconds since 1970 by today's clock
   std::int64_t process = 0;        ///< its id; 0: not known
   std::int64_t process_began = 0;  ///< in clock ticks since the machine's start; 0: not known

@@ -29,9 +29,9 @@ struct ByteRange {
 class UndoJournal {
  public:
   /// `folder` holds the journal, with or without a trailing separator; bytes. Touches no file.
-  /// `run` tells one run of the machine from another: as long as it is the same, what was written
-  /// is there, synced or not. It also tells whether the process that wrote a journal still runs:
-  /// what belongs to that one is left alone.
+  /// `run` distinguishes one run of the machine from another: as long as it is the same, what was
+  /// written is there, synced or not. It also tells whether the process that wrote a journal still
+  /// runs: what belongs to that one is left alone.
   explicit UndoJournal(std::string_view folder, RunIdentity run = ThisRun());
 
   /// Closes what is open, as EndGroup does, and removes the empty journal.
@@ -64,7 +64,7 @@ class UndoJournal {
   [[nodiscard]] std::vector<RolledBack> TakeRolledBack();
 
   // A group binds the rewrites of up to some hundred files: one sync of the journal before them,
-  // one of the files behind them. Groups do not nest; a rewrite outside of one is a group of its
+  // one of the files after them. Groups do not nest; a rewrite outside of one is a group of its
   // own.
 
   void BeginGroup();
@@ -77,7 +77,7 @@ class UndoJournal {
   /// writer will meet that and say so.
   void Prepare(const std::string& path, std::span<const ByteRange> ranges, std::int64_t growth);
 
-  /// Syncs what was prepared. False where that failed: then nothing is prepared, and each rewrite
+  /// Syncs what was prepared. False if that failed: then nothing is prepared, and each rewrite
   /// sees for itself.
   bool SyncPrepared();
 

@@ -32,7 +32,7 @@ struct GuardedFile {
   ino_t node = 0;
   struct timespec modified {};       ///< last write before the group
   bool touched = false;              ///< this program has written to it in the group
-  bool begun = false;                ///< the journal says so, and no mark stands behind that
+  bool begun = false;                ///< the journal says so, and no mark follows that
   std::int64_t base_length = 0;      ///< before the group
   std::int64_t least = 0, most = 0;  ///< lengths that the journal knows it may have
   std::vector<ByteRange> covered;    ///< ranges of the base whose bytes stand in the journal
@@ -47,7 +47,7 @@ struct UndoJournal::State {
   std::vector<RolledBack> untold;
   Descriptor log;         ///< undo.journal, from the first need on
   std::int64_t size = 0;  ///< bytes of the records that count
-  bool torn_log = false;  ///< bytes that count for nothing stand behind `size`
+  bool torn_log = false;  ///< bytes that count for nothing follow `size`
   bool in_group = false;
   bool set_aside = false;  ///< the journal must outlive the group: a file could not be restored
   std::unordered_map<std::string, GuardedFile> files;
@@ -71,7 +71,7 @@ struct UndoJournal::State {
   /// Puts the journal's end at `length`.
   void CutLog(std::int64_t length);
 
-  /// Writes `records` behind the others, unsynced; the first ones of a journal behind the record of
+  /// Writes `records` after the others, unsynced; the first ones of a journal after the record of
   /// the run. False, and the journal as before, where that failed.
   [[nodiscard]] bool Append(std::string_view records);
 
@@ -124,7 +124,7 @@ template <typename Work>
   }
 }
 
-/// All bytes of the range; nullopt where the file does not give them.
+/// All bytes of the range; nullopt if the file does not give them.
 [[nodiscard]] std::optional<std::string> ReadExactly(int descriptor, const ByteRange& range);
 
 /// A file of which the journal holds nothing yet.
