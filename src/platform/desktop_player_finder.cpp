@@ -109,7 +109,7 @@ bool StartsSandbox(const EntryWords& words) {
   return name == "flatpak" || name == "snap";
 }
 
-/// The starter of a sandboxed program is of no use with a file behind it; beside the folder of its
+/// The starter of a sandboxed program is of no use with a file after it; beside the folder of its
 /// entries lies one that is: BASE/exports/share/applications and BASE/exports/bin.
 std::string SandboxedProgram(const std::string& entry_path) {
   const std::size_t exports = entry_path.rfind("/exports/share/applications/");
@@ -119,7 +119,7 @@ std::string SandboxedProgram(const std::string& entry_path) {
   return ProgramPath(entry_path.substr(0, exports) + "/exports/bin/" + name);
 }
 
-/// Path of the program that an entry starts; empty where it can not be started.
+/// Path of the program that an entry starts; empty if it can not be started.
 std::string ProgramOf(const App& app) {
   const EntryWords words = WordsOfEntry(app);
   if (words.program.empty()) return {};

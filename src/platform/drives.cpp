@@ -105,7 +105,7 @@ bool HasOpticalDevice(const std::string& system_root) {
   return MyFileExists(system_root + "dev/sr0");
 }
 
-/// Where discs are usually mounted, without a trailing "/"; empty where no such folder exists.
+/// Where discs are usually mounted, without a trailing "/"; empty if no such folder exists.
 std::string UsualOpticalFolder(const std::string& system_root) {
   std::vector<std::string> folders;
   for (const MountEntry& entry : ReadMounts(system_root + "etc/fstab")) {

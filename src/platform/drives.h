@@ -28,9 +28,9 @@ struct Drive {
 /// for the locations on its discs bring their own. "/" itself stays.
 [[nodiscard]] std::string StoredDrive(std::string_view folder);
 
-/// Root of the first mounted disc; else the folder where the first optical drive's discs are
-/// usually mounted (as fstab tells, or /media/cdrom0, or /media/cdrom, if that folder exists); else
-/// empty.
+/// Root of the first mounted disc; otherwise the folder where the first optical drive's discs are
+/// usually mounted (as fstab says, or /media/cdrom0, or /media/cdrom, if that folder exists);
+/// otherwise empty.
 [[nodiscard]] std::string FirstOpticalMount(const std::string& system_root = "/");
 
 /// The drives that a command may ask for.

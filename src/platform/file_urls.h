@@ -18,7 +18,7 @@ namespace tunemeadow {
 
 /// The paths of the local files in the list, in its order, without a trailing slash. Comments,
 /// other schemes, other hosts and escaped NULs are left out; a "%" without two hexadecimal digits
-/// behind it stands for itself.
+/// after it stands for itself.
 [[nodiscard]] std::vector<std::string> PathsOfUriList(std::string_view list);
 
 }  // namespace tunemeadow

@@ -22,7 +22,7 @@ struct UnrefOfGlib {
 /// A text that ends in NUL, or nothing.
 using GlibText = std::unique_ptr<char, FreeOfGlib>;
 
-/// Texts with a null behind the last, or nothing.
+/// Texts with a null after the last, or nothing.
 using GlibTexts = std::unique_ptr<char*, FreeTextsOfGlib>;
 
 /// A counted object of the type T, or nothing.

@@ -30,7 +30,7 @@ constexpr std::array kKnownPlayers{
     KnownPlayer{"celluloid", true, AddsBy::kSwitch, {}, {}, kCelluloidAdd},
 };
 
-/// "qmmp" of "qmmp-1.6": the version is digits and points behind a "-" or "_".
+/// "qmmp" of "qmmp-1.6": the version is digits and points after a "-" or "_".
 std::string_view WithoutVersion(std::string_view name) noexcept {
   const std::size_t last = name.find_last_not_of("0123456789.");
   const bool version = last != std::string_view::npos && last > 0 && last + 1 < name.size() &&

@@ -38,7 +38,7 @@ constexpr char kRootInterface[] = "org.mpris.MediaPlayer2";
 constexpr char kTrackListInterface[] = "org.mpris.MediaPlayer2.TrackList";
 constexpr char kNoTrack[] = "/org/mpris/MediaPlayer2/TrackList/NoTrack";
 
-/// Empty where there is no bus: the library would then try to start one, or complain.
+/// Empty if there is no bus: the library would then try to start one, or complain.
 QString AddressOfBus() {
   const std::string address = EnvironmentText("DBUS_SESSION_BUS_ADDRESS");
   if (!address.empty()) return QString::fromStdString(address);
@@ -64,7 +64,7 @@ QDBusConnection Bus(const QString& connection) {
   return made;
 }
 
-/// The answer's values; nullopt where none came in time.
+/// The answer's values; nullopt if none came in time.
 std::optional<QList<QVariant>> Ask(const QString& connection, const QDBusMessage& question) {
   const QDBusConnection bus = Bus(connection);
   if (!bus.isConnected()) return std::nullopt;
@@ -83,7 +83,7 @@ QVariant Property(const QString& connection, const QString& name, const char* in
   return answer->first().value<QDBusVariant>().variant();
 }
 
-/// The player's name on the bus; a second one of the same kind has ".instance123" behind it.
+/// The player's name on the bus; a second one of the same kind has ".instance123" after it.
 std::string NameOnBus(const QString& connection, const std::string& player) {
   const auto answer = Ask(
       connection, QDBusMessage::createMethodCall("org.freedesktop.DBus", "/org/freedesktop/DBus",
@@ -121,7 +121,7 @@ bool EditsTracks(const QString& connection, const QString& name) {
          Property(connection, name, kTrackListInterface, "CanEditTracks").toBool();
 }
 
-/// Behind the last track of the list.
+/// After the last track of the list.
 bool AddTrack(const QString& connection, const QString& name, const std::string& path) {
   QDBusObjectPath last{QLatin1String(kNoTrack)};
   const auto tracks =

@@ -13,7 +13,7 @@ namespace tunemeadow {
 /// PlayerPort over the session bus and the list of processes. A player is found by its name on the
 /// bus (MPRIS 2: org.mpris.MediaPlayer2.NAME) or as a process of its program; one that has only
 /// just been started is not ready before it has its name or has run for a second. It is given a
-/// file through its track list where it lets others edit that, else by its own program and the
+/// file through its track list where it lets others edit that, otherwise by its own program and the
 /// words that platform/known_players.h has for it, "-e" for any other. mpv is found and spoken to
 /// over its socket alone.
 ///

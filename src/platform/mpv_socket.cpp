@@ -78,7 +78,7 @@ bool SendToMpv(int socket_end, std::string_view line, Clock::time_point last) {
   return true;
 }
 
-/// The line of the answer, the lines of events before it passed over.
+/// The line of the answer, the lines of events before it skipped.
 std::optional<std::string> AnswerOfMpv(int socket_end, Clock::time_point last) {
   std::string lines;
   std::array<char, 4096> bytes{};

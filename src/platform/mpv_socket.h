@@ -10,7 +10,7 @@
 namespace tunemeadow {
 
 /// Where the mpv that this user's play commands have started listens: in the folder of this login,
-/// which nobody else can enter. Empty where there is no such folder.
+/// which nobody else can enter. Empty if there is no such folder.
 [[nodiscard]] std::string MpvSocketPath();
 
 /// Gives one command with its arguments, bytes. The answer as mpv gives it, a line of JSON; nullopt

@@ -11,7 +11,7 @@ bool ContainsNoCase(std::string_view text, std::string_view part) noexcept {
   return FindNoCase(text, part) != std::string_view::npos;
 }
 
-/// The program of a command line: quotes gone, and what stands behind an ".exe".
+/// The program of a command line: quotes gone, and what follows an ".exe".
 std::string PlayerOfCommand(std::string_view command) {
   constexpr std::string_view kExecutable = ".EXE";
   std::string player = ReplaceEach(command, "\"", "");

@@ -16,7 +16,7 @@ namespace tunemeadow {
 /// for kNoPlayer.
 [[nodiscard]] std::string PlayerKindOf(const std::string& path);
 
-/// Path of the program that the desktop associates with MP3 files; empty where there is none.
+/// Path of the program that the desktop associates with MP3 files; empty if there is none.
 [[nodiscard]] std::string AssociatedPlayer(PlayerFinder& finder);
 
 /// Sets session.PlayerKind, and lblConfigWinamp where it is empty: to the program that the desktop

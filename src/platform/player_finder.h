@@ -20,10 +20,10 @@ class PlayerFinder {
   virtual ~PlayerFinder() = default;
 
   /// The command that is associated with audio/mpeg, bytes: the program's path, in quotes or not,
-  /// arguments behind it or not. Empty where there is none.
+  /// arguments after it or not. Empty if there is none.
   [[nodiscard]] virtual std::string AssociatedCommand() = 0;
 
-  /// The words of the desktop's entry for the program at this path; both empty where there is none,
+  /// The words of the desktop's entry for the program at this path; both empty if there is none,
   /// or only one of a sandbox, whose program takes files by itself.
   [[nodiscard]] virtual EntryWords WordsOf(const std::string& player) = 0;
 };

@@ -21,7 +21,7 @@ class PlayerPort {
   virtual bool Replace(const std::string& player, const std::string& list) = 0;
 
   /// Appends one file to the list of the running player `window`, which Find has told for `player`;
-  /// what it plays goes on. `path`: absolute, bytes. False where the player does not take it. Waits
+  /// what it plays goes on. `path`: absolute, bytes. False if the player does not take it. Waits
   /// for two seconds at most.
   virtual bool Send(const std::string& window, const std::string& player,
                     const std::string& path) = 0;

@@ -14,7 +14,7 @@ class ProcessStarter {
   virtual ~ProcessStarter() = default;
 
   /// Starts a program without waiting for its end. `program`: a path, or a name to be looked up in
-  /// $PATH; `arguments` reach it byte for byte. False where it could not be started.
+  /// $PATH; `arguments` reach it byte for byte. False if it could not be started.
   virtual bool Start(const std::string& program, const std::vector<std::string>& arguments) = 0;
 
   /// Starts a program as Start does and waits until it has ended, or that long at most; then it

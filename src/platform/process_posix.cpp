@@ -37,7 +37,7 @@ namespace {
   _exit(write(report, &failed, 1) == 1 ? 127 : 126);
 }
 
-/// Forks twice, so that the program's parent ends at once and the system inherits it. False where a
+/// Forks twice, so that the program's parent ends at once and the system inherits it. False if a
 /// fork failed.
 bool ForkProgram(const char* path, char* const* words, int report, int life) {
   const pid_t parent = fork();

@@ -46,7 +46,7 @@ std::optional<ProcessLine> ReadProcessLine(const std::string& path) {
   ProcessLine result{.name = std::string(line.substr(open + 1, close - open - 1)),
                      .state = line[close + 2]};
   line.remove_prefix(close + 2);
-  constexpr int kWordsBeforeStart = 19;  // behind the name, the state included
+  constexpr int kWordsBeforeStart = 19;  // after the name, the state included
   for (int i = 0; i < kWordsBeforeStart; ++i) {
     const std::size_t blank = line.find(' ');
     if (blank == std::string_view::npos) return std::nullopt;

@@ -16,7 +16,7 @@ struct RunningProgram {
 
 /// The oldest living process that was started from the program at this path: the kernel knows it by
 /// that file, or by the file's name (at most 15 bytes of it; a script is known by its own name).
-/// nullopt where there is none. This process itself is none. `table`: where the kernel shows its
+/// nullopt if there is none. This process itself is none. `table`: where the kernel shows its
 /// processes.
 [[nodiscard]] std::optional<RunningProgram> FindRunningProgram(const std::string& program,
                                                                const std::string& table = "/proc");

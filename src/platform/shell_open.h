@@ -11,7 +11,7 @@ class ShellOpener {
  public:
   virtual ~ShellOpener() = default;
 
-  /// `path_or_url`: bytes of a path, or a URL with its scheme. False where nothing could be
+  /// `path_or_url`: bytes of a path, or a URL with its scheme. False if nothing could be
   /// started, also for a file that is not there; nothing is shown then. Does not wait for the
   /// program.
   virtual bool Open(const std::string& path_or_url) = 0;

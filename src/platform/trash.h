@@ -13,7 +13,7 @@ enum class TrashOutcome {
 
 struct TrashAnswer {
   TrashOutcome outcome = TrashOutcome::kFailed;
-  std::string reason;  ///< a sentence for a person, UTF-8; empty where the file was moved
+  std::string reason;  ///< a sentence for a person, UTF-8; empty if the file was moved
 };
 
 /// The place from which a person can take deleted files back.
