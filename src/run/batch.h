@@ -21,7 +21,7 @@ class Batch {
   Batch(Session& session, Interaction& interaction, const std::string& line, std::int64_t maximum);
 
   /// Puts everything back: pointer, panel ("Ready.", width 2000), bar, frmLoading, main window;
-  /// syncs what the batch wrote. Behind a batch within another one, that one's line comes back, no
+  /// syncs what the batch wrote. After a batch within another one, that one's line comes back, no
   /// bar, and the rest is left to it.
   ~Batch();
   Batch(const Batch&) = delete;

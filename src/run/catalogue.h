@@ -28,7 +28,7 @@ void DetermineConnection(Session& session);
 void CheckDatabase(Connection& connection, Interaction& interaction);
 
 /// Points the demonstration row (key 1) to its file at `monster_path` and stamps its times. Nothing
-/// happens where there is no such file, nor where the row is a track of the person's own: it names
+/// happens if there is no such file, nor where the row is a track of the person's own: it names
 /// a file that is there, or one of another name. False also where the store refused; nobody is
 /// told, a broken table was reported by CheckDatabase.
 bool RefreshDemonstrationRow(Session& session, const std::string& monster_path);

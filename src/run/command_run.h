@@ -19,7 +19,7 @@ namespace tunemeadow {
 /// to its end.
 bool RunAndTell(Interaction& interaction, const std::function<void()>& work);
 
-/// The same where nothing else is at work; else nothing happens, and it is false.
+/// The same where nothing else is at work; otherwise nothing happens, and it is false.
 bool RunCommand(const Session& session, Interaction& interaction,
                 const std::function<void()>& work);
 

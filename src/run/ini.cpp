@@ -32,7 +32,7 @@ struct IniLine {
   enum class Kind { kOther, kSection, kKey };
   Kind kind = Kind::kOther;
   std::string_view name;   ///< of the section or the key, trimmed
-  std::string_view value;  ///< of the key: everything behind the "=" up to the line end
+  std::string_view value;  ///< of the key: everything after the "=" up to the line end
 };
 
 IniLine ReadIniLine(std::string_view line) noexcept {
@@ -70,7 +70,7 @@ void ForEachKey(std::string_view text, std::string_view section, Take take) {
   }
 }
 
-/// Where the value of a key stands in the text; nullopt where the section has no such key.
+/// Where the value of a key stands in the text; nullopt if the section has no such key.
 std::optional<std::string_view> FindIniValue(std::string_view text, std::string_view section,
                                              std::string_view key) {
   std::optional<std::string_view> found;
@@ -80,7 +80,7 @@ std::optional<std::string_view> FindIniValue(std::string_view text, std::string_
   return found;
 }
 
-/// Offset behind the last line of the first section of that name that is not blank; nullopt where
+/// Offset after the last line of the first section of that name that is not blank; nullopt if
 /// there is no such section.
 std::optional<std::size_t> EndOfIniSection(std::string_view text, std::string_view section) {
   std::optional<std::size_t> end;

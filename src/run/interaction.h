@@ -44,11 +44,11 @@ class Interaction {
   /// Shows the box and waits. Escape answers Cancel, No, Abort or OK, whichever the box has.
   virtual Answer ShowMessage(const MessageBox& box) = 0;
 
-  /// Asks for a line of text; nullopt where the person cancels.
+  /// Asks for a line of text; nullopt if the person cancels.
   virtual std::optional<std::string> AskText(const std::string& prompt, const std::string& title,
                                              const std::string& offered) = 0;
 
-  /// Path of a folder, bytes, without an added separator; nullopt where the person cancels.
+  /// Path of a folder, bytes, without an added separator; nullopt if the person cancels.
   virtual std::optional<std::string> ChooseFolder(const std::string& title,
                                                   const std::string& start) = 0;
   virtual std::optional<std::string> ChooseFile(const FileChoice& choice) = 0;
@@ -82,7 +82,7 @@ class Interaction {
   /// The main window takes no input while it is disabled; the windows above it do. Calls nest.
   virtual void EnableMainWindow(bool enabled) = 0;
 
-  /// Lays the panes out anew.
+  /// Lays the panes out again.
   virtual void ResizeForm() = 0;
 
   /// Lets the window system work off what is waiting. Whatever the person does then happens inside

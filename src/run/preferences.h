@@ -89,7 +89,7 @@ struct PreferenceKey {
 /// setting can hold. A number other than zero and "True" are an "on" of a check box.
 [[nodiscard]] Preferences ReadPreferences(const cINI& ini);
 
-/// Writes every key in one replacement of the file; false where that failed.
+/// Writes every key in one replacement of the file; false if that failed.
 bool WritePreferences(cINI& ini, const Preferences& preferences);
 
 /// Text of one setting as the file holds it.

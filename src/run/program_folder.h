@@ -18,7 +18,7 @@ namespace tunemeadow {
 /// separator.
 [[nodiscard]] std::string ProgramFolderFor(const std::string& executable_folder);
 
-/// The folder of the running executable, with a trailing separator; empty where the system does not
+/// The folder of the running executable, with a trailing separator; empty if the system does not
 /// tell.
 [[nodiscard]] std::string ExecutableFolder();
 

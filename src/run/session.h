@@ -38,7 +38,7 @@ struct Session {
   bool first_run = false;        ///< the stored `firstrun` is not "1"
 
   std::int64_t track_count = 0;  ///< of the whole catalogue, as last counted
-  std::string PlayerKind;        ///< "Winamp", "Sonique", "Unknown", or empty for none
+  std::string PlayerKind;        ///< "Winamp", "Sonique", "Unknown", or empty if there is none
   std::string help_file;
 };
 

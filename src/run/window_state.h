@@ -42,7 +42,7 @@ struct ScreenArea {
 };
 
 /// The window where a person can reach it: as it is where enough of its upper edge lies on one of
-/// the screens to be taken hold of; else moved into the first of them, no larger than that.
+/// the screens to be taken hold of; otherwise moved into the first of them, no larger than that.
 [[nodiscard]] WindowState BroughtIntoView(WindowState window, std::span<const ScreenArea> screens);
 
 /// The keys to store: WindowState always, size and place only of a normal window.
