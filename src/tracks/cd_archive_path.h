@@ -16,7 +16,7 @@ namespace tunemeadow {
 [[nodiscard]] bool bCheckCDArchive(std::string_view path, const Preferences& preferences);
 
 /// Makes the path of an archived location one that can be opened: what stands before its first
-/// separator becomes lblConfigCDROM, with one separator behind it. Any other path stays as it is,
+/// separator becomes lblConfigCDROM, with one separator after it. Any other path stays as it is,
 /// also an archived one without a separator. Whether the disc lies in the drive is not asked.
 void CheckCDArchive(std::string& path, const Preferences& preferences);
 

@@ -39,7 +39,7 @@ void ReadMpegTags(FileBytes& file, const WantedTags& wanted, ScanProgress* progr
   ReadMp3Info(file, candidates.has_id3v1 && wanted.id3v1, true, info, progress);
 }
 
-/// A read that fails leaves the fields behind the failing one alone: a record of its own makes sure
+/// A read that fails leaves the fields after the failing one alone: a record of its own makes sure
 /// that they do not hold the values of the file before.
 void ReadOggTags(FileBytes& file, TagCandidates& candidates) {
   Mp3Info info;

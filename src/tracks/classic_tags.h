@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The tags as this catalogue has always read and written them: Windows-1252, an ID3v2.3 tag that is
-// built anew, an ID3v1.1 record, a Lyrics3 block, Vorbis comments for reading only.
+// rebuilt, an ID3v1.1 record, a Lyrics3 block, Vorbis comments for reading only.
 #pragma once
 
 #include <string>

@@ -16,7 +16,7 @@ namespace tunemeadow {
 /// One object serves a whole import and keeps its buffers from file to file.
 class ImportReader {
  public:
-  /// `options` are looked at anew with each file; they and `tags` must outlive the reader.
+  /// `options` are looked at again with each file; they and `tags` must outlive the reader.
   ImportReader(const Preferences& options, TagPort& tags) : options_(options), tags_(tags) {}
 
   /// The row of the file at `path`, made at this moment; it lasts until the next call. A file that

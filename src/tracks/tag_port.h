@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The one way to the tags of a file. A command speaks of a track's texts in UTF-8; which tags hold
-// them, in which code page and under which names, is known behind this port alone.
+// them, in which code page and under which names, is known after this port alone.
 #pragma once
 
 #include <cstddef>
@@ -33,7 +33,7 @@ enum class SavedTag { kID3v2, kID3v1, kLyrics3 };
 /// Characters of a comment that a track number follows in an ID3v1.1 record.
 inline constexpr std::size_t kCommentBeforeTrack = 28;
 
-/// Bytes by which tags behind the audio commonly grow: those of an ID3v1 record.
+/// Bytes by which tags after the audio commonly grow: those of an ID3v1 record.
 inline constexpr std::int64_t kGrowthOfTags = sizeof(ID3v1Tag);
 
 /// What is to go into a tag.
@@ -60,12 +60,12 @@ class TagPort {
                     ScanProgress* progress, TrackTexts& texts) = 0;
 
   /// The tag texts that a rewrite of the tags of an MPEG file has to keep, whatever an import
-  /// passes over: each ID3v2 text ends where its frame does. False where the file cannot be opened;
+  /// skips: each ID3v2 text ends where its frame does. False if the file cannot be opened;
   /// `texts` is then as before.
   [[nodiscard]] virtual bool ReadTexts(const std::string& path, TrackTexts& texts) = 0;
 
   /// Writes one tag. A Lyrics3 block keeps what of the old one is no text of a track. What the tag
-  /// cannot hold is counted in `writing.losses`. False where that failed.
+  /// cannot hold is counted in `writing.losses`. False if that failed.
   [[nodiscard]] virtual bool Write(SavedTag tag, const std::string& path, const TagsToWrite& tags,
                                    TagWriting& writing) = 0;
 
@@ -77,7 +77,7 @@ class TagPort {
   [[nodiscard]] virtual PictureState StateOfPicture(const std::string& path) = 0;
   [[nodiscard]] virtual std::optional<ID3v2Picture> ReadPicture(const std::string& path) = 0;
 
-  /// Writes the texts and the picture of `writing` behind those that are there. "OK" or what
+  /// Writes the texts and the picture of `writing` after those that are there. "OK" or what
   /// failed.
   [[nodiscard]] virtual std::string WritePicture(const std::string& path, const TrackTexts& texts,
                                                  TagWriting& writing) = 0;
@@ -87,7 +87,7 @@ class TagPort {
                                                    TagWriting& writing) = 0;
 };
 
-/// The result of TagPort::Remove where there is no such tag.
+/// The result of TagPort::Remove if there is no such tag.
 [[nodiscard]] std::string_view NoTagText(SavedTag tag) noexcept;
 
 }  // namespace tunemeadow

@@ -15,8 +15,8 @@
 
 namespace tunemeadow {
 
-/// The track number as it is saved: the leading number without leading zeros, empty where that is
-/// not above 0. nullopt where it is above 255.
+/// The track number as it is saved: the leading number without leading zeros, empty if that is
+/// not above 0. nullopt if it is above 255.
 [[nodiscard]] std::optional<std::string> TrackToSave(std::string_view text);
 
 /// Sets every field of `info` that the ID3v2 writer takes. Genre is the number of the text, 255 for
