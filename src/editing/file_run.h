@@ -49,7 +49,7 @@ class FileRun {
   FileRun(const FileRun&) = delete;
   FileRun& operator=(const FileRun&) = delete;
 
-  /// Calls `work` for each file. False where the run ended before the last one: Cancel, Abort or
+  /// Calls `work` for each file. False if the run ended before the last one: Cancel, Abort or
   /// Stop.
   [[nodiscard]] bool Run(const std::function<void(const SelectedFile&)>& work);
 
@@ -59,11 +59,11 @@ class FileRun {
   [[nodiscard]] bool Try(const std::function<std::optional<MessageBox>()>& write);
 
   /// The two halves of Try, for a write with several steps of its own. BeginFile stands before each
-  /// try; Ask shows a box with Abort, Retry and Ignore, and Abort ends the run behind this file.
+  /// try; Ask shows a box with Abort, Retry and Ignore, and Abort ends the run after this file.
   void BeginFile();
   [[nodiscard]] Answer Ask(const MessageBox& box);
 
-  /// Behind the last write, where something else follows that may fail; Run sees to it otherwise.
+  /// After the last write, where something else follows that may fail; Run sees to it otherwise.
   void FileDone();
 
   /// Runs the statement of the file's row, and sets its cells. A refused one is told; the run goes

@@ -51,7 +51,7 @@ class ImageJob {
   FileRun run_;
 };
 
-/// Why no image can be written into the file; empty where nothing speaks against it.
+/// Why no image can be written into the file; empty if nothing prevents it.
 std::string WhyNoImage(Workbench& bench, const std::string& path, PictureState state,
                        TrackTexts& texts) {
   if (state == PictureState::kEmptyFile) return "the file is empty";

@@ -78,7 +78,7 @@ class MassSave {
     talk_.failed = [this](SavedTag) { return AskAboutFailure(); };
   }
 
-  /// False where it ended early.
+  /// False if it ended early.
   bool Run() {
     return run_.Run([this](const SelectedFile& track) { SaveItem(track); });
   }

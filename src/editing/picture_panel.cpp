@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view kPictureFolderKey = "ImageToSave";
 
-/// One file is being written at the person's word, which the status line tells.
+/// One file is being written because the person asked for it, which the status line tells.
 class OneFileAtWork {
  public:
   OneFileAtWork(Workbench& bench, const std::string& status) : bench_(bench) {
@@ -64,7 +64,7 @@ void DeletePicture(Workbench& bench) {
 
 // --- Add -----------------------------------------------------------------------------------------
 
-/// Lets the person choose; false where there is nothing to write.
+/// Lets the person choose; false if there is nothing to write.
 bool ChoosePicture(Workbench& bench) {
   cINI& ini = bench.session.ini;
   const auto chosen = bench.interaction.ChooseFile(

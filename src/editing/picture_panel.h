@@ -8,11 +8,11 @@
 
 namespace tunemeadow {
 
-/// Caption of cmdAddpic: "del" where the pane shows a picture, else "add".
+/// Caption of cmdAddpic: "del" where the pane shows a picture, otherwise "add".
 [[nodiscard]] std::string AddPictureCaption(const DetailEditor& details);
 
 /// Takes the shown picture out of the file, or lets the person choose one and writes it into the
-/// file with the tags as the editor holds them; then corrects the row and shows the pane anew.
+/// file with the tags as the editor holds them; then corrects the row and shows the pane again.
 void cmdAddpic_Click(Workbench& bench);
 
 /// Saves a copy of the shown picture where the person chooses.

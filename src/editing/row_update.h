@@ -45,12 +45,12 @@ extern const RowUpdate kPictureRemoved;
 
 /// Runs the statement of `file`, then sets the cells wherever a list shows the track, and the flags
 /// of the editor where it holds it. A file that is gone keeps its row as it is. The box that tells
-/// of a failure, nullopt where there was none; no cell has changed where there is one.
+/// of a failure, nullopt if there was none; no cell has changed where there is one.
 [[nodiscard]] std::optional<MessageBox> TryUpdateRow(Workbench& bench, const RowUpdate& update,
                                                      const SelectedFile& file,
                                                      const TrackRows& rows);
 
-/// Shows the picture of the track in the editor anew, if `files` holds it and no other has come
+/// Shows the picture of the track in the editor again, if `files` holds it and no other has come
 /// into the editor.
 void RefreshPicture(Workbench& bench, const SelectedFiles& files);
 

@@ -109,7 +109,7 @@ class SingleSave {
       details_.texts[TrackField::Comment] = preferences_.txtautocomment;
   }
 
-  /// False: the person gave the save up.
+  /// False: the person aborted the save.
   bool SaveTags() {
     // The details may be looked at while the window lives; the save keeps to what it began with.
     const std::string path = details_.texts[TrackField::location];

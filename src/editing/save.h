@@ -6,7 +6,7 @@
 
 namespace tunemeadow {
 
-/// The save button. With several rows selected it is SpezialSpeichern. Else the record of the
+/// The save button. With several rows selected it is SpezialSpeichern. Otherwise the record of the
 /// editor goes through the rules of the preferences, into the file's tags (ID3v2, ID3v1, Lyrics3),
 /// into its row and into its cells in the list, in this order. It stops before it writes anything
 /// where the file is missing or the track number is no track number.

@@ -46,7 +46,7 @@ void SaveGroup::Open(std::size_t index) {
     journal_.SyncPrepared();  // where it fails, each rewrite journals for itself
   }
   // What was prepared is in the journal already; only what comes on top of it fills the group. Else
-  // a full one would end behind its first file, and the rest would be prepared anew each time.
+  // a full one would end after its first file, and the rest would be prepared again each time.
   allowed_ = journal_.GroupBytes() + plan_.bytes_per_group;
 }
 

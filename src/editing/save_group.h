@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Binds the rewrites of a batch into groups of the journal, so that some hundred files share its
-// syncs: one of the journal before the group is written, one of each file behind it.
+// syncs: one of the journal before the group is written, one of each file after it.
 #pragma once
 
 #include <cstddef>
@@ -44,7 +44,7 @@ class SaveGroup {
   /// How the box of a failure is shown.
   using ShowBox = std::function<void(const MessageBox&)>;
 
-  /// `paths` are the files in the order in which they will be written; one may be passed over.
+  /// `paths` are the files in the order in which they will be written; one may be skipped.
   SaveGroup(UndoJournal& journal, Batch& batch, std::vector<std::string> paths, SavePlan plan);
 
   /// The same without a batch around it, as for a single file.
@@ -59,7 +59,7 @@ class SaveGroup {
   /// opens the next one, with what is to be prepared for its files.
   void BeginFile(std::size_t index);
 
-  /// Behind the last rewrite of the file, whether it went well or left the file as it was.
+  /// After the last rewrite of the file, whether it went well or left the file as it was.
   void FileDone(std::size_t index);
 
   /// Ends the group: what was written is on the disk then. For the moment before a box, which may
@@ -78,7 +78,7 @@ class SaveGroup {
   FileBytes file_;
   bool open_ = false;
   bool failure_told_ = false;
-  std::size_t end_ = 0;       ///< index behind the last file of the open group
+  std::size_t end_ = 0;       ///< index after the last file of the open group
   std::int64_t allowed_ = 0;  ///< bytes above which the open group is full
 };
 

@@ -14,7 +14,7 @@
 namespace tunemeadow {
 
 /// The checks of a field that loses the focus after the person has changed it: the box to be shown,
-/// the focus then goes back; nullopt where the text may stand. Empty texts may.
+/// the focus then goes back; nullopt if the text may stand. Empty texts may.
 [[nodiscard]] std::optional<MessageBox> CheckTracknumber(std::string_view text);
 [[nodiscard]] std::optional<MessageBox> CheckYear(std::string_view text);
 
@@ -28,7 +28,7 @@ namespace tunemeadow {
 /// Seconds of "m:ss"; 0 for a text without ":".
 [[nodiscard]] std::int64_t PlaytimeSeconds(std::string_view playtime);
 
-/// The code of a file name: the name without what stands behind its last ".", of which each capital
+/// The code of a file name: the name without what follows its last ".", of which each capital
 /// A to Z gives the first digit of its place in the alphabet.
 [[nodiscard]] std::string makeaudiogalaxytag(std::string_view name);
 

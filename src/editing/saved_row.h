@@ -9,7 +9,7 @@
 
 namespace tunemeadow {
 
-/// The last-write time of the file as text; where there is no such file, what the row holds. Throws
+/// The last-write time of the file as text; if there is no such file, what the row holds. Throws
 /// DatabaseError.
 [[nodiscard]] std::string FileTimeOfRow(Session& session, const std::string& path,
                                         std::int64_t uid);

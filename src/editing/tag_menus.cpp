@@ -69,7 +69,7 @@ constexpr TagRemover kKillLyrics3 = {.question = "Are you sure to remove the LYR
                                      .failure = "LYRICS3 Tag can't be removed!!",
                                      .result = "LYRICS3 Tags of "};
 
-/// What stands behind the audio: all that a removal there overwrites or cuts off.
+/// What follows the audio: all that a removal there overwrites or cuts off.
 std::vector<ByteRange> RangesBehindAudio(FileBytes& file) {
   std::vector<ByteRange> ranges = TagRanges(file);
   std::erase_if(ranges, [](const ByteRange& range) { return range.offset == 0; });

@@ -38,7 +38,7 @@ struct TagStepsDone {
 [[nodiscard]] bool WritesTags(const std::string& path, const Preferences& preferences);
 
 /// Runs the steps that the preferences want; chkSaveTags is the caller's to ask. Files that do not
-/// end in ".mp3" are passed over. Retry repeats the write, Ignore goes on to the next step.
+/// end in ".mp3" are skipped. Retry repeats the write, Ignore goes on to the next step.
 /// `writing.losses` counts what the tags that were written have lost, a text that several of them
 /// lack once.
 [[nodiscard]] TagStepsDone WriteTags(const TagJob& job, const Preferences& preferences,
