@@ -29,7 +29,7 @@ struct WalkOptions {
   std::function<void(const std::string& folder)> show_in_monitor;  ///< for StatusMode::kMonitor
 };
 
-/// What a walk passed over.
+/// What a walk skipped.
 struct LeftOut {
   std::int64_t unreadable_folders = 0;        ///< that are there and may not be read
   std::map<std::string, std::int64_t> kinds;  ///< files by their extension, in small letters; ""
@@ -47,7 +47,7 @@ struct LeftOut {
 /// The entries of a folder come in the order of their bytes, so that two walks give the same list.
 /// Each folder is read once, whatever links lead to it. Folders that vanish, may not be read or lie
 /// too deep for a path (4096 bytes), and the file systems that the kernel makes up (/proc, /sys),
-/// are passed over. Returns what was left out.
+/// are skipped. Returns what was left out.
 ///
 /// Yields before each folder and stops at once when CancelRequested is set; `list` then holds what
 /// was found so far. The flag is not cleared here.

@@ -207,7 +207,7 @@ ImportEnd ImportAndTell(Workbench& bench, ImportRun& run) {
 
 // --- The drop ------------------------------------------------------------------------------------
 
-/// Whether the text behind the last "." of the whole path stands in the pattern.
+/// Whether the text after the last "." of the whole path stands in the pattern.
 bool ExtensionOccurs(std::string_view path, std::string_view pattern) {
   const std::size_t dot = path.rfind('.');
   const std::string_view extension = dot == std::string_view::npos ? path : path.substr(dot + 1);

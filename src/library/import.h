@@ -18,10 +18,10 @@ enum class ImportEnd {
   kComplete,
 };
 
-/// The import button: takes ImportList where ImportGivenFiles or ImportFromMonitor is set, else the
-/// files of lblScan by the settings of the session, asks, imports, tells, and renews lists, count
-/// and search. Without lblScan it asks for a folder first. Empty entries of the list are passed
-/// over but counted. With ImportFromMonitor it neither asks nor tells, but for a cancel.
+/// The import button: takes ImportList where ImportGivenFiles or ImportFromMonitor is set,
+/// otherwise the files of lblScan by the settings of the session, asks, imports, tells, and renews
+/// lists, count and search. Without lblScan it asks for a folder first. Empty entries of the list
+/// are passed over but counted. With ImportFromMonitor it neither asks nor tells, but for a cancel.
 ///
 /// However it ends, ImportList is empty and both flags are cleared. A statement that the store
 /// refuses is shown with its reason, and the next file follows.

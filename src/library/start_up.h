@@ -45,7 +45,7 @@ class StartWindow {
 };
 
 /// The whole start, up to the shown window with its list. `shipped_folder` is where the program's
-/// own files lie beside it. False where no catalogue could be opened and the person picked no other
+/// own files lie beside it. False if no catalogue could be opened and the person picked no other
 /// one: the program is to end, its window was not shown.
 [[nodiscard]] bool StartUp(Workbench& bench, StartWindow& window,
                            const std::string& shipped_folder);
@@ -55,7 +55,7 @@ inline constexpr const char* kRepairTool = "RepairDB.exe";
 
 /// Starts the repair tool in the background, without waiting: it writes a compacted copy of the
 /// catalogue to compact.mdb in the program folder, which a later start takes over. The tool is
-/// looked for in the program folder, then in `shipped_folder`. False where there is none; a tool
+/// looked for in the program folder, then in `shipped_folder`. False if there is none; a tool
 /// that is there and cannot be started counts as started, as nobody waits for it.
 [[nodiscard]] bool StartRepairTool(const Session& session, ProcessStarter& starter,
                                    const std::string& shipped_folder);
