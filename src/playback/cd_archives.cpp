@@ -111,7 +111,7 @@ std::string DriveOfArchives(const Preferences& preferences) {
   return drive;
 }
 
-/// A separator behind the name, or "CD1" would take the tracks of "CD10" along.
+/// A separator after the name, or "CD1" would take the tracks of "CD10" along.
 std::string RestoreStatement(const std::string& name, const std::string& drive) {
   const std::string length = std::to_string(Length(name));
   const std::string head = "left(location," + std::to_string(Length(name) + 1) + ") =";
@@ -120,7 +120,7 @@ std::string RestoreStatement(const std::string& name, const std::string& drive) 
          " collate nocase or " + head + Quoted(name + "\\", '"') + " collate nocase";
 }
 
-/// False where there is still none.
+/// False if there is still none.
 bool HasDrive(Workbench& bench, const DriveChooser& choose_drive) {
   const std::string& drive = bench.session.preferences.lblConfigCDROM;
   if (drive.empty() && choose_drive) choose_drive();

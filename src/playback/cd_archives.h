@@ -25,8 +25,8 @@ namespace tunemeadow {
 [[nodiscard]] std::string_view PathWithoutRoot(std::string_view location,
                                                std::span<const std::string> mounts);
 
-/// The number of the next disc: the largest one behind the tag in these locations, plus 1, with two
-/// digits or more. "01" where there is none.
+/// The number of the next disc: the largest one after the tag in these locations, plus 1, with two
+/// digits or more. "01" if there is none.
 [[nodiscard]] std::string NextDiscNumber(std::span<const std::string> locations,
                                          std::string_view tag);
 

@@ -153,8 +153,8 @@ class PlayCommand {
   PlayList list_;
 };
 
-/// False: the command ends. `loadable` becomes false where the player cannot be loaded: it is not
-/// tried again for the rows behind.
+/// False: the command ends. `loadable` becomes false if the player cannot be loaded: it is not
+/// tried again for the rows after.
 bool AppendRow(Workbench& bench, std::size_t row, bool& loadable) {
   const std::string path = PathOfRow(bench, row);
   const FileState state = LookForFile(bench.interaction, path);

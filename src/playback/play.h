@@ -3,7 +3,7 @@
 // plays nothing itself.
 //
 // Nothing is thrown. A missing file and a player that cannot be loaded are told in boxes, a player
-// that does not start on the status line; any other step that fails is passed over, and the next
+// that does not start on the status line; any other step that fails is skipped, and the next
 // one runs. After a player that did not start the next play asks the desktop for one again.
 #pragma once
 
@@ -14,7 +14,7 @@
 namespace tunemeadow {
 
 /// Plays the selected rows. Each is looked for, stamped as played now in the catalogue and in its
-/// cell, and goes its way: by the extension list to the player, else to the program that the
+/// cell, and goes its way: by the extension list to the player, otherwise to the program that the
 /// desktop associates with it. The kinds "Winamp" and "Sonique" get one list of all their files,
 /// which they play from the start, in the window that runs where there is one; the kind "Unknown"
 /// is started once per file, without a list, after one question where that is more than 20 times.
@@ -32,7 +32,7 @@ void mnuAddToWinampsplaylist_Click(Workbench& bench) noexcept;
 /// none; without a box where the person has asked for the end of the program meanwhile.
 [[nodiscard]] bool WinampEnsureRunning(Workbench& bench);
 
-/// Sends one path to the player, which WinampEnsureRunning has found. False where that has failed;
+/// Sends one path to the player, which WinampEnsureRunning has found. False if that has failed;
 /// whether the player takes the path is not asked.
 bool WinampAddFile(Workbench& bench, const std::string& path);
 

@@ -50,7 +50,7 @@ std::optional<std::string> ChooseDestination(Workbench& bench, const PlaylistFor
   }
 }
 
-/// The files of the rows that are there; nullopt where the person aborts.
+/// The files of the rows that are there; nullopt if the person aborts.
 std::optional<std::vector<std::string>> FilesThatAreThere(Workbench& bench,
                                                           const std::vector<std::size_t>& rows) {
   std::vector<std::string> paths;

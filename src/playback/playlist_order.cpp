@@ -17,7 +17,7 @@
 namespace tunemeadow {
 namespace {
 
-/// From here on the list is read anew, which is quicker than taking rows out one by one.
+/// From here on the list is read again, which is quicker than taking rows out one by one.
 constexpr std::size_t kRowsToSearchAnew = 20;
 
 struct RowsToDelete {

@@ -28,7 +28,7 @@ std::string ProposedName(Workbench& bench) {
   return name;
 }
 
-/// Empty where the person cancels.
+/// Empty if the person cancels.
 std::string AskPlaylistName(Workbench& bench, const std::string& prompt, const std::string& title) {
   const auto name = bench.interaction.AskText(prompt, title, ProposedName(bench));
   return name ? CutName(*name) : std::string();

@@ -20,7 +20,7 @@ inline constexpr std::size_t kLongestPlaylistName = 50;  ///< characters
 
 /// Adds the selected rows of the list in view to the playlist `target_name`, or, where that
 /// is empty, to one whose name is asked for. The rows get no position: they stand first, by their
-/// paths. A track that is in the list already is added again. The open playlist is searched anew,
+/// paths. A track that is in the list already is added again. The open playlist is searched again,
 /// here and in what follows, so that its list shows what was written.
 void mnuPlaylistSave_Click(Workbench& bench, const std::string& target_name = {});
 
@@ -58,14 +58,14 @@ void LeavePlaylist(Workbench& bench);
 /// last number on both rows.
 void SavePlaylistOrder(Workbench& bench);
 
-/// The row that vsOrder moves: the focused one if it is selected, else the first selected one.
+/// The row that vsOrder moves: the focused one if it is selected, otherwise the first selected one.
 [[nodiscard]] std::optional<std::size_t> RowToOrder(const ResultList& list) noexcept;
 
 /// Takes a row of ListView3 to another place, keeps it selected, and stores the order. Nothing
 /// happens where ShowsWholePlaylist is false.
 void MovePlaylistRow(Workbench& bench, std::size_t from, std::size_t to);
 
-/// Likewise all selected rows, in their order, to the place before the row `before`, or behind the
+/// Likewise all selected rows, in their order, to the place before the row `before`, or after the
 /// last one.
 void MoveSelectedPlaylistRows(Workbench& bench, std::size_t before);
 

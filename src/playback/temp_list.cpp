@@ -22,7 +22,7 @@ bool IsPrivateFolder(const std::string& folder) {
          status.st_uid == geteuid() && (status.st_mode & ALLPERMS) == kOwnerOnly;
 }
 
-/// Empty where none can be made.
+/// Empty if none can be made.
 std::string PrivateFolder(const std::string& place) {
   const std::string base = JoinPath(place, "tunemeadow-");
   std::string folder = base + std::to_string(geteuid());
