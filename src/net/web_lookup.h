@@ -19,7 +19,7 @@ struct LookupChoice {
 };
 
 /// The chosen values as they stand, in the order song, artist, album, file name, with a blank
-/// between two of them; empty for none.
+/// between two of them; empty if there is none.
 [[nodiscard]] std::string LookupValues(const DetailEditor& details, const LookupChoice& choice);
 
 /// The text for use in a query: "#", "&" and "%", which would end it, are percent-coded, all else
