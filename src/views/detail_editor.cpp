@@ -84,7 +84,7 @@ std::string WritePictureFile(const Session& session, const ID3v2Picture& picture
   return file ? path : std::string();
 }
 
-/// The row with the focus, else the first selected one.
+/// The row with the focus, otherwise the first selected one.
 std::optional<std::size_t> CurrentRow(const ResultList& list) {
   auto row = list.FocusedRow();
   if (!row && list.SelectedCount() > 0) row = list.SelectedRows().front();

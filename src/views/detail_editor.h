@@ -121,7 +121,7 @@ void ShowPic(Workbench& bench, const std::string& path);
 /// locations there: a save must not write the old one back. What was typed stays.
 void RefreshLocation(Workbench& bench);
 
-/// Shows the picture of the loaded record anew, or none: the pane was shown or hidden.
+/// Shows the picture of the loaded record again, or none: the pane was shown or hidden.
 void ShowPicOfDetails(Workbench& bench);
 
 /// The line at the picture: its description, "no description", or "no picture". UTF-8.

@@ -14,17 +14,17 @@ namespace tunemeadow {
 
 /// Takes the parts of a folder one by one: "/music/Rock/" gives "/music" and "Rock",
 /// "\\server\share\" gives "\\server" and "share", "C:\Rock\" gives "C:" and "Rock". Empty parts
-/// are passed over; a folder that is nothing but its root has none.
+/// are skipped; a folder that is nothing but its root has none.
 class FolderParts {
  public:
   /// `folder` ends with its separator, as FolderPart gives it, and must outlive the object.
   explicit FolderParts(std::string_view folder) noexcept;
 
-  /// Steps to the next part; false behind the last one.
+  /// Steps to the next part; false after the last one.
   bool Next() noexcept;
 
   [[nodiscard]] std::string_view Part() const noexcept { return part_; }
-  /// The path up to and with the part and the separator behind it.
+  /// The path up to and including the part and the separator after it.
   [[nodiscard]] std::string_view PathSoFar() const noexcept { return folder_.substr(0, next_); }
 
  private:

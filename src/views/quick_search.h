@@ -38,8 +38,8 @@ struct SearchStatement {
   std::optional<std::string> playlist;  ///< the tracks of this playlist, in its order
   bool of_archive = false;              ///< only tracks of an archive
   /// An archive that is chosen beside other fields is not tied to the tracks: each of them comes
-  /// once for each row of the archive. This counts the rows of such a product, and stops behind
-  /// kProductLimit. Empty where the rows are none.
+  /// once for each row of the archive. This counts the rows of such a product, and stops after
+  /// kProductLimit. Empty if the rows are none.
   std::string product_count;
 };
 inline constexpr std::int64_t kProductLimit = 1'000'000;  ///< rows that a product may have
@@ -92,7 +92,7 @@ void SearchPrepared(Workbench& bench, const SearchStatement& prepared);
 /// Empties every search field. Runs no search.
 void cmdReset_Click(Workbench& bench);
 
-/// Replays entry `index` (1 to 5) of the history; nothing where it is empty.
+/// Replays entry `index` (1 to 5) of the history; nothing if it is empty.
 void mnuSuche_Click(Workbench& bench, std::size_t index);
 
 /// What an empty list in view says in its middle.

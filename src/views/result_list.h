@@ -36,7 +36,7 @@ class ResultList {
   void SetCell(std::size_t row, TrackField field, std::string_view text);
   void SetCells(std::size_t row, std::span<const FieldText> texts);
 
-  /// Key of the row; 0 where it is no number.
+  /// Key of the row; 0 if it is no number.
   [[nodiscard]] std::int64_t Uid(std::size_t row) const noexcept;
   [[nodiscard]] std::optional<std::size_t> RowOfUid(std::int64_t uid) const noexcept;
 

@@ -110,7 +110,7 @@ void FillInOnePass(Session& session, SearchItems& items) {
            [&rows](std::size_t row, std::size_t list) { return rows.Cell(row, list); });
 }
 
-/// The list by its own statement; empty where that fails.
+/// The list by its own statement; empty if that fails.
 void FillAlone(Session& session, SearchItemList& list) {
   list.values.clear();
   try {

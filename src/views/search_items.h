@@ -23,7 +23,7 @@ struct SearchItems {
   /// cboArtistSearch, cboYearSearch, cboSongname, cboAlbum, cboGenre, cboSituation, cboPreference,
   /// cboMood, cboTempo.
   std::array<SearchItemList, 9> lists;
-  /// Genres of the catalogue that the list of 148 does not hold; cboGenre1 shows them behind it.
+  /// Genres of the catalogue that the list of 148 does not hold; cboGenre1 shows them after it.
   std::vector<std::string> further_genres;
 };
 

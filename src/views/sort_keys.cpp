@@ -18,7 +18,7 @@ namespace {
 
 // Keys of numbers are 16 characters of which 8 would nearly always be "00000000". So the first 16
 // characters of a key are packed into 64 bits, four bits each, by a mapping that keeps their order:
-// the characters of a number one to one, all others together below or above them. Behind a
+// the characters of a number one to one, all others together below or above them. After a
 // character that shares its code nothing is packed, since the difference may lie in it.
 constexpr std::uint64_t kCodeBelow = 1;
 constexpr std::uint64_t kCodePoint = 2;  // 3 is the slash
@@ -96,7 +96,7 @@ std::optional<double> NumberOf(std::string_view part, SortKind kind) noexcept {
   return *minutes * 60 + *seconds;
 }
 
-/// "yyyy/mm/dd hh:mm:ss"; nullopt where the cell is no date.
+/// "yyyy/mm/dd hh:mm:ss"; nullopt if the cell is no date.
 std::optional<std::string> DateKey(std::string_view cell) {
   constexpr std::string_view kForm = "0000-00-00 00:00:00";
   std::string key(cell);
@@ -210,7 +210,7 @@ class KeyTable {
  private:
   static constexpr std::uint32_t kFixedForm = std::numeric_limits<std::uint32_t>::max();
 
-  /// What the buffer holds behind the texts so far is one more. Its index.
+  /// What the buffer holds after the texts so far is one more. Its index.
   std::uint32_t EndText() {
     ends_.push_back(buffer_.size());
     return static_cast<std::uint32_t>(ends_.size() - 1);

@@ -9,11 +9,11 @@ namespace tunemeadow {
 
 struct Workbench;
 
-/// The row's location; that of a track on a burnt disc, with the drive in the place of the disc.
+/// The row's location; that of a track on a burnt disc, with the drive in place of the disc.
 [[nodiscard]] std::string PathOfRow(Workbench& bench, std::size_t row);
 
-/// What is heard of the row: its preview clip where "Try Preview" is on and the row has one, else
-/// PathOfRow.
+/// What is heard of the row: its preview clip where "Try Preview" is on and the row has one,
+/// otherwise PathOfRow.
 [[nodiscard]] std::string PathToPlay(Workbench& bench, std::size_t row);
 
 }  // namespace tunemeadow

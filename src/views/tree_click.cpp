@@ -77,7 +77,7 @@ std::int32_t ChildOfKey(const TreeNodes& nodes, std::int32_t parent, std::string
   return -1;
 }
 
-/// The folder's node in the library, else in the first archive that has it.
+/// The folder's node in the library, otherwise in the first archive that has it.
 std::int32_t NodeOfLocation(const TreeNodes& nodes, std::int32_t database,
                             std::string_view location) {
   std::int32_t found = IndexOfFolder(nodes, database, location);

@@ -31,7 +31,7 @@ enum class NodeKind {
 struct TreeSelection {
   NodeKind kind = NodeKind::kRoot;
   std::string key;   ///< as the nodes are keyed: "MainArchive\Artist\Abba", "CDArchive|MP3-CD01"
-  std::string name;  ///< of a playlist, or of an archive and for its folders; else empty
+  std::string name;  ///< of a playlist, or of an archive and for its folders; otherwise empty
 };
 
 /// What the library is grouped by, in the order of cboTreeSelector.

@@ -25,7 +25,7 @@ class TreeviewFilter {
   /// `interaction` must outlive the object.
   explicit TreeviewFilter(Interaction& interaction);
 
-  /// Opens the catalogue and starts anew, with the root "Database" and four groups that wait for
+  /// Opens the catalogue and starts again, with the root "Database" and four groups that wait for
   /// their load. False, after a box with number and description, where it cannot be opened.
   [[nodiscard]] bool Form_Load(const std::string& connection_string);
 
@@ -39,7 +39,7 @@ class TreeviewFilter {
   [[nodiscard]] const std::shared_ptr<TreeNodes>& Nodes() const noexcept { return nodes_; }
 
   /// Runs the load of the group of that key, once; again only after one that was stopped or has
-  /// failed, which leaves what it had read so far. True where it ran; false for any other key,
+  /// failed, which leaves what it had read so far. True if it ran; false for any other key,
   /// inside a running load, or where the group is there.
   bool Load(std::string_view key);
 
