@@ -19,7 +19,7 @@ class RowSource {
   virtual ~RowSource() = default;
 };
 
-/// The view of the nodes: tells Enter, right clicks and dropped rows apart from the rest.
+/// The view of the nodes: reports Enter, right clicks and dropped rows apart from the rest.
 class LibraryTree : public QTreeView {
   Q_OBJECT
 

@@ -27,7 +27,7 @@ void SetUpPickList(const PickListControls& controls);
 /// Adds an entry. `value` is bytes, `text` what is shown.
 void AddPick(QListWidget& list, const QString& text, const std::string& value, const QIcon& icon);
 
-/// Value of the selected entry; empty where there is none.
+/// Value of the selected entry; empty if there is none.
 [[nodiscard]] std::string PickedValue(const QListWidget& list);
 
 /// Selects the entry of that value; without one the selection stays.

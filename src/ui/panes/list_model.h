@@ -32,7 +32,7 @@ class ListModel : public QAbstractTableModel {
   void ShowRows();
 
   /// The same rows in another order. Indexes stay where they are: who keeps one that is to follow
-  /// its row finds the row anew.
+  /// its row finds the row again.
   void RowsReordered();
   void RowChanged(int row);
 

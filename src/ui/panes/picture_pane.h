@@ -24,7 +24,7 @@ class PicturePane : public QFrame {
   explicit PicturePane(QWidget* parent = nullptr);
   ~PicturePane() override;
 
-  /// Shows the editor's picture, or "no picture" where there is none that can be shown. The
+  /// Shows the editor's picture, or "no picture" if there is none that can be shown. The
   /// enlarged view follows.
   void Show(const DetailEditor& editor);
 

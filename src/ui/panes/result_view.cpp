@@ -237,7 +237,7 @@ void ResultView::mouseReleaseEvent(QMouseEvent* event) {
   const int row = indexAt(event->position().toPoint()).row();
   const bool click = event->button() == Qt::LeftButton && row >= 0 && row == pressed_row_;
   QTreeView::mouseReleaseEvent(event);
-  pressed_row_ = -1;  // the release behind a double click is no click
+  pressed_row_ = -1;  // the release after a double click is no click
   Announce(click);
 }
 

@@ -47,7 +47,7 @@ class ResultView : public QTreeView, public RowSource {
   /// Shows selection and focus as they are in the list, and scrolls to the focused row.
   void ShowSelection();
 
-  /// Shows the cells of the row anew.
+  /// Shows the cells of the row again.
   void RowChanged(int row);
 
   /// Sorts the list by a column, or the other way round where it is the sorted one, and shows it.
@@ -70,8 +70,8 @@ class ResultView : public QTreeView, public RowSource {
   /// tabs, in the order shown.
   void CopySelection() const;
 
-  /// Which file a row offers to a drag, as a path in bytes; empty for none. Without one, the row's
-  /// location.
+  /// Which file a row offers to a drag, as a path in bytes; empty if there is none. Without one,
+  /// the row's location.
   void SetDragPath(std::function<std::string(std::size_t row)> path_of_row);
 
   /// Lets the person drag the selected rows to another place of this list.
@@ -109,7 +109,7 @@ class ResultView : public QTreeView, public RowSource {
   void FilesDropped(const std::vector<std::string>& paths);
   void UnsupportedDrop();  ///< a drop without a local file
 
-  /// The selected rows were dropped before the row `before`, or behind the last one. Comes when the
+  /// The selected rows were dropped before the row `before`, or after the last one. Comes when the
   /// drop is over.
   void RowsMoved(int before);
 

@@ -36,7 +36,7 @@ QWidget* AddPanel(QStackedWidget& stack, Form& form, const char* name) {
   return panel;
 }
 
-/// The names behind an empty first entry, which means any; the chosen one stays chosen.
+/// The names after an empty first entry, which means any; the chosen one stays chosen.
 void SetNameList(QComboBox& combo, const std::vector<std::string>& names) {
   const QSignalBlocker quiet(&combo);
   const QString chosen = combo.currentText();

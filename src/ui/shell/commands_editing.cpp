@@ -42,7 +42,7 @@ void ShowSavingHelp(CommandContext& context) {
                context.bench.interaction);
 }
 
-/// What is typed for many must not mix with what was typed for the one before them. False where
+/// What is typed for many must not mix with what was typed for the one before them. False if
 /// the person wants that saved and it failed.
 bool MayBecomeMany(Workbench& bench) {
   return bench.ListInView().SelectedCount() < 2 || AskToSaveChanges(bench);

@@ -29,7 +29,7 @@ class frmStart : public QMainWindow, private WorkbenchWatcher {
   frmStart(Session& session, World& world);
   ~frmStart() override;
 
-  /// The whole start, up to the shown window. False where the program is to end.
+  /// The whole start, up to the shown window. False if the program is to end.
   [[nodiscard]] bool Form_Load();
 
   [[nodiscard]] Workbench& Bench() noexcept { return bench_; }

@@ -117,7 +117,7 @@ void frmStart::Starting::ApplyGeometry(const StoredValues& stored) {
     window.windows_.SetTreeVisible(window.bench_, false);
 }
 
-/// The folder of the desktop for music, else home.
+/// The folder of the desktop for music, otherwise home.
 std::string frmStart::Starting::FolderOfMusic() {
   for (const auto place : {QStandardPaths::MusicLocation, QStandardPaths::HomeLocation}) {
     const QByteArray folder = QFile::encodeName(QStandardPaths::writableLocation(place));

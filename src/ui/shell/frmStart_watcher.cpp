@@ -91,7 +91,7 @@ void frmStart::ShowSaveButton() {
 void frmStart::PictureChanged() { windows_.picture_pane->Show(bench_.details); }
 
 void frmStart::ListInViewChanged() {
-  // Else the focus of the list that goes would pass to a field.
+  // Otherwise the focus of the list that goes would pass to a field.
   const bool in_list = windows_.list_view->hasFocus() || windows_.playlist_view->hasFocus();
   windows_.list_view->setVisible(!bench_.playlist_in_view);
   windows_.playlist_view->setVisible(bench_.playlist_in_view);

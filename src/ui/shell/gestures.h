@@ -32,7 +32,7 @@ extern const Gesture<TreeKind> kTreeKindChosen;
 /// The selected rows were dropped on a node: its kind and name.
 extern const Gesture<const TreeSelection&> kRowsDroppedOnNode;
 
-/// The selected rows of the playlist were dropped before this row, or behind the last one.
+/// The selected rows of the playlist were dropped before this row, or after the last one.
 extern const Gesture<std::size_t> kRowsMoved;
 
 /// vsOrder wants the selected row of the playlist at this place, from 0.

@@ -62,7 +62,7 @@ BoxKind KindOf(Buttons buttons) {
     case Buttons::kYesNo:
       return {QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes, QMessageBox::No};
     case Buttons::kAbortRetryIgnore:
-      // Retry is the one answer that neither ends a batch nor passes over a fault.
+      // Retry is the one answer that neither ends a batch nor skips a fault.
       return {QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore, QMessageBox::Retry,
               QMessageBox::Abort};
     case Buttons::kOk:

@@ -62,7 +62,7 @@ void frmPreferences::BuildPages() {
   colours.setColor(QPalette::ButtonText, colours.color(QPalette::Link));
   link.setPalette(colours);
   link.setCursor(Qt::PointingHandCursor);
-  // The pages were made after the buttons and would come behind them.
+  // The pages were made after the buttons and would come after them.
   setTabOrder(ui_->encoding.Label16, window.cdmOK);
   setTabOrder(window.cdmOK, window.cmdCancel);
   setTabOrder(window.cmdCancel, window.cmdHelp);

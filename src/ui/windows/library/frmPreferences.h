@@ -41,7 +41,7 @@ class frmPreferences : public QDialog {
 
  signals:
   /// The preferences of the session have changed: after OK they are those of the controls, also
-  /// where a check keeps the dialog open; after a Cancel behind such an OK those of before again.
+  /// where a check keeps the dialog open; after a Cancel that follows such an OK, those of before.
   void PreferencesChanged();
 
  private:

@@ -26,7 +26,7 @@ class frmLaufwerke : public QDialog {
                Interaction& interaction, QWidget* parent = nullptr);
   ~frmLaufwerke() override;
 
-  /// The selected drive, bytes, without a separator at its end ("/" stays); empty where none is.
+  /// The selected drive, bytes, without a separator at its end ("/" stays); empty if none is.
   [[nodiscard]] std::string Chosen() const;
 
  private:
