@@ -28,7 +28,7 @@ class DatabaseError : public std::runtime_error {
   /// The store's result code.
   [[nodiscard]] int Number() const noexcept { return number_; }
 
-  /// The statement that failed, as it was passed to Execute; empty where the file could not be
+  /// The statement that failed, as it was passed to Execute; empty if the file could not be
   /// opened. It may hold the bytes of a path.
   [[nodiscard]] const std::string& Statement() const noexcept { return statement_; }
 

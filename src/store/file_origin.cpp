@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t kOriginBlock = std::size_t{1} << 16;
 
-/// Sums up a file of `size` bytes that `read(words, bytes, offset)` reads; nullopt where that says
+/// Sums up a file of `size` bytes that `read(words, bytes, offset)` reads; nullopt if that says
 /// no.
 template <typename Read>
 std::optional<FileOrigin> SumUp(std::int64_t size, Read read) {

@@ -26,7 +26,7 @@ struct FileOrigin {
 /// The origin of a file that is not open in this process. nullopt if it cannot be read to its end.
 [[nodiscard]] std::optional<FileOrigin> OriginOfFile(const std::string& path);
 
-/// The origin of a catalogue once a log that a crash left is folded in. nullopt where it cannot be
+/// The origin of a catalogue once a log that a crash left is folded in. nullopt if it cannot be
 /// read, or where somebody else is at work in it, so that its bytes alone are not the whole of it.
 [[nodiscard]] std::optional<FileOrigin> OriginOfCatalogue(const std::string& path);
 
