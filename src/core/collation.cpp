@@ -15,10 +15,10 @@
 namespace tunemeadow {
 namespace {
 
-// A key is the primary weights of the characters, which tell letters apart, and behind kAccents
+// A key is the primary weights of the characters, which tell letters apart, and after kAccents
 // their secondary ones, which tell accents apart. A weight is one byte or more, none of them zero,
 // and no weight is the beginning of another: so keys compare as bytes. Most letters have the common
-// secondary weight; those behind the last accent are left out, and with no accent all of them.
+// secondary weight; those after the last accent are left out, and with no accent all of them.
 constexpr char kAccents = 1;          ///< below every byte of a weight
 constexpr char kCommonSecondary = 5;  ///< below every other secondary weight
 constexpr char32_t kTableEnd = 0x500;

@@ -11,7 +11,7 @@ namespace tunemeadow {
 
 /// Appends the key of `text` (UTF-8) to `keys`. Keys compare as bytes, and those of texts that
 /// differ in case alone are equal, as are those of the same character in one piece and in several.
-/// A malformed byte comes behind every character. What has no width, such as a control character,
+/// A malformed byte comes after every character. What has no width, such as a control character,
 /// decides nothing. The key of Latin text has about its length.
 void AppendCollationKey(std::string& keys, std::string_view text);
 [[nodiscard]] std::string CollationKey(std::string_view text);
