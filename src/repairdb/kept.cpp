@@ -27,7 +27,7 @@ std::string FolderOf(const std::string& journal) {
   return name == 0 ? "./" : journal.substr(0, name);
 }
 
-/// The journal of this path, if it is one that may be read or removed; else nullptr.
+/// The journal of this path, if it is one that may be read or removed; otherwise nullptr.
 const KeptJournal* Find(const std::vector<KeptJournal>& journals, const std::string& path) {
   const auto found = std::find_if(journals.begin(), journals.end(), [&](const KeptJournal& kept) {
     return FileNamePart(kept.path) == FileNamePart(path);

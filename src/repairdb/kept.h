@@ -12,7 +12,7 @@ namespace tunemeadow::repair {
 int ListKept(const std::string& folder);
 
 /// Writes the old files of a journal into a folder that exists, each under its own name, or with a
-/// number behind it where that is taken. Nothing that stands there is touched.
+/// number after it where that is taken. Nothing that stands there is touched.
 int WriteKept(const std::string& journal, const std::string& folder);
 
 /// Removes a journal. Refused where it is none, and where a program is running that may still need

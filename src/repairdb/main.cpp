@@ -22,8 +22,8 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// The path as it stands, if there is such a file or folder; else with its "%20" as blanks, for a
-/// real "%20" in a name is as possible as a blank.
+/// The path as it stands, if there is such a file or folder; otherwise with its "%20" as blanks,
+/// for a real "%20" in a name is as possible as a blank.
 std::string PathOfArgument(const std::string& argument, bool folder_counts) {
   const std::string place =
       folder_counts ? std::string(tunemeadow::FolderPart(argument)) : argument;
