@@ -33,7 +33,7 @@ struct ID3v2NewPicture {
 
 /// How much of a file's start the plans are to be handed: as many bytes as the tag declares and 101
 /// more, with zero bytes in place of what the file lacks. `start` holds the first ten bytes or
-/// more, `length` is the file's. As long as `start` itself if there is no tag or the tag tells
+/// more, `length` is the file's. As long as `start` itself if there is no tag or the tag declares
 /// more than the file has, which is an error whatever follows.
 [[nodiscard]] std::size_t ID3v2HeadBytes(std::string_view start, std::int64_t length) noexcept;
 

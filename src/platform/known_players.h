@@ -27,11 +27,11 @@ struct KnownPlayer {
 };
 
 /// The player that the path names; null for any other. What counts is the file's name, or that of
-/// the file after a link: in any case, without a version ("qmmp-1", "vlc-3.0"), and of a
+/// the file that a link leads to: in any case, without a version ("qmmp-1", "vlc-3.0"), and of a
 /// reverse-domain name the last part ("org.videolan.VLC").
 [[nodiscard]] const KnownPlayer* FindKnownPlayer(const std::string& path);
 
-/// Whether the program is the door of a sandbox: BASE/exports/bin/NAME. After it the system's
+/// Whether the program is the door of a sandbox: BASE/exports/bin/NAME. Behind it the system's
 /// temporary folder and the runtime folder are others than here.
 [[nodiscard]] bool IsSandboxed(std::string_view path) noexcept;
 

@@ -154,7 +154,7 @@ class PlayCommand {
 };
 
 /// False: the command ends. `loadable` becomes false if the player cannot be loaded: it is not
-/// tried again for the rows after.
+/// tried again for the rows that follow.
 bool AppendRow(Workbench& bench, std::size_t row, bool& loadable) {
   const std::string path = PathOfRow(bench, row);
   const FileState state = LookForFile(bench.interaction, path);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The one way to the tags of a file. A command speaks of a track's texts in UTF-8; which tags hold
-// them, in which code page and under which names, is known after this port alone.
+// them, in which code page and under which names, is known behind this port alone.
 #pragma once
 
 #include <cstddef>
