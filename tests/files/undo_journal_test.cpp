@@ -27,7 +27,7 @@ std::string Letters(std::size_t count, char first = 'a') {
 }
 
 /// A program's folder, a file of music beside it, and what a kill leaves: a journal object that
-/// never ends its group, while another one starts anew in the same folder.
+/// never ends its group, while another one starts again in the same folder.
 struct UndoJournalTest : testing::Test {
   TempFolder folder;
   std::string old_bytes = Letters(100'000);

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -20,6 +19,7 @@
 #include "store/compact_copy.h"
 #include "store/database.h"
 #include "support/catalogue.h"
+#include "support/child_process.h"
 #include "support/other_program.h"
 
 namespace tunemeadow {
@@ -52,13 +52,10 @@ void Retitle(const std::string& path, const std::string& title) {
 /// Runs `work` in a child and kills it: what it left open stays as a crash leaves it.
 template <typename Work>
 void InAProcessThatDies(Work work) {
-  const pid_t child = fork();
-  ASSERT_GE(child, 0);
-  if (child == 0) {
+  StatusOfChild([&] {
     work();
-    raise(SIGKILL);
-  }
-  waitpid(child, nullptr, 0);
+    return raise(SIGKILL);
+  });
 }
 
 void RetitleAndCrash(const std::string& path, const std::string& title) {

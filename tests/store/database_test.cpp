@@ -305,7 +305,7 @@ TEST(DatabaseError, CarriesTheStatementWhereverItFailed) {
       {&catalogue.connection, "select x from nowhere"},  // as it is prepared
       {&catalogue.connection,
        "insert into mp3sTabelle (uid,location) values (1,'\xFF')"},  // as it runs
-      {&catalogue.connection, "begin"},                              // behind it
+      {&catalogue.connection, "begin"},                              // after it
   };
   for (const auto& [connection, statement] : cases) {
     try {

@@ -26,20 +26,16 @@ namespace fs = std::filesystem;
 
 /// Exit code of RepairDB.exe with these arguments.
 int RunRepairTool(const std::vector<std::string>& arguments) {
-  const pid_t child = fork();
-  if (child == 0) {
-    std::string tool = TM_BINARY_DIR "/bin/RepairDB.exe";
-    std::vector<std::string> kept = arguments;
-    std::vector<char*> argv = {tool.data()};
-    for (std::string& argument : kept) argv.push_back(argument.data());
+  const int status = StatusOfChild([&] {
+    std::vector<std::string> words = arguments;
+    words.insert(words.begin(), TM_BINARY_DIR "/bin/RepairDB.exe");
+    std::vector<char*> argv;
+    for (std::string& word : words) argv.push_back(word.data());
     argv.push_back(nullptr);
-    if (freopen("/dev/null", "w", stderr) == nullptr) _exit(126);
-    if (freopen("/dev/null", "w", stdout) == nullptr) _exit(126);
-    execv(tool.c_str(), argv.data());
-    _exit(127);
-  }
-  int status = 0;
-  waitpid(child, &status, 0);
+    if (freopen("/dev/null", "w", stderr) == nullptr) return 126;
+    if (freopen("/dev/null", "w", stdout) == nullptr) return 126;
+    return execv(argv[0], argv.data());
+  });
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
