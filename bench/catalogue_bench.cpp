@@ -105,7 +105,7 @@ void BM_Insert(benchmark::State& state) {
 }
 BENCHMARK(BM_Insert)->Iterations(20000);
 
-/// The same texts as SQLite's own literals, each prepared anew. `plain`: a table without trigger,
+/// The same texts as SQLite's own literals, each prepared again. `plain`: a table without trigger,
 /// index and AUTOINCREMENT, in pages of the usual size.
 void InsertBare(benchmark::State& state, bool plain) {
   const ScratchCatalogue scratch;

@@ -29,7 +29,7 @@ void Compare(const std::string& bytes) {
 
 void Run(std::string_view input) {
   Compare(std::string(input));
-  // The same behind a header of its own, so that frames need not be guessed behind a good one.
+  // The same after a header of its own, so that frames need not be guessed after a good one.
   Compare("ID3\3" + std::string(4, '\0') + "\x7F\x7F" + std::string(input));
   const GenreText genre = SplitGenreText(input);
   Require(genre.number.size() + genre.name.size() <= input.size(),

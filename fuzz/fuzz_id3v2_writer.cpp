@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The ID3v2 writer and removers on old tags of any kind: the audio behind the tag stays, the new
+// The ID3v2 writer and removers on old tags of any kind: the audio after the tag stays, the new
 // header tells where it begins, the reader finds what was written, a second save changes no length,
 // and the file is what was planned.
 #include "audio/id3v2_plan.h"

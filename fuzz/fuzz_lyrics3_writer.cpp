@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The Lyrics3 writer and remover on file ends of any kind: what stands before the block and the
-// record behind it stay, the reader finds what was written, a failure leaves the file as it was.
+// record after it stay, the reader finds what was written, a failure leaves the file as it was.
 #include "audio/lyrics3_writer.h"
 #include "core/text.h"
 #include "fuzz/written_file.h"
