@@ -197,12 +197,12 @@ TEST_F(Commands, ARefusedStatementIsToldWhereverSilenceIsNotLaidDown) {
 }
 
 TEST_F(Commands, TheKeyboardGoesRoundTheWindowAndSorts) {
-  QApplication::setActiveWindow(&window_);
+  QApplication::setActiveWindow(window_.get());
   auto calls = Calls();
   calls["mnuGoToSearch"]();
   const auto focus = [] { return QApplication::focusWidget(); };
   const auto is_in = [&](const char* name) {
-    const auto* part = window_.findChild<QWidget*>(name);
+    const auto* part = window_->findChild<QWidget*>(name);
     return focus() != nullptr && (focus() == part || part->isAncestorOf(focus()));
   };
   EXPECT_TRUE(is_in("cboSongname"));
@@ -217,20 +217,20 @@ TEST_F(Commands, TheKeyboardGoesRoundTheWindowAndSorts) {
     calls["mnuNextPart"]();
     EXPECT_TRUE(is_in(part)) << part;
   }
-  emit MenuOf(window_, Menu::kView).aboutToShow();
-  const auto columns = MenuOf(window_, Menu::kSortBy).actions();
+  emit MenuOf(*window_, Menu::kView).aboutToShow();
+  const auto columns = MenuOf(*window_, Menu::kSortBy).actions();
   ASSERT_EQ(columns.size(), 30);
   columns[1]->trigger();
   EXPECT_EQ(Bench().ListView1.SortColumn(), 1U);
-  emit MenuOf(window_, Menu::kView).aboutToShow();
-  EXPECT_TRUE(MenuOf(window_, Menu::kSortBy).actions()[1]->isChecked());
+  emit MenuOf(*window_, Menu::kView).aboutToShow();
+  EXPECT_TRUE(MenuOf(*window_, Menu::kSortBy).actions()[1]->isChecked());
 }
 
 TEST_F(Commands, ThoseOfTheTreeStandInTheBarWhileTheirNodeIsSelected) {
   const auto enabled = [&](Menu menu, const char* name) {
-    emit MenuOf(window_, menu).aboutToShow();
-    auto* action = window_.findChild<QAction*>(name);
-    EXPECT_TRUE(MenuOf(window_, menu).actions().contains(action)) << name;
+    emit MenuOf(*window_, menu).aboutToShow();
+    auto* action = window_->findChild<QAction*>(name);
+    EXPECT_TRUE(MenuOf(*window_, menu).actions().contains(action)) << name;
     return action->isEnabled();
   };
   for (const char* scene : {"mnuSuchen", "mnuPlaylistDelete", "mnuItem3CDArchivlöschen"}) {
