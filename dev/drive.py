@@ -22,7 +22,7 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402  (the version must be chosen first)
 
-PATIENCE = 15  # seconds that a control may take to appear
+PATIENCE = 40  # seconds that a control may take to appear
 CELLS = ("tree", "tree table", "table", "list")  # never walked into: a list may have a million cells
 
 
