@@ -3,7 +3,6 @@
 
 #include <unicode/ucol.h>
 #include <unicode/ucoleitr.h>
-#include <unicode/uloc.h>
 #include <unicode/utypes.h>
 
 #include <array>

@@ -123,7 +123,7 @@ constexpr std::array kViewCommands{
                .shortcut = "Ctrl+Shift+A",
                .begins = Begins::kAnyTime},
     CommandRow{.name = "mnuShowLibrary",
-               .caption = "Show &library",
+               .caption = "Sho&w library",
                .run = ShowLibrary,
                .needs = Needs::kLibraryAway,
                .places = {.bar = {Menu::kView, 210}, .popup = {Menu::kOfList, 610}},
