@@ -82,6 +82,19 @@ bool ChoosePicture(Workbench& bench) {
   return true;
 }
 
+/// The texts of the panels. An import notes the number 0 for none; a save leaves it out, but for
+/// one that the person has typed.
+TrackTexts TextsOfPanels(Workbench& bench) {
+  const DetailEditor& details = bench.details;
+  TrackTexts texts = details.texts;
+  std::string& track = texts[TrackField::trackno];
+  const ResultList& list = bench.ListInView();
+  const auto row = list.RowOfUid(details.uid);
+  const bool noted = row && list.Cell(*row, TrackField::trackno) == track;
+  if (track == "0" && (noted || !details.DetailsChanged)) track.clear();
+  return texts;
+}
+
 /// "OK", or what failed. `losses` tells what the tag could not hold.
 std::string WriteChosenPicture(Workbench& bench, TagLosses& losses) {
   const DetailEditor& details = bench.details;
@@ -93,7 +106,7 @@ std::string WriteChosenPicture(Workbench& bench, TagLosses& losses) {
   writing.yield = [&bench] { bench.interaction.KeepPainting(); };
   SetPicture(writing, bench.PictureFile);
   std::string result =
-      bench.Tags().WritePicture(details.texts[TrackField::location], details.texts, writing);
+      bench.Tags().WritePicture(details.texts[TrackField::location], TextsOfPanels(bench), writing);
   losses = writing.losses;
   return result;
 }

@@ -49,6 +49,21 @@ TEST_F(PicturePanel, AddWritesTheEditorsTextsAndTheImageAndCorrectsTheRow) {
                                           "Ready.", LossSentence(losses)}));
 }
 
+TEST_F(PicturePanel, ATrackNumberOfZeroIsWrittenOnlyWhereThePersonTypedIt) {
+  for (const char* row : {"0", "7"}) {
+    Run("delete from mp3sTabelle");
+    Load("a.mp3", v2_ + audio_);
+    bench_.ListView1.SetCell(0, TrackField::trackno, row);
+    DetailEditor& details = bench_.details;
+    details.texts[TrackField::trackno] = "0";
+    details.DetailsKeyed = details.DetailsChanged = true;
+    interaction_.WillChoose(folder_.Write("cover.jpg", FakeJpeg()));
+    cmdAddpic_Click(bench_);
+    EXPECT_EQ(Tag("a.mp3").TrackV2, *row == '0' ? "" : "0");
+    details.DetailsKeyed = details.DetailsChanged = false;
+  }
+}
+
 TEST_F(PicturePanel, DelTakesThePictureAway) {
   Load("a.mp3", with_picture_);
   ASSERT_EQ(AddPictureCaption(bench_.details), "del");
