@@ -68,6 +68,26 @@ FileRunPlan PlanOfMassSave(const Preferences& preferences) {
   return plan;
 }
 
+/// A file that was not written, or not with each of its tags.
+struct FailedFile {
+  std::string path;
+  std::string reasons;  ///< the writers' sentences
+};
+
+/// The log window behind a run, where files failed.
+void ListFailedFiles(Interaction& interaction, const std::vector<FailedFile>& failed,
+                     std::size_t count) {
+  if (failed.empty()) return;
+  interaction.ShowJob("Mass-saving", 1);
+  interaction.AddJobLine(std::to_string(failed.size()) + " of " + std::to_string(count) +
+                         " file(s) could not be written:");
+  for (const FailedFile& file : failed) {
+    interaction.AddJobLine("ERROR: " + DisplayPath(file.path) + " : " + file.reasons);
+  }
+  interaction.SetJobStep(1, "", "");
+  interaction.EndJob();
+}
+
 class MassSave {
  public:
   MassSave(Workbench& bench, std::vector<TickedField> ticked)
@@ -84,13 +104,16 @@ class MassSave {
   }
 
   [[nodiscard]] const TagLosses& Losses() noexcept { return run_.Writing().losses; }
+  [[nodiscard]] const std::vector<FailedFile>& Failed() const noexcept { return failed_; }
 
  private:
   void SaveItem(const SelectedFile& track) {
     TakeTexts(track.row);
+    at_work_ = {.path = track.path, .reasons = {}};
     TagStepsDone done;
     if (track.is_written) {
       done = SaveTags(track.path);
+      if (!at_work_.reasons.empty()) failed_.push_back(at_work_);
       if (done.aborted) return;
     }
     EscapeTexts();
@@ -120,10 +143,24 @@ class MassSave {
   }
 
   Answer AskAboutFailure() {
-    if (!preferences_.chkWarn) return Answer::kIgnore;
-    return run_.Ask({.text = "ID3-Tag can't be written!\n\nClick Ignore to ignore all",
-                     .title = "Error",
-                     .buttons = Buttons::kAbortRetryIgnore});
+    const std::string& fault = run_.Writing().fault;
+    ShowFault(bench_, at_work_.path, fault);
+    Answer answer = Answer::kIgnore;
+    if (preferences_.chkWarn) {
+      answer = run_.Ask({.text = "ID3-Tag can't be written!\n\nClick Ignore to ignore all",
+                         .title = "Error",
+                         .buttons = Buttons::kAbortRetryIgnore});
+    }
+    if (answer != Answer::kRetry) NoteReason(fault);
+    return answer;
+  }
+
+  /// Each once: what is wrong with a file mostly stops all of its tags.
+  void NoteReason(const std::string& fault) {
+    std::string& reasons = at_work_.reasons;
+    const std::string reason = fault.empty() ? "The tag cannot be written." : fault;
+    if (reasons.find(reason) != std::string::npos) return;
+    reasons.append(reasons.empty() ? "" : "; ").append(reason);
   }
 
   /// What came from the editor is put down as a single save puts it down. What came from the track
@@ -151,11 +188,12 @@ class MassSave {
       run_.Stop();
       return;
     }
-    StoreCells();
+    StoreCells(track);
   }
 
   /// Those of the written fields that a list shows.
-  void StoreCells() {
+  void StoreCells(const SelectedFile& track) {
+    if (track.is_written) MarkFileWritten(bench_, track.uid, at_work_.reasons.empty());
     cells_.clear();
     for (const TrackField field : FieldsInOrder<&TrackFieldRow::mass_save>()) {
       if (IndexOf(field) < kSelectedFields) cells_.push_back({field, texts_[field]});
@@ -168,7 +206,9 @@ class MassSave {
   std::vector<TickedField> ticked_;
   FileRun run_;
   TagStepTalk talk_;
-  TrackTexts texts_;       ///< of the track at work
+  TrackTexts texts_;    ///< of the track at work
+  FailedFile at_work_;  ///< without reasons as long as nothing has failed
+  std::vector<FailedFile> failed_;
   std::string statement_;  ///< of its row; its memory serves them all
   std::vector<FieldText> cells_;
 };
@@ -205,16 +245,19 @@ void SaveTextsForMany(Workbench& bench) {
   const Stopwatch watch;
   bool complete = false;
   TagLosses losses;
+  std::vector<FailedFile> failed;
   {
     MassSave run(bench, TickedFields(bench.details));
     complete = run.Run();
     losses = run.Losses();
+    failed = run.Failed();
   }
   ShowTracksAgain(bench, complete);
   TellLosses(bench, losses);
   if (complete) {
     TellTagResult(bench, std::to_string(count) + " file(s) successfully saved.", watch);
   }
+  ListFailedFiles(bench.interaction, failed, count);
 }
 
 }  // namespace tunemeadow

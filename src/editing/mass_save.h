@@ -10,7 +10,9 @@
 namespace tunemeadow {
 
 /// Saves the selected rows of ListView1, after a question that names the ticked fields. The panels
-/// then show what the rows hold; where the run ended early, they keep what is ticked. Nothing
+/// then show what the rows hold; where the run ended early, they keep what is ticked. Files that
+/// could not be written are listed with their reasons in the window of a job, behind the closing
+/// box, and their rows are marked. Nothing
 /// happens in the playlist view, whose rows are not those of ListView1.
 void SpezialSpeichern(Workbench& bench);
 

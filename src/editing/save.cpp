@@ -118,9 +118,14 @@ class SingleSave {
     TagWriting writing(journal);
     writing.yield = [this] { bench_.interaction.Yield(); };
     const TrackTexts texts = details_.texts;
+    file_written_ = true;
     const TagStepTalk talk = {
         .begins = [this](SavedTag tag) { TellStep(tag); },
-        .failed = [this](SavedTag tag) { return AskAboutFailure(tag); },
+        .failed =
+            [&](SavedTag tag) {
+              ShowFault(bench_, path, writing.fault);
+              return AskAboutFailure(tag);
+            },
     };
     group_.emplace(
         journal, [this](const MessageBox& box) { bench_.interaction.ShowMessage(box); },
@@ -143,14 +148,19 @@ class SingleSave {
   /// What was written is safe while the box stands, and a new try begins with the file as it is by
   /// then.
   Answer AskAboutFailure(SavedTag tag) {
-    if (!preferences_.chkWarn) return Answer::kIgnore;
+    if (!preferences_.chkWarn) return PassOver();
     group_->Close();
     const Answer answer = bench_.interaction.ShowMessage(
         {.text = std::string(NameOf(tag).box) + "-Tag can't be written!",
          .title = "Error",
          .buttons = Buttons::kAbortRetryIgnore});
     if (answer != Answer::kAbort) group_->BeginFile(0);
-    return answer;
+    return answer == Answer::kIgnore ? PassOver() : answer;
+  }
+
+  Answer PassOver() {
+    file_written_ = false;
+    return Answer::kIgnore;
   }
 
   void SaveTexts() {
@@ -208,6 +218,7 @@ class SingleSave {
 
   /// Wherever a list shows the track, which may be several times.
   void StoreCells() {
+    if (file_written_) MarkFileWritten(bench_, details_.uid, *file_written_);
     for (ResultList* list : {&bench_.ListView1, &bench_.ListView3}) {
       for (std::size_t row = 0; row < list->RowCount(); ++row) {
         if (list->Uid(row) != details_.uid) continue;
@@ -223,6 +234,7 @@ class SingleSave {
   bool holds_texts_ = false;        ///< there was anything to be put in order
   std::optional<SaveGroup> group_;  ///< the rewrites of the one file share their syncs
   TagStepsDone done_;
+  std::optional<bool> file_written_;  ///< no tag was passed over; none: tags are not written
   TagLosses losses_;
 };
 

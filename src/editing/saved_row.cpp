@@ -3,6 +3,7 @@
 
 #include "core/dates.h"
 #include "core/numbers.h"
+#include "core/paths.h"
 #include "files/file_facts.h"
 
 namespace tunemeadow {
@@ -18,6 +19,15 @@ std::string FileTimeOfRow(Session& session, const std::string& path, std::int64_
 void SetFlagOfRow(std::string& flag, bool written) {
   const std::int64_t number = ParseWhole(flag).value_or(0);
   flag = std::to_string(number == 0 && written ? 1 : number);
+}
+
+void MarkFileWritten(Workbench& bench, std::int64_t uid, bool written) {
+  for (ResultList* list : {&bench.ListView1, &bench.ListView3}) list->SetFileWritten(uid, written);
+}
+
+void ShowFault(Workbench& bench, const std::string& path, const std::string& fault) {
+  if (fault.empty()) return;
+  bench.interaction.SetStatus(DisplayPath(std::string(FileNamePart(path))) + ": " + fault);
 }
 
 }  // namespace tunemeadow

@@ -182,6 +182,14 @@ void ResultList::SetFocusedRow(std::optional<std::size_t> row) {
   if (row && *row < order_.size()) focused_ = order_[*row];
 }
 
+void ResultList::SetFileWritten(std::int64_t uid, bool written) {
+  if (written) {
+    unwritten_.erase(uid);
+  } else {
+    unwritten_.insert(uid);
+  }
+}
+
 TrackTexts ResultList::Record(std::size_t row) const {
   TrackTexts record;
   for (std::size_t i = 0; i < kPlaylistFields; ++i) {

@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "core/cell_table.h"
@@ -71,6 +72,13 @@ class ResultList {
   [[nodiscard]] std::optional<std::size_t> FocusedRow() const noexcept;
   void SetFocusedRow(std::optional<std::size_t> row);
 
+  /// Whether the file of a track holds what its row says. False stays by the key, whatever rows
+  /// come, until it is told otherwise: such a row is not to look like a saved one.
+  void SetFileWritten(std::int64_t uid, bool written);
+  [[nodiscard]] bool IsFileWritten(std::size_t row) const noexcept {
+    return unwritten_.empty() || !unwritten_.contains(Uid(row));
+  }
+
   /// The texts of one record; those that the list does not hold are empty.
   [[nodiscard]] TrackTexts Record(std::size_t row) const;
 
@@ -85,7 +93,8 @@ class ResultList {
   std::vector<std::uint32_t> order_;  ///< shown row -> table row
   std::vector<bool> selected_;        ///< by table row
   std::size_t selected_count_ = 0;
-  std::optional<std::uint32_t> focused_;  ///< table row
+  std::unordered_set<std::int64_t> unwritten_;  ///< keys
+  std::optional<std::uint32_t> focused_;        ///< table row
   std::optional<std::size_t> sort_column_;
   bool ascending_ = true;
 };

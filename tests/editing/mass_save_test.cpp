@@ -217,10 +217,26 @@ TEST_F(MassSaving, AfterIgnoreNoFailureIsTold) {
   std::filesystem::remove(folder_.Path("music/2.mp3"));
   chmod(folder_.Path("music/3.mp3").c_str(), 0666);
   const ScopedPlainUser plain(folder_.Path());
+  Texts told;
+  interaction_.on_box = [&](const MessageBox&) { told.push_back(interaction_.Status()); };
   SaveAll({Answer::kRetry, Answer::kIgnore, Answer::kOk});
   EXPECT_THAT(interaction_.BoxTexts(), ElementsAre(testing::StartsWith(kAskAll), kFailed, kFailed,
                                                    testing::HasSubstr("3 file(s)")));
   EXPECT_EQ(Column("album || hasid3v1 || hasid3v2"), (Texts{"new00", "new00", "new11"}));
+  EXPECT_THAT(told[1], testing::StartsWith("1.mp3: ")) << "while the told box stands";
+  EXPECT_THAT(interaction_.job_titles, ElementsAre("Mass-saving"));
+  const auto error = [&](const std::string& name, const std::string& reason) {
+    return "ERROR: " + folder_.Path("music/" + name) +
+           " : The file cannot be opened for writing: " + reason;
+  };
+  EXPECT_THAT(interaction_.job_lines, ElementsAre("2 of 3 file(s) could not be written:",
+                                                  error("1.mp3", "Permission denied"),
+                                                  error("2.mp3", "No such file or directory")));
+  std::string written;
+  for (std::size_t row = 0; row < 3; ++row) {
+    written += bench_.ListView1.IsFileWritten(row) ? "x" : "-";
+  }
+  EXPECT_EQ(written, "--x");
   EXPECT_EQ(Column("datetimeoffile")[1], "then2");
   EXPECT_EQ(Tag("3.mp3").Album, "new");
   EXPECT_EQ(Bytes("1.mp3"), audio_);

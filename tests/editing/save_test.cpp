@@ -144,11 +144,17 @@ TEST_F(SingleSave, QuotesGiveWayInTheRowAndStayInTheTag) {
 
 TEST_F(SingleSave, IgnoreGoesOnFromTagToTagAndSavesTheRow) {
   EditBlocked();
+  interaction_.on_box = [&](const MessageBox&) {
+    EXPECT_EQ(interaction_.Status(),
+              "a.mp3: The file cannot be opened for writing: Is a directory");
+  };
   Save({Answer::kIgnore, Answer::kIgnore, Answer::kIgnore});
   EXPECT_EQ(interaction_.BoxTexts(),
             (Texts{"Error: ID3v2-Tag can't be written!", "Error: ID3v1-Tag can't be written!",
                    "Error: LYRICS3-Tag can't be written!"}));
   EXPECT_EQ(Column("Songname || hasid3v1 || hasid3v2"), Texts{"new00"});
+  EXPECT_FALSE(bench_.ListView1.IsFileWritten(0));
+  EXPECT_EQ(interaction_.Status(), "Ready.");
   session_.preferences.chkWarn = false;
   bench_.details.texts[TrackField::Songname] = "newer";
   Save();
@@ -189,6 +195,7 @@ TEST_F(SingleSave, RetryWritesTheVeryTagThatTheFirstTryWouldHave) {
   };
   Save({Answer::kRetry, Answer::kRetry, Answer::kRetry});
   EXPECT_EQ(Bytes("a.mp3"), Bytes("whole.mp3"));
+  EXPECT_TRUE(bench_.ListView1.IsFileWritten(0));
   EXPECT_EQ(Column("hasid3v1 || hasid3v2"), Texts{"11"});
 }
 

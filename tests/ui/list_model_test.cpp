@@ -97,6 +97,22 @@ TEST_F(ListModelTest, TheFirstCellShowsTheFileTypeWhateverItsCase) {
   EXPECT_FALSE(Data(0, kTitle, Qt::DecorationRole).isValid());
 }
 
+TEST_F(ListModelTest, ARowWhoseFileCouldNotBeWrittenDoesNotLookSaved) {
+  Fill(NumberedRows(2));
+  list_.SetFileWritten(list_.Uid(1), false);
+  const auto look = [&](int row) {
+    return std::pair(Data(row, kTitle, Qt::FontRole).value<QFont>().italic(),
+                     Data(row, kTitle, Qt::ToolTipRole).toString().contains("not be written"));
+  };
+  EXPECT_EQ(look(0), std::pair(false, false));
+  EXPECT_EQ(look(1), std::pair(true, true));
+  EXPECT_EQ(Data(1, 0, Qt::DecorationRole).value<QIcon>().name(), "dialog-warning");
+  Fill(NumberedRows(2));
+  EXPECT_EQ(look(1), std::pair(true, true)) << "another search does not write the file";
+  list_.SetFileWritten(list_.Uid(1), true);
+  EXPECT_EQ(look(1), std::pair(false, false));
+}
+
 TEST_F(ListModelTest, RowsThatAreGoneReadAsEmptyUntilTheModelIsTold) {
   Fill(NumberedRows(3));
   const QModelIndex stale = model_.index(2, 0);

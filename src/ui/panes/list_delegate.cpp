@@ -37,10 +37,12 @@ bool ListDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view,
     return QStyledItemDelegate::helpEvent(event, view, option, index);
   }
   const auto* model = qobject_cast<const ListModel*>(index.model());
-  const bool cut = model != nullptr && (sizeHint(option, index).width() > option.rect.width() ||
-                                        model->ShownText(index.row(), index.column()) !=
-                                            model->WholeText(index.row(), index.column()));
-  if (cut) return QStyledItemDelegate::helpEvent(event, view, option, index);
+  const bool has_more =
+      model != nullptr &&
+      (!model->IsWritten(index.row()) || sizeHint(option, index).width() > option.rect.width() ||
+       model->ShownText(index.row(), index.column()) !=
+           model->WholeText(index.row(), index.column()));
+  if (has_more) return QStyledItemDelegate::helpEvent(event, view, option, index);
   QToolTip::hideText();
   return true;
 }

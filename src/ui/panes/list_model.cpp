@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/panes/list_model.h"
 
+#include <QApplication>
+#include <QFont>
 #include <QMimeDatabase>
 #include <algorithm>
 #include <limits>
@@ -16,6 +18,7 @@ namespace {
 constexpr std::size_t kShownCharacters = 300;
 constexpr std::size_t kShownBytes = 4 * kShownCharacters;
 constexpr qsizetype kToolTipCharacters = 2000;
+constexpr QLatin1String kUnwritten("The file could not be written and may hold older texts.");
 
 /// Line breaks and other control characters as blanks; a carriage return before a line feed goes.
 QString OnOneLine(QString text) {
@@ -33,6 +36,12 @@ QString AsLiteralToolTip(QString text) {
   text = text.toHtmlEscaped();
   text.replace(QLatin1Char('\n'), QLatin1String("<br>"));
   return QLatin1String("<qt>") + text + QLatin1String("</qt>");
+}
+
+QVariant UnwrittenFont() {
+  QFont font = QApplication::font("QAbstractItemView");
+  font.setItalic(true);
+  return font;
 }
 
 QIcon IconOfFileType(const std::string& key) {
@@ -81,7 +90,12 @@ QString ListModel::LineText(int row, int column) const { return OnOneLine(WholeT
 
 QString ListModel::WholeText(int row, int column) const { return ToQt(CellBytes(row, column)); }
 
+bool ListModel::IsWritten(int row) const {
+  return row < 0 || list_.IsFileWritten(static_cast<std::size_t>(row));
+}
+
 QIcon ListModel::RowIcon(int row) const {
+  if (!IsWritten(row)) return QIcon::fromTheme("dialog-warning");
   const std::string key = IconKey(CellBytes(row, static_cast<int>(IndexOf(TrackField::location))));
   const auto known = icons_.find(key);
   if (known != icons_.end()) return known->second;
@@ -114,7 +128,12 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
       if (!IsNumber(index.column())) return {};
       return QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter));
     case Qt::ToolTipRole:
+      if (!IsWritten(index.row())) return QString(kUnwritten);
       return AsLiteralToolTip(WholeText(index.row(), index.column()));
+    case Qt::AccessibleDescriptionRole:
+      return IsWritten(index.row()) ? QVariant() : QVariant(QString(kUnwritten));
+    case Qt::FontRole:
+      return IsWritten(index.row()) ? QVariant() : UnwrittenFont();
     case Qt::AccessibleTextRole:
       return WholeText(index.row(), index.column());
     default:

@@ -43,7 +43,11 @@ class ListModel : public QAbstractTableModel {
   [[nodiscard]] QString LineText(int row, int column) const;
   [[nodiscard]] QString WholeText(int row, int column) const;
 
-  /// Image of a file of this kind, told by the last three characters of its location.
+  /// False: the row's file could not be written, and the row does not look like the others.
+  [[nodiscard]] bool IsWritten(int row) const;
+
+  /// Image of a file of this kind, told by the last three characters of its location; a warning for
+  /// one that could not be written.
   [[nodiscard]] QIcon RowIcon(int row) const;
 
   /// Whether texts of this column stand at the right.
@@ -55,7 +59,8 @@ class ListModel : public QAbstractTableModel {
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
 
   /// Text, image (first column only), alignment, tool tip (the whole text, as rich text that shows
-  /// it literally) and the text for screen readers.
+  /// it literally) and the text for screen readers. A row whose file could not be written is italic
+  /// and says so in tool tip and description.
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
   [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation,
                                     int role) const override;
