@@ -24,6 +24,19 @@ void OpenQuery(Workbench& bench, std::string_view host, std::string_view path_an
   (void)bench.world.shell.Open(std::string(host).append(path_and_query));
 }
 
+/// Without a choice, the artist: an empty query finds nothing.
+LookupChoice ChoiceOrArtist(LookupChoice choice) {
+  const bool any =
+      choice.chkCDDBSong || choice.chkCDDBArtist || choice.chkCDDBAlbum || choice.chkCDDBLocation;
+  if (!any) choice.chkCDDBArtist = true;
+  return choice;
+}
+
+/// The values of the query, coded.
+std::string QueryOf(const Workbench& bench, const LookupChoice& choice) {
+  return LookupText(LookupValues(bench.details, ChoiceOrArtist(choice)));
+}
+
 /// Where the disc database is to look: one field for each chosen value, all for a file name alone.
 std::string DiscFields(const LookupChoice& choice) {
   std::string fields;
@@ -64,8 +77,8 @@ std::string LookupValues(const DetailEditor& details, const LookupChoice& choice
 }
 
 std::string LookupText(std::string_view text) {
-  constexpr std::array<std::pair<char, std::string_view>, 3> kCoded = {
-      {{'#', "%23"}, {'&', "%26"}, {'%', "%25"}}};
+  constexpr std::array<std::pair<char, std::string_view>, 4> kCoded = {
+      {{'#', "%23"}, {'&', "%26"}, {'%', "%25"}, {'+', "%2B"}}};
   std::string query;
   for (const char each : text) {
     std::string_view written(&each, 1);
@@ -78,22 +91,20 @@ std::string LookupText(std::string_view text) {
 }
 
 void mnuAmazoncom_Click(Workbench& bench, const LookupChoice& choice) {
-  OpenQuery(
-      bench, kSites.music_shop,
-      "/exec/obidos/external-search?keyword=" + LookupText(LookupValues(bench.details, choice)) +
-          "&mode=music&tag=" + std::string(kSites.partner_code) +
-          "&pdm-search-go-btn.gif.x=10&pdm-search-go-btn.gif.y=10");
+  OpenQuery(bench, kSites.music_shop,
+            "/exec/obidos/external-search?keyword=" + QueryOf(bench, choice) +
+                "&mode=music&tag=" + std::string(kSites.partner_code) +
+                "&pdm-search-go-btn.gif.x=10&pdm-search-go-btn.gif.y=10");
 }
 
 void mnucddbcom_Click(Workbench& bench, const LookupChoice& choice) {
   OpenQuery(bench, kSites.disc_database,
-            "/php/search1.php3?" + DiscFields(choice) +
-                "&q=" + LookupText(LookupValues(bench.details, choice)) + "&image=Search");
+            "/php/search1.php3?" + DiscFields(ChoiceOrArtist(choice)) +
+                "&q=" + QueryOf(bench, choice) + "&image=Search");
 }
 
 void mnuSearchCovers_Click(Workbench& bench, const LookupChoice& choice) {
-  OpenQuery(bench, kSites.covers,
-            "/results.asp?searchtype=4&s=" + LookupText(LookupValues(bench.details, choice)));
+  OpenQuery(bench, kSites.covers, "/results.asp?searchtype=4&s=" + QueryOf(bench, choice));
 }
 
 void mnusonicnet_Click(Workbench& bench, const LookupChoice& choice) {

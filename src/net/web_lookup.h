@@ -22,11 +22,12 @@ struct LookupChoice {
 /// between two of them; empty if there is none.
 [[nodiscard]] std::string LookupValues(const DetailEditor& details, const LookupChoice& choice);
 
-/// The text for use in a query: "#", "&" and "%", which would end it, are percent-coded, all else
-/// stays.
+/// The text for use in a query: "#", "&", "%" and "+", which would end it or mean something else in
+/// it, are percent-coded, all else stays.
 [[nodiscard]] std::string LookupText(std::string_view text);
 
-/// The four sites. A browser that cannot be started is not told.
+/// The four sites. Without a choice the artist is sent. A browser that cannot be started is not
+/// told.
 void mnuAmazoncom_Click(Workbench& bench, const LookupChoice& choice);
 void mnucddbcom_Click(Workbench& bench, const LookupChoice& choice);
 void mnuSearchCovers_Click(Workbench& bench, const LookupChoice& choice);

@@ -48,7 +48,7 @@ TEST_F(WebLookup, TheChosenValuesStandInTheQueryWithWhatWouldEndItCoded) {
             "&mode=music&tag=tunemeadow&pdm-search-go-btn.gif.x=10&pdm-search-go-btn.gif.y=10");
   EXPECT_EQ(Opened(mnuSearchCovers_Click, {.chkCDDBArtist = true, .chkCDDBAlbum = true}),
             "/results.asp?searchtype=4&s=Anna %26 Bert %231  hits");
-  EXPECT_EQ(Opened(mnuSearchCovers_Click, kNone), "/results.asp?searchtype=4&s=");
+  EXPECT_EQ(Opened(mnuSearchCovers_Click, kNone), "/results.asp?searchtype=4&s=Anna %26 Bert");
   bench_.details.texts[TrackField::Artist].clear();
   EXPECT_EQ(Opened(mnuSearchCovers_Click, kAll),
             "/results.asp?searchtype=4&s=50%25 more  %231  hits AC\\DC.mp3");
@@ -65,7 +65,7 @@ TEST_F(WebLookup, TheDiscDatabaseLooksInTheFieldsOfTheChosenValues) {
       {kFile, "f=disc&f=track&f=artist", "AC\\DC.mp3"},
       {{.chkCDDBArtist = true, .chkCDDBLocation = true}, "f=artist", "Anna %26 Bert AC\\DC.mp3"},
       {kAll, "f=track&f=artist&f=disc", "50%25 more Anna %26 Bert %231  hits AC\\DC.mp3"},
-      {kNone, "", ""},
+      {kNone, "f=artist", "Anna %26 Bert"},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(Opened(mnucddbcom_Click, c.choice),
