@@ -17,6 +17,7 @@
 #include "run/busy.h"
 #include "tracks/field_order.h"
 #include "tracks/track_field_table.h"
+#include "views/changed_file.h"
 #include "views/tree.h"
 #include "views/workbench.h"
 
@@ -201,6 +202,7 @@ void ChooseRow(Workbench& bench, std::size_t row, bool follows_in_tree) {
   if (follows_in_tree) FollowRowInTree(bench, row);
   if (!is_loaded || !HasChanges(bench.details)) LoadTexts(bench, row);
   ShowDetails(bench, row);
+  TellChangedFile(bench, bench.details.uid, bench.details.texts[TrackField::location]);
 }
 
 }  // namespace
