@@ -170,6 +170,7 @@ class SingleSave {
     details_.DetailsKeyed = false;
     details_.DetailsChanged = false;
     StoreCells();
+    bench_.interaction.SetStatus("Saved: " + details_.texts[TrackField::Songname] + ".");
   }
 
   void EscapeTexts() {

@@ -34,15 +34,33 @@ bool AnyMp3Selected(const ResultList& list, const std::vector<std::size_t>& rows
   });
 }
 
+constexpr std::string_view kFolderKey = "lblExportFolder";  ///< where the last file was written
+
+/// The name of the open playlist, as far as a file can have it; otherwise the format's pattern.
+std::string OfferedName(const Workbench& bench, const PlaylistFormat& format) {
+  if (!bench.playlist_in_view || bench.current_playlist.empty()) {
+    return std::string(format.offered);
+  }
+  std::string name = bench.current_playlist;
+  std::replace(name.begin(), name.end(), '/', '_');
+  return name.append(format.extension);
+}
+
+/// The last folder, otherwise that of the program, with the name.
+std::string OfferedPath(const Workbench& bench, const PlaylistFormat& format) {
+  const Session& session = bench.session;
+  const std::string last = session.ini.GetString(kConfigSection, kFolderKey, "", 0);
+  return JoinPath(IsDirectory(last) ? last : session.program_folder, OfferedName(bench, format));
+}
+
 /// The place of the file, with its extension. The pattern that the dialog begins with is no name.
 std::optional<std::string> ChooseDestination(Workbench& bench, const PlaylistFormat& format) {
   for (;;) {
-    auto path = bench.interaction.ChooseFile(
-        {.title = "Export",
-         .filter = std::string(format.filter),
-         .start = JoinPath(bench.session.program_folder, format.offered),
-         .for_saving = true,
-         .asks_itself = true});
+    auto path = bench.interaction.ChooseFile({.title = "Export",
+                                              .filter = std::string(format.filter),
+                                              .start = OfferedPath(bench, format),
+                                              .for_saving = true,
+                                              .asks_itself = true});
     if (!path || path->empty()) return std::nullopt;
     if (FileNamePart(*path) == format.offered) continue;
     if (!EndsWithNoCase(*path, format.extension)) path->append(format.extension);
@@ -71,6 +89,20 @@ bool MayWrite(Workbench& bench, const std::string& destination) {
              Answer::kYes;
 }
 
+/// No box where that fails; the player that is to read the file will say that it is missing.
+void WriteAndTell(Workbench& bench, const std::string& destination, const PlaylistFormat& format,
+                  const std::vector<std::string>& paths) {
+  if (!ReplaceFile(destination, format.text(paths))) {
+    bench.interaction.SetStatus(DisplayPath(destination) + " cannot be written.");
+    return;
+  }
+  bench.session.ini.SaveString(kConfigSection, kFolderKey, FolderPart(destination));
+  const std::string written = std::to_string(paths.size());
+  const std::size_t all = bench.ListInView().RowCount();
+  const std::string of_all = paths.size() < all ? " of " + std::to_string(all) : std::string();
+  bench.interaction.SetStatus(written + of_all + (all == 1 ? " track" : " tracks") + " written.");
+}
+
 void ExportPlaylist(Workbench& bench, const PlaylistFormat& format) {
   const std::vector<std::size_t> rows = bench.ListInView().SelectedRows();
   if (!AnyMp3Selected(bench.ListInView(), rows)) {
@@ -81,8 +113,7 @@ void ExportPlaylist(Workbench& bench, const PlaylistFormat& format) {
   if (!destination) return;
   const auto paths = FilesThatAreThere(bench, rows);
   if (!paths || !MayWrite(bench, *destination)) return;
-  // No message where that fails; the player that is to read the file will say that it is missing.
-  static_cast<void>(ReplaceFile(*destination, format.text(*paths)));
+  WriteAndTell(bench, *destination, format, *paths);
 }
 
 }  // namespace

@@ -16,8 +16,9 @@ namespace tunemeadow {
 [[nodiscard]] std::string PlsText(std::span<const std::string> paths);
 
 /// Writes such a file of the selected rows of the list in view, at a place that the person chooses.
-/// Missing files are asked about one by one. Where the file cannot be written nothing is told, and
-/// one that was there stays as it was.
+/// Missing files are asked about one by one. The status line tells how many of the list's tracks
+/// were written, or that the file cannot be; one that was there stays as it was then. The name of
+/// an open playlist and the folder of the last such file are offered.
 void mnuExporttoPlaylist_Click(Workbench& bench);
 void mnuExporttoplsPlaylist_Click(Workbench& bench);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "playback/playlists.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <limits>
@@ -20,11 +21,25 @@ namespace {
 std::string CutName(std::string_view name) { return std::string(Left(name, kLongestPlaylistName)); }
 
 /// "Playlist 7"; each proposal raises the number.
-std::string ProposedName(Workbench& bench) {
+std::string NextName(Workbench& bench) {
   std::string name = "Playlist " + std::to_string(bench.PlaylistCounter);
   const bool last = bench.PlaylistCounter == std::numeric_limits<std::int16_t>::max();
   bench.PlaylistCounter =
       last ? std::int16_t{1} : static_cast<std::int16_t>(bench.PlaylistCounter + 1);
+  return name;
+}
+
+/// The next name that no playlist has.
+std::string ProposedName(Workbench& bench) {
+  const std::vector<std::string> taken = PlaylistNames(bench);
+  const auto is_taken = [&taken](const std::string& name) {
+    return std::any_of(taken.begin(), taken.end(),
+                       [&](const std::string& each) { return EqualsNoCase(each, name); });
+  };
+  std::string name = NextName(bench);
+  for (std::size_t tries = taken.size(); tries > 0 && is_taken(name); --tries) {
+    name = NextName(bench);
+  }
   return name;
 }
 
@@ -43,21 +58,25 @@ std::vector<std::string> SelectedUids(const ResultList& list) {
   return uids;
 }
 
-/// Runs the statements of `count` rows. Tells of the first that fails, and ends there.
+/// Runs the statements of `count` rows. Tells of the first that fails, and ends there. How many
+/// were written.
 template <typename StatementOfRow>
-void WritePlaylistRows(Workbench& bench, std::size_t count, StatementOfRow statement_of) {
+std::size_t WritePlaylistRows(Workbench& bench, std::size_t count, StatementOfRow statement_of) {
   std::optional<MessageBox> failure;
+  std::size_t written = 0;
   {
     CatalogueWriting writing(bench);
     for (std::size_t i = 0; i < count && !failure; ++i) {
       try {
         writing.Run(statement_of(i));
+        ++written;
       } catch (const DatabaseError& error) {
         failure = MessageBox{.text = error.WithStatement()};
       }
     }
   }
   if (failure) bench.interaction.ShowMessage(*failure);
+  return written;
 }
 
 /// Runs one statement; false, with its box, where the store refuses it.
@@ -96,6 +115,11 @@ void ShowWritten(Workbench& bench, const std::string& name) {
   }
 }
 
+void TellWritten(Workbench& bench, std::size_t tracks, const std::string& name) {
+  bench.interaction.SetStatus(std::to_string(tracks) + (tracks == 1 ? " track" : " tracks") +
+                              " added to the playlist \"" + name + "\".");
+}
+
 const std::string* PlaylistOfTree(const Workbench& bench) {
   const TreeSelection& node = bench.tree.selected;
   return node.kind == NodeKind::kPlaylist ? &node.name : nullptr;
@@ -110,8 +134,10 @@ void mnuPlaylistSave_Click(Workbench& bench, const std::string& target_name) {
   const std::string head =
       "insert into playlists (Playlist,uid) values (" + Quoted(name, '"') + ",";
   const std::vector<std::string> uids = SelectedUids(bench.ListInView());
-  WritePlaylistRows(bench, uids.size(), [&](std::size_t i) { return head + uids[i] + ")"; });
+  const std::size_t written =
+      WritePlaylistRows(bench, uids.size(), [&](std::size_t i) { return head + uids[i] + ")"; });
   ShowWritten(bench, name);
+  TellWritten(bench, written, name);
 }
 
 void mnuPlaylistAddItems_Click(Workbench& bench, const std::string& chosen) {
@@ -147,10 +173,11 @@ void mnuToolsRandomPlaylist_Click(Workbench& bench) {
   std::uniform_int_distribution<std::size_t> position(0, rows - 1);
   const std::string head =
       "insert into playlists (Playlist,uid,[position]) values (" + Quoted(name, '"') + ",";
-  WritePlaylistRows(bench, uids.size(), [&](std::size_t i) {
+  const std::size_t written = WritePlaylistRows(bench, uids.size(), [&](std::size_t i) {
     return head + uids[i] + "," + std::to_string(position(generator)) + ")";
   });
   ShowWritten(bench, name);
+  TellWritten(bench, written, name);
 }
 
 void mnuPlaylistDelete_Click(Workbench& bench) {

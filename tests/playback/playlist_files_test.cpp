@@ -114,5 +114,24 @@ TEST_F(PlaylistFiles, AnArchivedTrackIsWrittenWithItsDrive) {
   EXPECT_EQ(target_.Read("x.m3u"), "#EXTM3U\r\n" + disc + "\r\n");
 }
 
+TEST_F(PlaylistFiles, TellsHowManyOfTheListItHoldsAndOffersNameAndFolderOfLastTime) {
+  const std::string a = AddFile("a.mp3");
+  AddFile("b.mp3");
+  ShowTracks(1);
+  interaction_.WillChoose(target_.Path("x.m3u"));
+  mnuExporttoPlaylist_Click(bench_);
+  EXPECT_EQ(interaction_.offered.back(), folder_.Path("*.m3u"));
+  EXPECT_EQ(interaction_.Status(), "1 of 2 tracks written.");
+  Run("insert into playlists (Playlist,UID) select 'AC/DC',uid from mp3sTabelle");
+  OpenPlaylist("AC/DC", 2);
+  interaction_.WillChoose(target_.Path("no/folder/x.pls"));
+  mnuExporttoplsPlaylist_Click(bench_);
+  EXPECT_EQ(interaction_.offered.back(), target_.Path("AC_DC.pls"));
+  EXPECT_EQ(interaction_.Status(), target_.Path("no/folder/x.pls") + " cannot be written.");
+  interaction_.WillChoose(target_.Path("x.pls"));
+  mnuExporttoplsPlaylist_Click(bench_);
+  EXPECT_EQ(interaction_.Status(), "2 tracks written.");
+}
+
 }  // namespace
 }  // namespace tunemeadow

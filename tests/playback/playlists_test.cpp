@@ -48,6 +48,7 @@ TEST_F(Playlists, TheSelectedRowsOfTheListInViewAreAddedWithoutAPosition) {
   EXPECT_THAT(interaction_.prompts, ElementsAre("Playlist Name?"));
   EXPECT_THAT(Rows(kMembers), ElementsAre("Mine/" + uids_[0] + "/-", "Mine/" + uids_[1] + "/-"));
   EXPECT_THAT(bench_.tree.playlists, ElementsAre("Mine"));
+  EXPECT_EQ(interaction_.Status(), "2 tracks added to the playlist \"Mine\".");
   OpenPlaylist("Mine", 1);
   Save("Other");
   EXPECT_THAT(Rows(kMembers), testing::Contains("Other/" + uids_[0] + "/-"));
@@ -70,6 +71,15 @@ TEST_F(Playlists, NoNameMakesNoPlaylistAndEachProposalCounts) {
   interaction_.WillAnswerText("");
   mnuPlaylistSave_Click(bench_);
   EXPECT_EQ(bench_.PlaylistCounter, 1) << "the number has 16 bits";
+}
+
+TEST_F(Playlists, ANameThatIsTakenIsNotProposed) {
+  for (const char* name : {"playlist 1", "Playlist 2", "Playlist 4"}) Save(name);
+  for (const char* free : {"Playlist 3", "Playlist 5"}) {
+    interaction_.WillAnswerText("");
+    mnuPlaylistSave_Click(bench_);
+    EXPECT_EQ(interaction_.offered.back(), free);
+  }
 }
 
 TEST_F(Playlists, WhateverIsTypedAsANameIsTheName) {

@@ -50,6 +50,7 @@ class ScriptedInteraction : public Interaction {
   std::vector<MessageBox> boxes;
   std::vector<std::string> prompts;        ///< of AskText
   std::vector<std::string> choosers;       ///< titles of folder and file dialogs
+  std::vector<std::string> offered;        ///< what AskText and ChooseFile began with
   std::vector<std::string> statuses;       ///< every text of panel 1
   std::vector<std::string> loading_lines;  ///< every line of frmLoading
   std::vector<std::int64_t> progress;      ///< every value of the bar
@@ -102,8 +103,9 @@ class ScriptedInteraction : public Interaction {
   }
 
   std::optional<std::string> AskText(const std::string& prompt, const std::string& /*title*/,
-                                     const std::string& /*offered*/) override {
+                                     const std::string& text) override {
     prompts.push_back(prompt);
+    offered.push_back(text);
     return TakeOr(texts_, "question for text: " + prompt);
   }
 
@@ -115,6 +117,7 @@ class ScriptedInteraction : public Interaction {
 
   std::optional<std::string> ChooseFile(const FileChoice& choice) override {
     choosers.push_back(choice.title);
+    offered.push_back(choice.start);
     return TakeOr(choices_, "choice of a file: " + choice.title);
   }
 
