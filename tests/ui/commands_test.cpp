@@ -4,8 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAccessible>
+#include <QComboBox>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <map>
 #include <set>
@@ -239,6 +242,32 @@ TEST_F(Commands, ThoseOfTheTreeStandInTheBarWhileTheirNodeIsSelected) {
     EXPECT_EQ(enabled(Menu::kPlaylists, "mnuPlaylistUmbenennen"), node == NodeKind::kPlaylist);
     EXPECT_EQ(enabled(Menu::kTools, "mnuItem3CDArchivlöschen"),
               node == NodeKind::kArchive || node == NodeKind::kArchiveFolder);
+  }
+}
+
+TEST_F(Commands, AScreenReaderIsToldTheNameOfEachControlAndHowManyRowsThereAre) {
+  for (QComboBox* combo : window_.findChildren<QComboBox*>()) {
+    if (combo->isEditable()) {
+      combo->setEditText("typed");
+      EXPECT_NE(combo->lineEdit()->accessibleName(), "") << combo->objectName().toStdString();
+    }
+    QAccessibleInterface* told = QAccessible::queryAccessibleInterface(combo);
+    EXPECT_NE(told->text(QAccessible::Name), "") << combo->objectName().toStdString();
+    EXPECT_EQ(told->text(QAccessible::Name), NameForReader(*combo));
+    EXPECT_EQ(told->text(QAccessible::Value), combo->currentText());
+    ASSERT_EQ(told->childCount(), combo->isEditable() ? 2 : 1);
+    EXPECT_EQ(told->indexOfChild(told->child(told->childCount() - 1)), told->childCount() - 1);
+  }
+  EXPECT_EQ(window_.findChild<QWidget*>("ListView1")->accessibleName(), "Tracks, 2");
+  for (const char* name : {"Frame1", "Frame2", "StatusBar1"}) {
+    EXPECT_NE(window_.findChild<QWidget*>(name)->accessibleName(), "") << name;
+  }
+  auto* title = window_.findChild<QLineEdit*>("txtTitelSave");
+  for (const std::string& text : {std::string(90, '<'), std::string("short")}) {
+    Bench().details.texts[TrackField::Songname] = text;
+    Bench().Watcher().DetailsChanged();
+    QAccessibleInterface* told = QAccessible::queryAccessibleInterface(title);
+    EXPECT_FALSE(told->text(QAccessible::Description).contains("<qt>"));
   }
 }
 

@@ -53,6 +53,12 @@ TEST_F(ListModelTest, ANameThatIsNotUtf8IsShownWithSignsInThePlacesOfItsBytes) {
   EXPECT_EQ(Data(0, static_cast<int>(kFileColumn)), QString::fromUtf8("caf\uFFFD.mp3"));
 }
 
+TEST_F(ListModelTest, ARowIsDescribedByTitleArtistAndAlbum) {
+  Fill(ListRows({{{TrackField::Songname, "Ash"}, {TrackField::Artist, "B\nC"}}, {}}));
+  EXPECT_EQ(Data(0, kLocation, Qt::AccessibleDescriptionRole), "Ash, B C");
+  EXPECT_EQ(Data(1, kLocation, Qt::AccessibleDescriptionRole), "");
+}
+
 TEST_F(ListModelTest, AToolTipShowsMarkupAsTheTextThatItIs) {
   Fill(ListRows({{{TrackField::Songname, "<b>Tom & Jerry</b>\nlive"}}}));
   EXPECT_EQ(Data(0, kTitle, Qt::ToolTipRole),

@@ -10,6 +10,8 @@
 #include <QToolTip>
 #include <QWidget>
 
+#include "ui/kit/combo_names.h"
+
 // The resources of a static library are linked only where somebody asks for them, and the asking
 // must stand outside of any namespace.
 static void LoadResources() { Q_INIT_RESOURCE(icons); }
@@ -86,6 +88,7 @@ void PrepareApplication() {
 
 void ApplyTheme() {
   LoadResources();
+  InstallComboNames();
   QApplication::setStyle(new ProgramStyle);
   QIcon::setThemeName("tm");
   QApplication::setWindowIcon(QIcon::fromTheme("tunemeadow"));

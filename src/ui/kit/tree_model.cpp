@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "ui/kit/qt_text.h"
+#include "ui/kit/tool_tips.h"
 
 namespace tunemeadow {
 namespace {
@@ -93,7 +94,7 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
     case Qt::DecorationRole:
       return icon_(*node);
     case Qt::ToolTipRole:  // as rich text that shows it literally
-      return QLatin1String("<qt>") + OnOneLine(node->text).toHtmlEscaped() + QLatin1String("</qt>");
+      return LiteralToolTip(OnOneLine(node->text));
     case Qt::UserRole:
       return ToQt(node->key);
     default:

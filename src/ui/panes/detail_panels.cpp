@@ -15,6 +15,7 @@
 #include "tracks/track_field_table.h"
 #include "ui/kit/plain_text.h"
 #include "ui/kit/qt_text.h"
+#include "ui/kit/tool_tips.h"
 #include "ui_picDetails.h"
 #include "ui_picDetails2.h"
 #include "ui_picDetails3.h"
@@ -59,11 +60,6 @@ void ShowComboText(QComboBox& combo, const QString& shown) {
   // On its own entry, or on none: the arrow keys go on from there.
   combo.setCurrentIndex(combo.findText(shown, Qt::MatchExactly | Qt::MatchCaseSensitive));
   combo.setEditText(shown);
-}
-
-/// A text may hold anything; a tool tip takes some of it for formatting.
-QString TipOfText(const QString& text) {
-  return QLatin1String("<qt>") + text.toHtmlEscaped() + QLatin1String("</qt>");
 }
 
 }  // namespace
@@ -185,7 +181,7 @@ void DetailPanels::ShowText(Field& field) {
   const QString shown = ToQt(editor_.texts[field.field]);
   if (auto* line = qobject_cast<QLineEdit*>(field.control)) {
     ShowLineText(*line, shown);
-    line->setToolTip(shown.size() > kLongText ? TipOfText(shown) : field.tip);
+    SetLiteralToolTip(*line, shown.size() > kLongText ? shown : field.tip);
   } else if (auto* lines = qobject_cast<QPlainTextEdit*>(field.control)) {
     field.crlf = shown.contains(QLatin1String("\r\n"));
     ShowLongText(*lines, shown);

@@ -136,9 +136,21 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
       return IsWritten(index.row()) ? QVariant() : UnwrittenFont();
     case Qt::AccessibleTextRole:
       return WholeText(index.row(), index.column());
+    case Qt::AccessibleDescriptionRole:
+      return TrackText(index.row());
     default:
       return {};
   }
+}
+
+/// "Title, artist, album", as far as the row has them.
+QString ListModel::TrackText(int row) const {
+  QStringList parts;
+  for (const TrackField field : {TrackField::Songname, TrackField::Artist, TrackField::album}) {
+    const QString part = LineText(row, static_cast<int>(IndexOf(field)));
+    if (!part.isEmpty()) parts.append(part);
+  }
+  return parts.join(QLatin1String(", "));
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -46,6 +46,9 @@ class ListModel : public QAbstractTableModel {
   /// False: the row's file could not be written, and the row does not look like the others.
   [[nodiscard]] bool IsWritten(int row) const;
 
+  /// What a screen reader says of the row: "title, artist, album".
+  [[nodiscard]] QString TrackText(int row) const;
+
   /// Image of a file of this kind, told by the last three characters of its location; a warning for
   /// one that could not be written.
   [[nodiscard]] QIcon RowIcon(int row) const;

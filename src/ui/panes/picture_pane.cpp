@@ -7,6 +7,7 @@
 #include "editing/picture_panel.h"
 #include "ui/kit/picture_decoder.h"
 #include "ui/kit/qt_text.h"
+#include "ui/kit/tool_tips.h"
 #include "ui/windows/editing/frmPicture.h"
 #include "ui_picture_pane.h"
 #include "views/detail_editor.h"
@@ -20,9 +21,7 @@ constexpr QSize kPaneRoom(800, 800);
 
 void SetElided(QLabel& label, const QString& text) {
   label.setText(label.fontMetrics().elidedText(text, Qt::ElideRight, label.width()));
-  label.setToolTip(label.text() == text
-                       ? QString()
-                       : QLatin1String("<qt>") + text.toHtmlEscaped() + QLatin1String("</qt>"));
+  SetLiteralToolTip(label, label.text() == text ? QString() : text);
 }
 
 }  // namespace

@@ -33,7 +33,8 @@ ResultView::ResultView(ResultList& list, const QString& name, Clipboard& clipboa
       stored_layout_(StandardColumnLayout()) {
   const bool playlist = name == QLatin1String("ListView3");
   setObjectName(name);
-  setAccessibleName(playlist ? "Tracks of the playlist" : "Tracks");
+  name_for_reader_ = playlist ? "Tracks of the playlist" : "Tracks";
+  setAccessibleName(name_for_reader_);
   model_ = new ListModel(list, playlist ? ListKind::kPlaylist : ListKind::kTracks, this);
   setModel(model_);
   QItemSelectionModel* const standard_selection = selectionModel();
@@ -126,6 +127,7 @@ void ResultView::Thaw() {
   verticalScrollBar()->setValue(0);
   ShowSortMark();
   ShowSelection();
+  setAccessibleName(QStringLiteral("%1, %2").arg(name_for_reader_).arg(list_.RowCount()));
   ShowHintLater();
   if (frozen_) setUpdatesEnabled(true);
   frozen_ = false;

@@ -169,6 +169,7 @@ class ResultView : public QTreeView, public RowSource {
   std::function<std::string(std::size_t)> path_of_row_;
   ColumnLayout stored_layout_;
   std::function<std::string_view()> hint_;
+  QString name_for_reader_;
   QTimer hint_timer_;
   bool hint_shown_ = false;
   bool frozen_ = false;

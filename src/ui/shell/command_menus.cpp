@@ -39,7 +39,7 @@ constexpr std::array kMenus{
             {.bar = {Menu::kEdit, 110}, .popup = {Menu::kOfList, 310}},
             "remove",
             Needs::kSelection},
-    MenuRow{Menu::kSortBy, "mnuSortBy", "&Sort by", {.bar = {Menu::kView, 210}}},
+    MenuRow{Menu::kSortBy, "mnuSortBy", "Sort &by", {.bar = {Menu::kView, 140}}},
     MenuRow{Menu::kOfList, "mnuItem1"},
     MenuRow{Menu::kOfDatabase, "mnuItem2"},
     MenuRow{Menu::kOfArchive, "mnuItem3"},

@@ -16,6 +16,7 @@
 #include <QToolButton>
 
 #include "editing/save.h"
+#include "ui/kit/combo_names.h"
 #include "ui/panes/bottom_strip.h"
 #include "ui/panes/command_pane.h"
 #include "ui/panes/detail_panels.h"
@@ -32,9 +33,10 @@
 namespace tunemeadow {
 namespace {
 
-QFrame* NamedFrame(const char* name) {
+QFrame* NamedFrame(const char* name, const QString& reader_name) {
   auto* frame = new QFrame;
   frame->setObjectName(QLatin1String(name));
+  frame->setAccessibleName(reader_name);
   return frame;
 }
 
@@ -69,6 +71,7 @@ frmStart::frmStart(Session& session, World& world)
   AddHistoryMenu();
   ConnectSortMenu(context_);
   ConnectPanes(context_);
+  NameInnerFields(*this);
   interaction_.SetMainWindow({this, status_label_, progress_bar_});
 }
 
@@ -86,6 +89,7 @@ void frmStart::BuildStatusBar() {
   progress_bar_->hide();
   status_label_->setIndent(style()->pixelMetric(QStyle::PM_LayoutLeftMargin) / 2);
   statusBar()->setObjectName("StatusBar1");
+  statusBar()->setAccessibleName("Status");
   statusBar()->addWidget(status_label_, 1);
   statusBar()->addPermanentWidget(progress_bar_);
 }
@@ -108,7 +112,7 @@ void frmStart::AddHistoryMenu() {
 }
 
 QWidget* frmStart::BuildSearchRow() {
-  windows_.search_frame = NamedFrame("Frame1");
+  windows_.search_frame = NamedFrame("Frame1", "Search");
   auto* row = new QHBoxLayout(windows_.search_frame);
   row->setContentsMargins(0, 0, 0, 0);
   windows_.search_panels = new SearchPanels(windows_.search_frame);
@@ -121,6 +125,7 @@ QWidget* frmStart::BuildSearchRow() {
 QWidget* frmStart::BuildListRow() {
   list_splitter_ = new QSplitter(Qt::Horizontal);
   list_splitter_->setObjectName("splTree");
+  list_splitter_->setAccessibleName("Tree and list");
   windows_.tree_pane = new TreePane(bench_.tree, list_splitter_);
   auto* lists = new QWidget(list_splitter_);
   auto* row = new QHBoxLayout(lists);
@@ -144,7 +149,7 @@ QWidget* frmStart::BuildDetailRow() {
   auto* whole = new QWidget;
   auto* row = new QHBoxLayout(whole);
   row->setContentsMargins(0, 0, 0, 0);
-  windows_.detail_frame = NamedFrame("Frame2");
+  windows_.detail_frame = NamedFrame("Frame2", "Details");
   auto* column = new QVBoxLayout(windows_.detail_frame);
   column->setContentsMargins(0, 0, 0, 0);
   windows_.detail_panels = new DetailPanels(bench_.details, interaction_, windows_.detail_frame);
