@@ -38,6 +38,8 @@ QSize ScreenPixels() {
   return screen != nullptr ? screen->availableSize() : QSize(1024, 768);
 }
 
+constexpr int kFramePixels = 40;  ///< about the height of a title bar, which is not known yet
+
 /// What windows may take of each screen, the primary one first.
 std::vector<ScreenArea> ScreenAreas() {
   std::vector<ScreenArea> areas;
@@ -47,7 +49,7 @@ std::vector<ScreenArea> ScreenAreas() {
     const ScreenArea twips{.left = area.left() * kTwipsPerPixel,
                            .top = area.top() * kTwipsPerPixel,
                            .width = area.width() * kTwipsPerPixel,
-                           .height = area.height() * kTwipsPerPixel};
+                           .height = (area.height() - kFramePixels) * kTwipsPerPixel};
     areas.insert(screen == primary ? areas.begin() : areas.end(), twips);
   }
   return areas;
@@ -102,9 +104,13 @@ void frmStart::Starting::ApplyProperties(const StoredValues& stored) {
 
 void frmStart::Starting::ApplyGeometry(const StoredValues& stored) {
   const QSize screen = ScreenPixels();
-  const WindowState state = BroughtIntoView(
-      ReadWindowState(stored, screen.width() * kTwipsPerPixel, screen.height() * kTwipsPerPixel),
-      ScreenAreas());
+  WindowState state =
+      ReadWindowState(stored, screen.width() * kTwipsPerPixel, screen.height() * kTwipsPerPixel);
+  // It will not be smaller than its contents, whatever is stored.
+  const QSize least = window.minimumSizeHint();
+  state.width = std::max(state.width, static_cast<double>(least.width() * kTwipsPerPixel));
+  state.height = std::max(state.height, static_cast<double>(least.height() * kTwipsPerPixel));
+  state = BroughtIntoView(state, ScreenAreas());
   window.resize(Pixels(state.width), Pixels(state.height));
   window.move(Pixels(state.left), Pixels(state.top));
   if (state.state == kWindowMaximized) window.setWindowState(Qt::WindowMaximized);
