@@ -20,8 +20,8 @@ constexpr std::array<TagText Mp3Info::*, 13> kTextFields = {
     &Mp3Info::Original, &Mp3Info::EncodedBy, &Mp3Info::Copyright, &Mp3Info::Url,
     &Mp3Info::Lyrics,
 };
-constexpr auto kPictureName = static_cast<std::size_t>(ID3v2Name::APIC);
-static_assert(kTextFields.size() == kPictureName);
+constexpr auto kPicturePlace = static_cast<std::size_t>(ID3v2Name::APIC);
+static_assert(kTextFields.size() == kPicturePlace);
 
 bool IsWantedVersion(std::uint8_t version, ID3v2Versions versions) noexcept {
   return versions == ID3v2Versions::kAny || (version >= 2 && version <= 4);
@@ -44,7 +44,7 @@ void ForEachID3v2Name(ID3v2TagText& text, Visit visit) {
 
 /// Fills the fields from the text of a tag. False if a frame declares a size above 2^31-1.
 bool FillFromTagText(ID3v2TagText& text, Mp3Info& info) {
-  std::array<std::optional<std::size_t>, kPictureName + 1> places;
+  std::array<std::optional<std::size_t>, kPicturePlace + 1> places;
   ID3v2Comments comments(text);
   ForEachID3v2Name(text, [&](ID3v2Name name, std::size_t offset) {
     if (name == ID3v2Name::COMM) {
@@ -59,7 +59,7 @@ bool FillFromTagText(ID3v2TagText& text, Mp3Info& info) {
     if (!value) return false;
     info.*kTextFields[i] = std::move(*value);
   }
-  info.HasPicture = places[kPictureName].has_value();
+  info.HasPicture = places[kPicturePlace].has_value();
   return comments.StoreIn(info);
 }
 
@@ -78,7 +78,7 @@ std::optional<ID3v2WalkedFrame> NextOrFoundFrame(std::string_view tag, ID3v2Walk
 
 /// Fills the fields from the frames of a tag of version 3 or 4.
 void FillFromFrames(std::string_view tag, Mp3Info& info) {
-  std::array<std::optional<std::string_view>, kPictureName + 1> values;
+  std::array<std::optional<std::string_view>, kPicturePlace + 1> values;
   ID3v2Comments comments{ID3v2TagText(tag)};
   ID3v2Walk walk(tag);
   while (const std::optional<ID3v2WalkedFrame> frame = NextOrFoundFrame(tag, walk)) {
@@ -94,7 +94,7 @@ void FillFromFrames(std::string_view tag, Mp3Info& info) {
   for (std::size_t i = 0; i < kTextFields.size(); ++i) {
     info.*kTextFields[i] = CleanFrameValue(values[i].value_or(""));
   }
-  info.HasPicture = values[kPictureName].has_value();
+  info.HasPicture = values[kPicturePlace].has_value();
   (void)comments.StoreIn(info);
 }
 

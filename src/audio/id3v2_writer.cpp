@@ -20,7 +20,7 @@ namespace {
 constexpr std::string_view kWritten = "OK";
 constexpr std::string_view kUnreadable = "The file cannot be read.";
 
-constexpr std::int64_t kFirstRead = 4096;  // holds most tags that have no picture
+constexpr std::int64_t kFirstTagRead = 4096;  // holds most tags that have no picture
 constexpr std::size_t kLargestPicture = std::size_t{1} << 28;
 
 /// What the plans are to be handed; nullopt if the file cannot be read.
@@ -30,7 +30,7 @@ std::optional<std::string> ReadHead(const JournaledFile& file) {
     const auto wanted = static_cast<std::int64_t>(count);
     return file.Read(0, static_cast<std::size_t>(std::min(wanted, length)));
   };
-  std::optional<std::string> head = read(kFirstRead);
+  std::optional<std::string> head = read(kFirstTagRead);
   if (!head) return std::nullopt;
   if (head->size() < kID3v2HeaderBytes) head->resize(kID3v2HeaderBytes, '\0');
   const std::size_t wanted = ID3v2HeadBytes(*head, length);
