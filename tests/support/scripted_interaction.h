@@ -93,12 +93,14 @@ class ScriptedInteraction : public Interaction {
   Answer ShowMessage(const MessageBox& box) override {
     boxes.push_back(box);
     if (on_box) on_box(box);
+    const std::vector<Answer> buttons = ButtonsOf(box.buttons);
     if (answers_.empty()) {
       ADD_FAILURE() << "unexpected box \"" << box.title << "\": " << box.text;
-      return EscapeOf(box.buttons);
+      return buttons.front();
     }
     const Answer answer = Take(answers_);
-    EXPECT_TRUE(HasButton(box.buttons, answer)) << "no such button on the box: " << box.text;
+    EXPECT_NE(std::find(buttons.begin(), buttons.end(), answer), buttons.end())
+        << "no such button on the box: " << box.text;
     return answer;
   }
 
@@ -185,32 +187,19 @@ class ScriptedInteraction : public Interaction {
     return std::nullopt;
   }
 
-  static bool HasButton(Buttons buttons, Answer answer) {
+  /// The one that Escape means comes first.
+  static std::vector<Answer> ButtonsOf(Buttons buttons) {
     switch (buttons) {
       case Buttons::kOk:
-        return answer == Answer::kOk;
+        return {Answer::kOk};
       case Buttons::kOkCancel:
-        return answer == Answer::kOk || answer == Answer::kCancel;
+        return {Answer::kCancel, Answer::kOk};
       case Buttons::kYesNo:
-        return answer == Answer::kYes || answer == Answer::kNo;
+        return {Answer::kNo, Answer::kYes};
       case Buttons::kAbortRetryIgnore:
-        return answer == Answer::kAbort || answer == Answer::kRetry || answer == Answer::kIgnore;
-    }
-    return false;
-  }
-
-  static Answer EscapeOf(Buttons buttons) {
-    switch (buttons) {
-      case Buttons::kOkCancel:
-        return Answer::kCancel;
-      case Buttons::kYesNo:
-        return Answer::kNo;
-      case Buttons::kAbortRetryIgnore:
-        return Answer::kAbort;
-      case Buttons::kOk:
         break;
     }
-    return Answer::kOk;
+    return {Answer::kAbort, Answer::kRetry, Answer::kIgnore};
   }
 
   std::int64_t job_maximum_ = 0;
