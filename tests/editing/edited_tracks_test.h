@@ -87,6 +87,17 @@ class EditedTracksTest : public CatalogueTest {
             .GetRows());
   }
 
+  /// These rows of ListView1, for a list that holds a track twice.
+  CellTable RowsOf(std::initializer_list<std::size_t> rows) {
+    CellTable table(kSelectedFields);
+    for (const std::size_t row : rows) {
+      const TrackTexts track = bench_.ListView1.Record(row);
+      table.AppendRow(std::vector<std::string_view>(track.texts.begin(),
+                                                    track.texts.begin() + kSelectedFields));
+    }
+    return table;
+  }
+
   /// Shows the rows and clicks one.
   DetailEditor& Edit(std::size_t row = 0) {
     Show();

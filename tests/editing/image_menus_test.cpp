@@ -101,10 +101,7 @@ TEST_F(ImageMenus, WhatTheNewTagsDropIsToldLast) {
   Add("a.mp3", Id3v2Tag({{"TIT2", text}, {"TSRC", "lost"}}) + audio_);
   ShowAll();
   Run(mnuAddImagetoFile_Click, {Answer::kYes, Answer::kOk});
-  TagLosses losses;
-  losses.frames = 1;
-  losses.long_texts = 1;
-  EXPECT_EQ(interaction_.Status(), LossSentence(losses));
+  EXPECT_EQ(interaction_.Status(), LossSentence({.frames = 1, .long_texts = 1}));
 }
 
 TEST_F(ImageMenus, RemovingTakesEveryPictureAndTheTagShrinks) {

@@ -43,10 +43,8 @@ TEST_F(PicturePanel, AddWritesTheEditorsTextsAndTheImageAndCorrectsTheRow) {
   EXPECT_EQ(Flags(), Texts{"111 new"});
   EXPECT_EQ(Cells(), Texts{"111"});
   EXPECT_EQ(watcher_.rows, std::vector<std::size_t>{0});
-  TagLosses losses;
-  losses.characters = 1;
   EXPECT_EQ(interaction_.statuses, (Texts{"Updating file (saving ID3v2Tag), please wait...",
-                                          "Ready.", LossSentence(losses)}));
+                                          "Ready.", LossSentence({.characters = 1})}));
 }
 
 TEST_F(PicturePanel, ATrackNumberOfZeroIsWrittenOnlyWhereThePersonTypedIt) {

@@ -32,19 +32,19 @@ class SaveGroups : public testing::Test {
   TempFolder folder_;
   Session session_{folder_.Path(), "tunemeadow"};
   ScriptedInteraction interaction_;
+  Batch batch_{session_, interaction_, "", 0};
+  TagWriting writing_{session_.journal};
 };
 
 TEST_F(SaveGroups, AGroupHoldsSoManyFilesAndIsPreparedBeforeTheFirst) {
   const std::vector<std::string> paths = Files(kFilesPerGroup + 2);
-  Batch batch(session_, interaction_, "", 0);
-  TagWriting writing(session_.journal);
-  SaveGroup group(session_.journal, batch, paths, {.ranges = TagRanges});
+  SaveGroup group(session_.journal, batch_, paths, {.ranges = TagRanges});
   for (std::size_t i = 0; i < paths.size(); ++i) {
     group.BeginFile(i);
     const std::int64_t before = session_.journal.GroupBytes();
     const bool of_many = before >= static_cast<std::int64_t>(kFilesPerGroup * 128);
     ASSERT_EQ(of_many, i < kFilesPerGroup) << i;
-    ASSERT_EQ(RemoveID3v1Tag(writing, paths[i]), "OK");
+    ASSERT_EQ(RemoveID3v1Tag(writing_, paths[i]), "OK");
     const auto two_notes = static_cast<std::int64_t>(2 * (128 + paths[i].size()));
     ASSERT_LT(session_.journal.GroupBytes(), before + two_notes) << "the journal had the record";
     group.FileDone(i);
@@ -57,13 +57,11 @@ TEST_F(SaveGroups, AGroupHoldsSoManyFilesAndIsPreparedBeforeTheFirst) {
 
 TEST_F(SaveGroups, WhatIsNotPreparedIsJournaledByItselfInOneGroup) {
   const std::vector<std::string> paths = Files(3);
-  Batch batch(session_, interaction_, "", 0);
-  TagWriting writing(session_.journal);
-  SaveGroup group(session_.journal, batch, paths, {});
+  SaveGroup group(session_.journal, batch_, paths, {});
   std::int64_t last = -1;
   for (std::size_t i = 0; i < paths.size(); ++i) {
     group.BeginFile(i);
-    ASSERT_EQ(RemoveID3v1Tag(writing, paths[i]), "OK");
+    ASSERT_EQ(RemoveID3v1Tag(writing_, paths[i]), "OK");
     group.FileDone(i);
     EXPECT_GT(session_.journal.GroupBytes(), last);
     last = session_.journal.GroupBytes();
@@ -72,18 +70,16 @@ TEST_F(SaveGroups, WhatIsNotPreparedIsJournaledByItselfInOneGroup) {
 
 TEST_F(SaveGroups, AGroupEndsOnceSoManyBytesHaveComeOnTopOfWhatWasPrepared) {
   const std::vector<std::string> paths = Files(6);
-  Batch batch(session_, interaction_, "", 0);
-  TagWriting writing(session_.journal);
   static std::size_t prepared;
   const auto ranges = [](FileBytes& file) {
     ++prepared;
     return TagRanges(file);
   };
   const std::int64_t note = [&] {
-    SaveGroup group(session_.journal, batch, paths, {.ranges = ranges});
+    SaveGroup group(session_.journal, batch_, paths, {.ranges = ranges});
     group.BeginFile(0);
     const std::int64_t before = session_.journal.GroupBytes();
-    EXPECT_EQ(RemoveID3v1Tag(writing, paths[0]), "OK");
+    EXPECT_EQ(RemoveID3v1Tag(writing_, paths[0]), "OK");
     group.FileDone(0);
     return session_.journal.GroupBytes() - before;
   }();
@@ -94,7 +90,7 @@ TEST_F(SaveGroups, AGroupEndsOnceSoManyBytesHaveComeOnTopOfWhatWasPrepared) {
     std::string first_of_group;  // a digit for each file
   } cases[] = {{ranges, 1, "111111"}, {ranges, note * 3 / 2, "101010"}, {nullptr, 1, "111111"}};
   for (const auto& each : cases) {
-    SaveGroup group(session_.journal, batch, paths,
+    SaveGroup group(session_.journal, batch_, paths,
                     {.ranges = each.ranges, .bytes_per_group = each.bytes});
     std::string groups;
     prepared = 0;
@@ -102,7 +98,7 @@ TEST_F(SaveGroups, AGroupEndsOnceSoManyBytesHaveComeOnTopOfWhatWasPrepared) {
     for (std::size_t i = 0; i < paths.size(); ++i) {
       group.BeginFile(i);
       groups += session_.journal.GroupBytes() == before ? '0' : '1';
-      ASSERT_EQ(RemoveID3v1Tag(writing, paths[i]), "OK");
+      ASSERT_EQ(RemoveID3v1Tag(writing_, paths[i]), "OK");
       group.FileDone(i);
       before = session_.journal.GroupBytes();
     }
@@ -115,8 +111,7 @@ TEST_F(SaveGroups, AGroupEndsOnceSoManyBytesHaveComeOnTopOfWhatWasPrepared) {
 TEST_F(SaveGroups, EveryWayOutClosesTheGroup) {
   const std::vector<std::string> paths = Files(1);
   try {
-    Batch batch(session_, interaction_, "", 0);
-    SaveGroup group(session_.journal, batch, paths, {.ranges = TagRanges});
+    SaveGroup group(session_.journal, batch_, paths, {.ranges = TagRanges});
     group.BeginFile(0);
     throw std::runtime_error("out");
   } catch (const std::runtime_error&) {

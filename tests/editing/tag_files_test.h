@@ -52,7 +52,7 @@ class TagFilesTest : public EditedTracksTest {
     return cells;
   }
 
-  /// "title: text" of each box, with "#" in the place of the elapsed seconds.
+  /// "title: text" of each box, with "#" in place of the elapsed seconds.
   Texts Boxes() {
     const std::regex seconds(R"(Elapsed Time: [0-9]+\.[0-9][0-9] seconds)");
     Texts texts = interaction_.BoxTexts();

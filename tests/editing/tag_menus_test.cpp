@@ -27,40 +27,23 @@ class TagMenus : public TagFilesTest {
 struct MenuCase {
   void (*click)(Workbench&);
   std::string tags, result;
-  std::string all, v2;            ///< pieces of the files all.mp3 and v2.mp3 that stay
-  std::vector<std::string> rows;  ///< flags afterwards
+  std::string all, v2;  ///< pieces of the files all.mp3 and v2.mp3 that stay
+  std::string cells;    ///< of the four rows afterwards
   std::vector<std::size_t> changed;
 };
 
 TEST_F(TagMenus, EachTakesItsTagsFromTheMp3FilesAndCorrectsTheirRows) {
-  const std::vector<MenuCase> cases = {{mnuKillID3v11Tag_Click,
-                                        "ID3v1 tags",
-                                        "ID3v1.x Tags of 1/4",
-                                        "2aL",
-                                        "2a",
-                                        {"011 new", "111 old", "111 old", "111 old"},
-                                        {0}},
-                                       {mnuKillID3v2xTag_Click,
-                                        "ID3v2 tags",
-                                        "ID3v2.x Tags of 2/4",
-                                        "aL1",
-                                        "a",
-                                        {"100 new", "111 old", "100 new", "111 old"},
-                                        {0, 2}},
-                                       {mnuKillLyrics3_Click,
-                                        "LYRICS3 tags",
-                                        "LYRICS3 Tags of 1/4",
-                                        "2a1",
-                                        "2a",
-                                        {"111 new", "111 old", "111 old", "111 old"},
-                                        {0}},
-                                       {mnuKillAllTags_Click,
-                                        "All tags",
-                                        " Tags of 2/4",
-                                        "a",
-                                        "a",
-                                        {"000 new", "111 old", "100 new", "111 old"},
-                                        {0, 0, 0, 2}}};
+  const MenuCase cases[] = {
+      {mnuKillID3v11Tag_Click, "ID3v1", "ID3v1.x Tags of 1/4", "2aL", "2a", "011 111 111 111", {0}},
+      {mnuKillID3v2xTag_Click,
+       "ID3v2",
+       "ID3v2.x Tags of 2/4",
+       "aL1",
+       "a",
+       "100 111 100 111",
+       {0, 2}},
+      {mnuKillLyrics3_Click, "LYRICS3", "LYRICS3 Tags of 1/4", "2a1", "2a", "111 111 111 111", {0}},
+      {mnuKillAllTags_Click, "All", " Tags of 2/4", "a", "a", "000 111 100 111", {0, 0, 0, 2}}};
   for (const MenuCase& menu : cases) {
     SCOPED_TRACE(menu.tags);
     watcher_.rows.clear();
@@ -76,16 +59,18 @@ TEST_F(TagMenus, EachTakesItsTagsFromTheMp3FilesAndCorrectsTheirRows) {
     Run(menu.click, {Answer::kYes, Answer::kOk});
     EXPECT_EQ(
         Boxes(),
-        (Texts{"Tag Remover: Are you sure to remove the " + menu.tags + " of  4 items(s)?",
+        (Texts{"Tag Remover: Are you sure to remove the " + menu.tags + " tags of  4 items(s)?",
                "Tunemeadow: " + menu.result + " file(s) successfully removed.\nElapsed Time: #"}));
     EXPECT_EQ(Bytes("all.mp3"), pieces(menu.all));
     EXPECT_EQ(Bytes("v2.mp3"), pieces(menu.v2));
     EXPECT_EQ(Bytes("none.MP3"), audio_);
     EXPECT_EQ(Bytes("song.ogg"), v2_ + audio_ + v1_);
-    EXPECT_EQ(Flags(), menu.rows);
     Texts cells;
-    for (const std::string& row : menu.rows) cells.push_back(row.substr(0, 3));
+    for (const std::string_view row : Split(menu.cells, ' ')) cells.emplace_back(row);
     EXPECT_EQ(Cells(), cells);
+    for (std::string& row : cells) row += " old";
+    for (const std::size_t row : menu.changed) cells[row].replace(4, 3, "new");
+    EXPECT_EQ(Flags(), cells);
     EXPECT_EQ(watcher_.rows, menu.changed);
     EXPECT_EQ(interaction_.Status(), "Ready.");
     EXPECT_FALSE(session_.journal.InGroup());
@@ -120,10 +105,10 @@ TEST_F(TagMenus, RetryRemovesAgainIgnoreEndsTheBoxes) {
   Run(mnuKillID3v11Tag_Click,
       {Answer::kYes, Answer::kRetry, Answer::kRetry, Answer::kIgnore, Answer::kOk});
   const std::string failure = "Error: \nTag can't be removed!!\n\nClick Ignore to ignore all";
+  const std::string end =
+      "Tunemeadow: ID3v1.x Tags of 2/4 file(s) successfully removed.\nElapsed Time: #";
   EXPECT_EQ(Boxes(), (Texts{"Tag Remover: Are you sure to remove the ID3v1 tags of  4 items(s)?",
-                            failure, failure, failure,
-                            "Tunemeadow: ID3v1.x Tags of 2/4 file(s) successfully removed.\n"
-                            "Elapsed Time: #"}));
+                            failure, failure, failure, end}));
   EXPECT_EQ(Flags(), (Texts{"011 new", "111 old", "111 old", "011 new"}));
   EXPECT_EQ(Bytes("late.mp3"), audio_);
 }
@@ -168,13 +153,7 @@ TEST_F(TagMenus, APlaylistThatHoldsATrackTwiceShowsItAlike) {
   Add("a.mp3", audio_ + v1_);
   Show();
   bench_.playlist_in_view = true;
-  CellTable twice(kSelectedFields);
-  const TrackTexts track = bench_.ListView1.Record(0);
-  for (int i = 0; i < 2; ++i) {
-    twice.AppendRow(
-        std::vector<std::string_view>(track.texts.begin(), track.texts.begin() + kSelectedFields));
-  }
-  bench_.ListView3.Fill(std::move(twice));
+  bench_.ListView3.Fill(RowsOf({0, 0}));
   bench_.ListView3.SetSelected(0, 1, true);
   Run(mnuKillID3v11Tag_Click, {Answer::kYes, Answer::kOk});
   EXPECT_EQ(Cells(), (Texts{"011", "011"}));
