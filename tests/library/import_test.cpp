@@ -3,13 +3,13 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <filesystem>
 #include <stdexcept>
 
 #include "core/dates.h"
 #include "support/mp3_builder.h"
+#include "support/other_program.h"
 #include "views/catalogue_test.h"
 
 namespace tunemeadow {
@@ -45,12 +45,7 @@ class Import : public CatalogueTest {
   }
 
   /// What only another program does to the catalogue.
-  void RunBeside(const char* sql) {
-    sqlite3* store = nullptr;
-    EXPECT_EQ(sqlite3_open(folder_.Path("mp3s.mdb").c_str(), &store), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(store, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sql;
-    sqlite3_close(store);
-  }
+  void RunBeside(const char* sql) { const OtherProgram other(folder_.Path("mp3s.mdb"), sql); }
 
   TempFolder music_;
 };
@@ -112,7 +107,7 @@ TEST_F(Import, ACancelKeepsTheRowsSoFarAndIsAlwaysTold) {
   EXPECT_EQ(Click({kOk, kOk}), ImportEnd::kCancelled);
   EXPECT_THAT(Column("location"), ElementsAre(music_.Path("a.mp3")));
   EXPECT_EQ(bench_.ListView1.RowCount(), 1U);
-  // Behind the last file too: the loop goes one step further than there are files.
+  // After the last file too: the loop goes one step further than there are files.
   const std::size_t before = interaction_.yields;
   interaction_.on_yield = [&](std::size_t n) { session_.CancelRequested = n == before + 5; };
   EXPECT_EQ(Click({kOk, kOk}), ImportEnd::kCancelled);

@@ -21,38 +21,31 @@ constexpr char kArchives[] = "select CDArchive || '/' || UID from cdarchives ord
 
 TEST(PathWithoutRoot, CutsTheDriveTheServerOrTheMountPoint) {
   const std::vector<std::string> mounts = {"/", "/media/disk/", "/media/disk/inner/"};
-  struct RootCase {
-    std::string location, path;
-  };
-  for (const RootCase& each :
-       std::vector<RootCase>{{"/Rock/a.mp3", "/Rock/a.mp3"},
-                             {"/media/disk/Rock/a.mp3", "/Rock/a.mp3"},
-                             {"/media/disk/inner/a.mp3", "/a.mp3"},
-                             {"/media/diskette/a.mp3", "/media/diskette/a.mp3"},
-                             {"C:\\Rock\\a.mp3", "\\Rock\\a.mp3"},
-                             {R"(\\server\share\Rock\a.mp3)", "\\Rock\\a.mp3"},
-                             {"\\\\server", "\\\\server"},
-                             {"C:", "C:"},
-                             {"", ""}}) {
-    EXPECT_EQ(PathWithoutRoot(each.location, mounts), each.path) << each.location;
+  const std::pair<std::string, std::string> cases[] = {
+      {"/Rock/a.mp3", "/Rock/a.mp3"},
+      {"/media/disk/Rock/a.mp3", "/Rock/a.mp3"},
+      {"/media/disk/inner/a.mp3", "/a.mp3"},
+      {"/media/diskette/a.mp3", "/media/diskette/a.mp3"},
+      {"C:\\Rock\\a.mp3", "\\Rock\\a.mp3"},
+      {R"(\\server\share\Rock\a.mp3)", "\\Rock\\a.mp3"},
+      {"\\\\server", "\\\\server"},
+      {"C:", "C:"},
+      {"", ""}};
+  for (const auto& [location, path] : cases) {
+    EXPECT_EQ(PathWithoutRoot(location, mounts), path) << location;
   }
 }
 
 TEST(NextDiscNumber, IsOneAboveTheLargest) {
-  struct NumberCase {
-    std::vector<std::string> locations;
-    std::string next;
-  };
-  for (const NumberCase& each :
-       std::vector<NumberCase>{{{}, "01"},
-                               {{"CD01/a", "CD09\\a"}, "10"},
-                               {{"CDx/a", "CD/a", "CD"}, "01"},
-                               {{"CD7/a/12", "CD007/b"}, "08"},
-                               {{"CD99/a"}, "100"},
-                               {{"CD99999999999999999999/a"}, "01"},
-                               {{"CD9223372036854775807/a", "CD4/a"}, "05"}}) {
-    EXPECT_EQ(NextDiscNumber(each.locations, "CD"), each.next);
-  }
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
+      {{}, "01"},
+      {{"CD01/a", "CD09\\a"}, "10"},
+      {{"CDx/a", "CD/a", "CD"}, "01"},
+      {{"CD7/a/12", "CD007/b"}, "08"},
+      {{"CD99/a"}, "100"},
+      {{"CD99999999999999999999/a"}, "01"},
+      {{"CD9223372036854775807/a", "CD4/a"}, "05"}};
+  for (const auto& [locations, next] : cases) EXPECT_EQ(NextDiscNumber(locations, "CD"), next);
 }
 
 class CDArchives : public ListsTest {

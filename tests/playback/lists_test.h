@@ -2,12 +2,12 @@
 // A workbench whose list holds tracks that are told from each other by their paths.
 #pragma once
 
-#include <sqlite3.h>
-
 #include <string>
 #include <vector>
 
 #include "store/statement.h"
+#include "support/list_rows.h"
+#include "support/other_program.h"
 #include "views/catalogue_test.h"
 
 namespace tunemeadow {
@@ -37,12 +37,9 @@ class ListsTest : public CatalogueTest {
 
   /// Makes the store refuse `event` ("insert on playlists when ..."), with this word.
   void Refuse(const std::string& event, const std::string& word) {
-    sqlite3* store = nullptr;
-    EXPECT_EQ(sqlite3_open(folder_.Path("mp3s.mdb").c_str(), &store), SQLITE_OK);
     const std::string trigger = "create trigger [" + word + "] before " + event +
                                 " begin select raise(abort, '" + word + "'); end";
-    EXPECT_EQ(sqlite3_exec(store, trigger.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_close(store);
+    const OtherProgram other(folder_.Path("mp3s.mdb"), trigger.c_str());
   }
 
   static void Select(ResultList& list, std::size_t count) {
@@ -50,13 +47,7 @@ class ListsTest : public CatalogueTest {
     if (count > 0) list.SetSelected(0, count - 1, true);
   }
 
-  static Texts Locations(const ResultList& list) {
-    Texts texts;
-    for (std::size_t row = 0; row < list.RowCount(); ++row) {
-      texts.emplace_back(list.Cell(row, TrackField::location));
-    }
-    return texts;
-  }
+  static Texts Locations(const ResultList& list) { return ColumnOf(list, TrackField::location); }
 
   void ClickNode(NodeKind kind, const std::string& name) {
     bench_.tree.selected = {.kind = kind, .name = name};

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "core/dates.h"
+#include "files/durable_file.h"
 #include "platform/file_urls.h"
 #include "playback/player_start.h"
 #include "playback/temp_list.h"
@@ -43,18 +44,15 @@ class Play : public CatalogueTest {
     bench_.ListView1.SetSelected(0, bench_.ListView1.RowCount() - 1, true);
   }
 
-  void Press(std::initializer_list<Answer> answers = {}) {
+  void Do(void (*command)(Workbench&), std::initializer_list<Answer> answers) {
     for (const Answer answer : answers) interaction_.WillAnswer(answer);
-    cmdSpielen_Click(bench_);
+    command(bench_);
     interaction_.ExpectPutBack();
     EXPECT_FALSE(session_.busy);
   }
-
+  void Press(std::initializer_list<Answer> answers = {}) { Do(cmdSpielen_Click, answers); }
   void Append(std::initializer_list<Answer> answers = {}) {
-    for (const Answer answer : answers) interaction_.WillAnswer(answer);
-    mnuAddToWinampsplaylist_Click(bench_);
-    interaction_.ExpectPutBack();
-    EXPECT_FALSE(session_.busy);
+    Do(mnuAddToWinampsplaylist_Click, answers);
   }
 
   std::string M(const std::string& name) { return folder_.Path("m/" + name); }
@@ -62,7 +60,7 @@ class Play : public CatalogueTest {
     return folder_.Path("tmp/tunemeadow-" + std::to_string(geteuid()) + "/" + name);
   }
   std::string ListBytes(const std::string& name) {
-    return folder_.Read("tmp/tunemeadow-" + std::to_string(geteuid()) + "/" + name);
+    return ReadWholeFile(ListPath(name)).value_or("missing");
   }
   /// "1" for each row that is stamped, in the order of the locations.
   std::string Stamps() {

@@ -29,6 +29,23 @@ class Playlists : public ListsTest {
 
   void Save(const std::string& name) { mnuPlaylistSave_Click(bench_, name); }
 
+  void Rename(const std::string& name, const std::optional<std::string>& typed,
+              std::initializer_list<Answer> answers = {}) {
+    ClickNode(NodeKind::kPlaylist, name);
+    interaction_.WillAnswerText(typed);
+    for (const Answer answer : answers) interaction_.WillAnswer(answer);
+    mnuPlaylistUmbenennen_Click(bench_);
+  }
+  void DeleteRows(Answer answer) {
+    interaction_.WillAnswer(answer);
+    DeleteFromPlaylist(bench_);
+  }
+  void DeleteList(const std::string& name, Answer answer) {
+    ClickNode(NodeKind::kPlaylist, name);
+    interaction_.WillAnswer(answer);
+    mnuPlaylistDelete_Click(bench_);
+  }
+
   Texts Names() { return Rows("select Playlist from playlists group by Playlist order by 1"); }
 
   /// The tracks of the list in its stored order, by the last letter of their file names.
@@ -95,18 +112,13 @@ TEST_F(Playlists, WhateverIsTypedAsANameIsTheName) {
     EXPECT_EQ(Order(name), "ab");
     MovePlaylistRow(bench_, 0, 1);
     EXPECT_EQ(Order(name), "ba");
-    ClickNode(NodeKind::kPlaylist, name);
-    interaction_.WillAnswerText(name + "\"2'");
-    mnuPlaylistUmbenennen_Click(bench_);
+    Rename(name, name + "\"2'");
     EXPECT_EQ(bench_.current_playlist, name + "\"2'") << "the open list goes by its new name";
     EXPECT_EQ(Order(name + "\"2'"), "ba");
     Select(bench_.ListView3, 1);
-    interaction_.WillAnswer(Answer::kYes);
-    DeleteFromPlaylist(bench_);
+    DeleteRows(Answer::kYes);
     EXPECT_EQ(Order(name + "\"2'"), "a");
-    ClickNode(NodeKind::kPlaylist, name + "\"2'");
-    interaction_.WillAnswer(Answer::kYes);
-    mnuPlaylistDelete_Click(bench_);
+    DeleteList(name + "\"2'", Answer::kYes);
     EXPECT_EQ(interaction_.boxes.back().text,
               "Are you sure to delete playlist \"" + name + "\"2'\"?");
     EXPECT_THAT(Names(), ElementsAre("Bystander"));
@@ -120,9 +132,7 @@ TEST_F(Playlists, ANameIsCutToFiftyCharacters) {
   interaction_.WillAnswerText(fifty + std::string(250, 'y'));
   mnuToolsRandomPlaylist_Click(bench_);
   EXPECT_THAT(Names(), ElementsAre(fifty));
-  ClickNode(NodeKind::kPlaylist, fifty);
-  interaction_.WillAnswerText(std::string(300, 'z'));
-  mnuPlaylistUmbenennen_Click(bench_);
+  Rename(fifty, std::string(300, 'z'));
   EXPECT_THAT(Names(), ElementsAre(std::string(50, 'z')));
 }
 
@@ -173,9 +183,7 @@ TEST_F(Playlists, OnlyAPlaylistsNodeIsDeletedOrRenamedAndOnlyOnYes) {
     mnuPlaylistDelete_Click(bench_);
     mnuPlaylistUmbenennen_Click(bench_);
   }
-  ClickNode(NodeKind::kPlaylist, "Mine");
-  interaction_.WillAnswer(Answer::kNo);
-  mnuPlaylistDelete_Click(bench_);
+  DeleteList("Mine", Answer::kNo);
   for (const std::optional<std::string>& answer :
        {std::optional<std::string>(), std::optional<std::string>(""),
         std::optional<std::string>("Mine")}) {
@@ -185,8 +193,7 @@ TEST_F(Playlists, OnlyAPlaylistsNodeIsDeletedOrRenamedAndOnlyOnYes) {
   EXPECT_THAT(interaction_.prompts, testing::Each("Neuer Name:"));
   EXPECT_THAT(Names(), ElementsAre("Mine"));
   OpenPlaylist("Mine");
-  interaction_.WillAnswer(Answer::kYes);
-  mnuPlaylistDelete_Click(bench_);
+  DeleteList("Mine", Answer::kYes);
   EXPECT_THAT(Names(), ElementsAre());
   EXPECT_FALSE(bench_.playlist_in_view) << "the library takes the place of the list in view";
   EXPECT_EQ(bench_.current_playlist, "");
@@ -198,10 +205,7 @@ TEST_F(Playlists, OnlyAPlaylistsNodeIsDeletedOrRenamedAndOnlyOnYes) {
 TEST_F(Playlists, TwoBecomeOneOnlyIfThePersonWantsIt) {
   Save("Mine");
   Save("Other");
-  ClickNode(NodeKind::kPlaylist, "Mine");
-  interaction_.WillAnswerText("OTHER");
-  interaction_.WillAnswer(Answer::kNo);
-  mnuPlaylistUmbenennen_Click(bench_);
+  Rename("Mine", "OTHER", {Answer::kNo});
   EXPECT_THAT(Names(), ElementsAre("Mine", "Other"));
   interaction_.WillAnswerText("mine");
   mnuPlaylistUmbenennen_Click(bench_);
@@ -237,8 +241,7 @@ TEST_F(Playlists, ATrackThatStandsTwiceGetsTheLastNumberAndGoesTwice) {
   OpenPlaylist("Mine");
   Select(bench_.ListView3, 0);
   bench_.ListView3.SelectOnly(2);
-  interaction_.WillAnswer(Answer::kYes);
-  DeleteFromPlaylist(bench_);
+  DeleteRows(Answer::kYes);
   EXPECT_EQ(Locations(bench_.ListView3), Texts{"/m/b.mp3"});
 }
 
@@ -282,18 +285,14 @@ TEST_F(Playlists, DeletingTakesTheRowsOutOfThisPlaylistAlone) {
   Save("Mine");
   Save("Other");
   OpenPlaylist("Mine");
-  interaction_.WillAnswer(Answer::kOk);
-  DeleteFromPlaylist(bench_);
+  DeleteRows(Answer::kOk);
   Select(bench_.ListView3, 2);
-  interaction_.WillAnswer(Answer::kNo);
-  DeleteFromPlaylist(bench_);
-  interaction_.WillAnswer(Answer::kYes);
-  DeleteFromPlaylist(bench_);
+  DeleteRows(Answer::kNo);
+  DeleteRows(Answer::kYes);
   EXPECT_EQ(bench_.ListView3.RowCount(), 41U);
   EXPECT_EQ(bench_.ListView3.SelectedRows(), std::vector<std::size_t>{0});
   Select(bench_.ListView3, 20);
-  interaction_.WillAnswer(Answer::kYes);
-  DeleteFromPlaylist(bench_);
+  DeleteRows(Answer::kYes);
   EXPECT_EQ(bench_.ListView3.RowCount(), 21U);
   EXPECT_THAT(interaction_.BoxTexts(),
               ElementsAre("Tunemeadow: No Objects selected!",
@@ -304,8 +303,7 @@ TEST_F(Playlists, DeletingTakesTheRowsOutOfThisPlaylistAlone) {
   EXPECT_THAT(Rows("select count(UID) from playlists group by Playlist order by Playlist"),
               ElementsAre("21", "43"));
   Select(bench_.ListView3, 21);
-  interaction_.WillAnswer(Answer::kYes);
-  DeleteFromPlaylist(bench_);
+  DeleteRows(Answer::kYes);
   EXPECT_THAT(bench_.tree.playlists, ElementsAre("Other")) << "the last track takes the list along";
   EXPECT_FALSE(bench_.playlist_in_view);
   EXPECT_EQ(bench_.ListView1.RowCount(), 43U);
@@ -318,8 +316,7 @@ TEST_F(Playlists, AllRowsOfASearchInAPlaylistLeaveItOpen) {
   cmdSuchen(bench_);
   ASSERT_EQ(bench_.ListView3.RowCount(), 1U);
   Select(bench_.ListView3, 1);
-  interaction_.WillAnswer(Answer::kYes);
-  DeleteFromPlaylist(bench_);
+  DeleteRows(Answer::kYes);
   EXPECT_TRUE(bench_.playlist_in_view);
   EXPECT_EQ(Order("Mine"), "") << "the search stays";
   bench_.search = {};
@@ -341,16 +338,10 @@ TEST_F(Playlists, WhatGoesIntoTheOpenOneIsShownAndMayBeOrdered) {
   interaction_.WillAnswerText("mine");
   mnuToolsRandomPlaylist_Click(bench_);
   EXPECT_EQ(rows(), 4U) << "one row was selected";
-  ClickNode(NodeKind::kPlaylist, "Other");
-  interaction_.WillAnswerText("mine");
-  interaction_.WillAnswer(Answer::kYes);
-  mnuPlaylistUmbenennen_Click(bench_);
+  Rename("Other", "mine", {Answer::kYes});
   EXPECT_EQ(rows(), 7U) << "another one merged into it";
   Save("Third");
-  ClickNode(NodeKind::kPlaylist, "mine");
-  interaction_.WillAnswerText("third");
-  interaction_.WillAnswer(Answer::kYes);
-  mnuPlaylistUmbenennen_Click(bench_);
+  Rename("mine", "third", {Answer::kYes});
   EXPECT_EQ(rows(), 8U) << "it merged into another one";
 }
 

@@ -23,7 +23,7 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-/// What a program prints; empty where it fails.
+/// What a program prints; empty if it fails.
 std::string Ask(const char* program, const QStringList& words) {
   QProcess tool;
   tool.setStandardErrorFile(QProcess::nullDevice());

@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Rows for a result list, made of the few cells that a test is about.
+// Rows for a result list, made of the few cells that a test is about, and what a list shows.
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "core/cell_table.h"
 #include "tracks/track_fields.h"
+#include "views/result_list.h"
 
 namespace tunemeadow {
 
@@ -38,6 +42,22 @@ inline CellTable NumberedRows(int count) {
                         {TrackField::location, "/music/" + number + ".mp3"}});
   }
   return table;
+}
+
+/// The texts of a column, in the order of the rows.
+template <typename Column>
+std::vector<std::string> ColumnOf(const ResultList& list, Column column) {
+  std::vector<std::string> cells;
+  for (std::size_t row = 0; row < list.RowCount(); ++row) {
+    cells.emplace_back(list.Cell(row, column));
+  }
+  return cells;
+}
+
+inline std::vector<std::int64_t> UidsOf(const ResultList& list) {
+  std::vector<std::int64_t> uids;
+  for (std::size_t row = 0; row < list.RowCount(); ++row) uids.push_back(list.Uid(row));
+  return uids;
 }
 
 }  // namespace tunemeadow

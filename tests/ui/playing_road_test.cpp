@@ -11,6 +11,7 @@
 
 #include "playback/play.h"
 #include "playback/playlists.h"
+#include "support/list_rows.h"
 #include "support/main_window.h"
 #include "views/tree.h"
 
@@ -55,26 +56,20 @@ class PlayingRoad : public MainWindowTest {
         Bench(), {.kind = NodeKind::kArchive, .key = "CDArchive|MP3-CD01", .name = "MP3-CD01"});
   }
   static std::vector<std::string> Titles(const ResultList& list) {
-    std::vector<std::string> titles;
-    for (std::size_t row = 0; row < list.RowCount(); ++row) {
-      titles.emplace_back(list.Cell(row, TrackField::Songname));
-    }
-    return titles;
+    return ColumnOf(list, TrackField::Songname);
   }
 
   /// The first three tracks go onto the disc, on which their files lie from then on.
   void MoveToDisc() {
-    const ResultList& list = Bench().ListView1;
     Select(0, 2);
     WhenModal<QInputDialog> number([](QInputDialog& box) {
       EXPECT_EQ(box.textValue(), "MP3-CD01");
       box.accept();
     });
     Action("mnuExtrasDisk2CD").trigger();
-    const std::string name = "MP3-CD01";
-    for (std::size_t row = 0; row < list.RowCount(); ++row) {
-      const std::string location(list.Cell(row, TrackField::location));
-      if (location.rfind(name, 0) == 0) disc_.Write(location.substr(name.size() + 1), "burnt");
+    const std::string name = "MP3-CD01/";
+    for (const std::string& path : ColumnOf(Bench().ListView1, TrackField::location)) {
+      if (path.starts_with(name)) disc_.Write(path.substr(name.size()), "burnt");
     }
   }
 

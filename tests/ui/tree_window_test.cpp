@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QToolButton>
 
+#include "support/list_rows.h"
 #include "support/main_window.h"
 #include "ui/panes/tree_pane.h"
 #include "ui/windows/library/frmPreferences.h"
@@ -53,12 +54,7 @@ class TreeWindow : public MainWindowTest {
   QString Current() { return View().currentIndex().data().toString(); }
 
   /// Uids of the list in view, in its order.
-  std::vector<std::int64_t> Uids() {
-    std::vector<std::int64_t> uids;
-    const ResultList& list = Bench().ListInView();
-    for (std::size_t row = 0; row < list.RowCount(); ++row) uids.push_back(list.Uid(row));
-    return uids;
-  }
+  std::vector<std::int64_t> Uids() { return UidsOf(Bench().ListInView()); }
 };
 
 using testing::ElementsAre;

@@ -66,31 +66,15 @@ TEST_F(Details, AClickCopiesTheRowIntoThePanels) {
   Click(1);
   EXPECT_EQ(details_.uid, 101);
   EXPECT_TRUE(details_.enabled);
-  const std::vector<std::pair<std::string, std::string>> fields = {
-      {details_.texts[TrackField::Songname], "Songname-1"},
-      {details_.texts[TrackField::Artist], "Artist-1"},
-      {details_.texts[TrackField::album], "album-1"},
-      {details_.texts[TrackField::genrereal], "genrereal-1"},
-      {details_.texts[TrackField::year], "year-1"},
-      {details_.texts[TrackField::trackno], "trackno-1"},
-      {details_.texts[TrackField::BPM], "BPM-1"},
-      {details_.texts[TrackField::Playtime], "Playtime-1"},
-      {details_.texts[TrackField::quality], "quality-1"},
-      {details_.texts[TrackField::Filesize], "Filesize-1"},
-      {details_.texts[TrackField::location], "/nowhere/b.mp3"},
-      {details_.texts[TrackField::Comment], "Comment-1"},
-      {details_.texts[TrackField::Situation], "Situation-1"},
-      {details_.texts[TrackField::preference], "preference-1"},
-      {details_.texts[TrackField::tempo], "tempo-1"},
-      {details_.texts[TrackField::Mood], "Mood-1"},
-      {details_.texts[TrackField::bios], "bios-1"},
-      {details_.texts[TrackField::Lyrics], "Lyrics-1"},
-      {details_.texts[TrackField::composer], "composer-1"},
-      {details_.texts[TrackField::copyright], "copyright-1"},
-      {details_.texts[TrackField::encodedby], "encodedby-1"},
-      {details_.texts[TrackField::originalartist], "originalartist-1"},
-      {details_.texts[TrackField::url], "url-1"}};
-  for (const auto& [shown, expected] : fields) EXPECT_EQ(shown, expected);
+  using enum TrackField;
+  for (const TrackField field :
+       {Songname, Artist,   album,     genrereal, year,           trackno, BPM,  Playtime,
+        quality,  Filesize, Comment,   Situation, preference,     tempo,   Mood, bios,
+        Lyrics,   composer, copyright, encodedby, originalartist, url}) {
+    const std::string name(kTrackFieldTable[IndexOf(field)].name);
+    EXPECT_EQ(details_.texts[field], name + "-1");
+  }
+  EXPECT_EQ(details_.texts[location], "/nowhere/b.mp3");
   EXPECT_EQ(watcher_.details, 1);
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "support/list_rows.h"
 #include "views/catalogue_test.h"
 
 namespace tunemeadow {
@@ -40,15 +41,7 @@ class Search : public CatalogueTest {
         std::to_string(count) + ") select 'A','/t/' || i || '.mp3' from n");
   }
 
-  std::vector<std::string> Column(TrackField field) {
-    std::vector<std::string> cells;
-    for (std::size_t row = 0; row < bench_.ListInView().RowCount(); ++row) {
-      cells.emplace_back(bench_.ListInView().Cell(row, field));
-    }
-    return cells;
-  }
-
-  std::vector<std::string> Locations() { return Column(TrackField::location); }
+  Texts Locations() { return ColumnOf(bench_.ListInView(), TrackField::location); }
 
   SearchWatcher watcher_;
 };

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/collation.h"
+#include "core/text.h"
 #include "support/list_rows.h"
 #include "views/sort_keys.h"
 
@@ -32,20 +33,6 @@ ResultList ListOf(const std::vector<std::string>& cells, std::size_t column = kS
   ResultList list;
   list.Fill(std::move(rows));
   return list;
-}
-
-std::vector<std::string> Column(const ResultList& list, std::size_t column = kSorted) {
-  std::vector<std::string> cells;
-  for (std::size_t row = 0; row < list.RowCount(); ++row) {
-    cells.emplace_back(list.Cell(row, column));
-  }
-  return cells;
-}
-
-std::vector<std::int64_t> Keys(const ResultList& list) {
-  std::vector<std::int64_t> keys;
-  for (std::size_t row = 0; row < list.RowCount(); ++row) keys.push_back(list.Uid(row));
-  return keys;
 }
 
 TEST(Sort, EachKindKnowsItsOrder) {
@@ -69,9 +56,9 @@ TEST(Sort, EachKindKnowsItsOrder) {
     std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937(7));
     ResultList list = ListOf(shuffled);
     list.Sort(kSorted, kind);
-    EXPECT_EQ(Column(list), cells);
+    EXPECT_EQ(ColumnOf(list, kSorted), cells);
     list.Sort(kSorted, kind);
-    EXPECT_EQ(Column(list), Cells(cells.rbegin(), cells.rend()));
+    EXPECT_EQ(ColumnOf(list, kSorted), Cells(cells.rbegin(), cells.rend()));
   }
 }
 
@@ -91,33 +78,15 @@ std::string PlainKey(const std::string& cell, SortKind kind) {
 
 TEST(Sort, MixedCellsComeInTheOrderOfTheToldKeys) {
   std::mt19937 random(11);
-  const std::vector<std::string> odd = {"",
-                                        " ",
-                                        "-",
-                                        "0",
-                                        "-0.5",
-                                        "00012",
-                                        "12abc",
-                                        "0000000012.00000",
-                                        "0000000012.00000 b",
-                                        "12",
-                                        "12.5",
-                                        "a",
-                                        "b c",
-                                        "zz",
-                                        ".5",
-                                        "/",
-                                        ":",
-                                        "1e3",
-                                        "1e11",
-                                        "12 kbps",
-                                        "7 MB",
-                                        "7MB",
-                                        "-7"};
+  const auto odd = Split(
+      "| |-|0|-0.5|00012|12abc|0000000012.00000|0000000012.00000 b|12|12.5|a|b "
+      "c|zz|.5|/|:|1e3|1e11|"
+      "12 kbps|7 MB|7MB|-7",
+      '|');
   for (const SortKind kind : {SortKind::kNumber, SortKind::kLeadingNumber, SortKind::kSize}) {
     std::vector<std::string> cells;
     for (int i = 0; i < 600; ++i) {
-      cells.push_back(random() % 2 == 0 ? odd[random() % odd.size()]
+      cells.push_back(random() % 2 == 0 ? std::string(odd[random() % odd.size()])
                                         : std::to_string(random() % 100000));
     }
     ResultList list = ListOf(cells);
@@ -128,7 +97,7 @@ TEST(Sort, MixedCellsComeInTheOrderOfTheToldKeys) {
              PlainKey(cells[static_cast<std::size_t>(b - 1)], kind);
     });
     list.Sort(kSorted, kind);
-    EXPECT_EQ(Keys(list), expected);
+    EXPECT_EQ(UidsOf(list), expected);
   }
 }
 
@@ -147,14 +116,14 @@ TEST(Sort, TellsTheKeyOfACell) {
 TEST(Sort, EqualRowsKeepTheirOrderInBothDirections) {
   ResultList list = ListOf({"b", "A", "B", "a"});
   list.Sort(kSorted, SortKind::kText);
-  EXPECT_EQ(Keys(list), (std::vector<std::int64_t>{2, 4, 1, 3}));
+  EXPECT_EQ(UidsOf(list), (std::vector<std::int64_t>{2, 4, 1, 3}));
   list.Sort(kSorted, SortKind::kText);
-  EXPECT_EQ(Keys(list), (std::vector<std::int64_t>{1, 3, 2, 4}));
+  EXPECT_EQ(UidsOf(list), (std::vector<std::int64_t>{1, 3, 2, 4}));
   EXPECT_FALSE(list.SortAscending());
   mLVSort(list, 1, 0);
   EXPECT_TRUE(list.SortAscending()) << "another column begins anew";
   EXPECT_EQ(list.SortColumn(), 0U);
-  EXPECT_EQ(Keys(list), (std::vector<std::int64_t>{1, 2, 3, 4}));
+  EXPECT_EQ(UidsOf(list), (std::vector<std::int64_t>{1, 2, 3, 4}));
   list.Fill(CellTable(kSelectedFields));
   EXPECT_EQ(list.SortColumn(), std::nullopt);
 }
@@ -190,7 +159,7 @@ TEST(ResultList, RemovedRowsTakeTheirSelectionAlongAndHandTheFocusOn) {
   list.SetSelected(1, 3, true);
   list.SetFocusedRow(1);
   list.RemoveRows({1, 2, 9});
-  EXPECT_EQ(Keys(list), (std::vector<std::int64_t>{5, 2, 1}));
+  EXPECT_EQ(UidsOf(list), (std::vector<std::int64_t>{5, 2, 1}));
   EXPECT_EQ(list.SelectedRows(), (std::vector<std::size_t>{1}));
   EXPECT_EQ(list.SelectedCount(), 1U);
   EXPECT_EQ(list.FocusedRow(), 1U);
@@ -208,21 +177,16 @@ TEST(ResultList, AMovedRowTakesItsSelectionAndFocusAlong) {
   list.Sort(0, SortKind::kNumber);
   list.SelectOnly(1);
   list.SetFocusedRow(1);
-  const auto uids = [&] {
-    std::vector<std::int64_t> all;
-    for (std::size_t row = 0; row < list.RowCount(); ++row) all.push_back(list.Uid(row));
-    return all;
-  };
   list.MoveRow(1, 3);
-  EXPECT_EQ(uids(), (std::vector<std::int64_t>{1, 3, 4, 2}));
+  EXPECT_EQ(UidsOf(list), (std::vector<std::int64_t>{1, 3, 4, 2}));
   EXPECT_EQ(list.SelectedRows(), std::vector<std::size_t>{3});
   EXPECT_EQ(list.FocusedRow(), 3U);
   EXPECT_EQ(list.SortColumn(), std::nullopt) << "this order is the person's own";
   list.MoveRow(3, 0);
-  EXPECT_EQ(uids(), (std::vector<std::int64_t>{2, 1, 3, 4}));
+  EXPECT_EQ(UidsOf(list), (std::vector<std::int64_t>{2, 1, 3, 4}));
   list.MoveRow(0, 4);
   list.MoveRow(9, 0);
-  EXPECT_EQ(uids(), (std::vector<std::int64_t>{2, 1, 3, 4})) << "no such place";
+  EXPECT_EQ(UidsOf(list), (std::vector<std::int64_t>{2, 1, 3, 4})) << "no such place";
 }
 
 TEST(ListColumns, TheKindIsToldByTheCaptionAlone) {

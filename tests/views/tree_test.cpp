@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "support/list_rows.h"
 #include "views/catalogue_test.h"
 
 namespace tunemeadow {
@@ -66,14 +67,7 @@ class Tree : public CatalogueTest {
     const TreeNode& node = (*bench_.tree.nodes)[static_cast<std::size_t>(index)];
     TreeView1_NodeClick(bench_, {node.kind, node.key, node.name});
   }
-  Texts Locations() {
-    Texts texts;
-    const ResultList& list = bench_.ListInView();
-    for (std::size_t row = 0; row < list.RowCount(); ++row) {
-      texts.emplace_back(list.Cell(row, TrackField::location));
-    }
-    return texts;
-  }
+  Texts Locations() { return ColumnOf(bench_.ListInView(), TrackField::location); }
 
   TreeWatcher watcher_;
 };
