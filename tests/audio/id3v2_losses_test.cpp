@@ -94,7 +94,7 @@ TEST(CountID3v2Losses, CountsTextsThatAreNotWhatTheOldFrameSays) {
        1, 0},  // the higher byte first
       {"TIT2", "\2\0B\0l"s, "Bl", 0, 0},
       {"TIT2", "\3Bl\xC3\xA4"s, "Bl\xC3\xA4", 1, 0},
-      {"TIT2", "\3Bl\xC3\xA4"s, "Bl\xE4 again", 0, 0},  // typed anew
+      {"TIT2", "\3Bl\xC3\xA4"s, "Bl\xE4 again", 0, 0},  // typed again
       {"TIT2", "\3Bl\xC3\xA4"s, "", 0, 0},              // emptied
       {"TIT2", "\3Bl\xD0\xAF"s, "Bl?", 1, 0},
       {"TIT2", "\3plain"s, "other", 0, 0},

@@ -89,7 +89,7 @@ TEST(ReadID3v2Tag, ANameInsideAnotherTextCountsAsAFrame) {
       Parsed(Id3v2Tag("TCOMM" + BigEndian(9, 4) + Zero(3) + "eng" + Zero() + "note"));
   EXPECT_EQ(both.Comment, "note");
   EXPECT_EQ(both.Composer.substr(0, 9), Zero() + "eng" + Zero() + "note");
-  // A name in the header's ten bytes is none; the 91 bytes behind the tag belong to the text.
+  // A name in the header's ten bytes is none; the 91 bytes after the tag belong to the text.
   EXPECT_EQ(Parsed("ID3\3TIT2" + Zero(2) + Zero(200)).Title, "");
   EXPECT_EQ(Parsed(Id3v2Tag("") + Id3v2FieldFrame({"TIT2", "Blue"})).Title, "Blue");
   EXPECT_EQ(Parsed(Id3v2Tag("") + Zero(91) + Id3v2FieldFrame({"TIT2", "Blue"})).Title, "");
@@ -251,7 +251,7 @@ TEST(ReadID3v2TagByFrames, EndsEachTextWhereItsFrameDoes) {
                              SizedSafely(Id3v2FieldFrame({"COMM", comment})) +
                              SizedSafely(MusicmatchFrame("Bio", bio)) +
                              MusicmatchFrame("Mood", "m") + PictureFrame(FakeJpeg());
-  // What this program puts behind a picture of its own ends the walk of others.
+  // What this program puts after a picture of its own ends the walk of others.
   const std::string behind = Zero(13) + Id3v2FieldFrame({"TCON", "(17)Rock"});
   for (const int version : {3, 4}) {
     FileBytes file;

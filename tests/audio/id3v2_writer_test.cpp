@@ -221,7 +221,7 @@ TEST(WriteID3v2Tag, WithoutItsFileThereIsNoNewPicture) {
 TEST(WriteID3v2Tag, WhatMakesNoSenseIsRefusedWithTheFileUntouched) {
   const std::string safe_size = "APIC\0\0\x27\x08\0\0"s + std::string(5000, 'j');  // not in 2.3
   const std::string files[] = {
-      Id3v2Tag("", 3, 100).substr(0, 109),     // a byte less than the tag tells
+      Id3v2Tag("", 3, 100).substr(0, 109),     // a byte less than the tag declares
       "ID3\3\0\0\x7F\x7F\x7F\x7F"s + Audio(),  // far less
       "ID3",                                   // no whole header
       Id3v2Tag(safe_size, 3) + Audio(),        // reads as 9992 bytes

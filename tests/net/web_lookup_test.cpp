@@ -21,7 +21,7 @@ class WebLookup : public testing::Test {
     bench_.details.texts[TrackField::location] = "/m/AC\\DC.mp3";
   }
 
-  /// Path and query of what was opened, behind the host; empty where nothing was.
+  /// Path and query of what was opened, after the host; empty if nothing was.
   std::string Opened(Lookup lookup, const LookupChoice& choice) {
     world_.log.clear();
     lookup(bench_, choice);

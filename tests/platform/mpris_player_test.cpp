@@ -29,14 +29,6 @@
 namespace tunemeadow {
 namespace {
 
-/// A program that logs its arguments and the moment at which it is done.
-std::string LoggingPlayer(const TempFolder& folder, const std::string& name) {
-  std::string path =
-      folder.Write(name, "#!/bin/sh\nprintf '[%s]' \"$@\" >> \"$(dirname \"$0\")/log\"\n");
-  EXPECT_EQ(chmod(path.c_str(), 0755), 0);
-  return path;
-}
-
 /// A session bus of the test's own.
 class PrivateBus {
  public:
@@ -85,39 +77,46 @@ class BusPlayer : public QDBusVirtualObject {
   }
 };
 
-TEST(MprisPlayer, WithoutABusAPlayerIsItsProcess) {
-  const TempFolder folder;
-  const ScopedEnvironment no_bus("DBUS_SESSION_BUS_ADDRESS", nullptr);
-  const ScopedEnvironment no_folder("XDG_RUNTIME_DIR", folder.Path().c_str());
-  const std::string player = LoggingPlayer(folder, "tm-a-player");
-  PosixProcessStarter processes;
-  MprisPlayer port(processes);
-  EXPECT_EQ(port.Find(player), "");
-  EXPECT_EQ(port.Find(""), "");
-  EXPECT_TRUE(port.Send("123", player, "/m/a \"1\" \xFF.mp3"));
-  EXPECT_TRUE(port.Send("org.mpris.MediaPlayer2.gone", player, "/m/b.mp3"));
-  EXPECT_EQ(folder.Read("log"), "[-e][/m/a \"1\" \xFF.mp3][-e][/m/b.mp3]")
+/// Without a session bus, unless a test brings one; the runtime folder is the test's own.
+class MprisPlayerTest : public testing::Test {
+ protected:
+  std::string Program(const std::string& name, const std::string& script) {
+    std::string path = folder_.Write(name, "#!/bin/sh\ncd \"$(dirname \"$0\")\"\n" + script);
+    EXPECT_EQ(chmod(path.c_str(), 0755), 0);
+    return path;
+  }
+  /// A program that logs its arguments.
+  std::string LoggingPlayer(const std::string& name) {
+    return Program(name, "printf '[%s]' \"$@\" >> log\n");
+  }
+
+  const TempFolder folder_;
+  const ScopedEnvironment no_bus_{"DBUS_SESSION_BUS_ADDRESS", nullptr};
+  const ScopedEnvironment runtime_{"XDG_RUNTIME_DIR", folder_.Path().c_str()};
+  PosixProcessStarter processes_;
+  MprisPlayer port_{processes_};
+};
+
+TEST_F(MprisPlayerTest, WithoutABusAPlayerIsItsProcess) {
+  const std::string player = LoggingPlayer("tm-a-player");
+  EXPECT_EQ(port_.Find(player), "");
+  EXPECT_EQ(port_.Find(""), "");
+  EXPECT_TRUE(port_.Send("123", player, "/m/a \"1\" \xFF.mp3"));
+  EXPECT_TRUE(port_.Send("org.mpris.MediaPlayer2.gone", player, "/m/b.mp3"));
+  EXPECT_EQ(folder_.Read("log"), "[-e][/m/a \"1\" \xFF.mp3][-e][/m/b.mp3]")
       << "one behind the other";
-  EXPECT_FALSE(port.Send("123", folder.Path("missing"), "/m/a.mp3"));
+  EXPECT_FALSE(port_.Send("123", folder_.Path("missing"), "/m/a.mp3"));
 }
 
-TEST(MprisPlayer, APlayerThatDoesNotComeBackIsWaitedForOnce) {
-  const TempFolder folder;
-  const ScopedEnvironment no_bus("DBUS_SESSION_BUS_ADDRESS", nullptr);
-  const ScopedEnvironment no_folder("XDG_RUNTIME_DIR", folder.Path().c_str());
-  folder.Write("go on");
-  const std::string player = folder.Write(
-      "tm-hangs",
-      "#!/bin/sh\ncd \"$(dirname \"$0\")\"\nwhile [ -e 'go on' ]; do sleep 0.1; done\n");
-  ASSERT_EQ(chmod(player.c_str(), 0755), 0);
-  PosixProcessStarter processes;
-  MprisPlayer port(processes);
+TEST_F(MprisPlayerTest, APlayerThatDoesNotComeBackIsWaitedForOnce) {
+  folder_.Write("go on");
+  const std::string player = Program("tm-hangs", "while [ -e 'go on' ]; do sleep 0.1; done\n");
   const auto before = std::chrono::steady_clock::now();
-  for (int i = 0; i < 20; ++i) EXPECT_TRUE(port.Send("1", player, "/m/a.mp3"));
+  for (int i = 0; i < 20; ++i) EXPECT_TRUE(port_.Send("1", player, "/m/a.mp3"));
   EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(30))
       << "a wait for each of them would take longer";
-  EXPECT_NE(port.Find(player), "") << "it has run for two seconds, so it is found";
-  std::filesystem::remove(folder.Path("go on"));
+  EXPECT_NE(port_.Find(player), "") << "it has run for two seconds, so it is found";
+  std::filesystem::remove(folder_.Path("go on"));
 }
 
 /// What listens at the end of mpv's socket: it says yes to each command but one.
@@ -157,24 +156,19 @@ class FakeMpv {
   std::thread thread_;
 };
 
-TEST(MprisPlayer, AKnownPlayerIsGivenAFileInItsOwnWay) {
-  const TempFolder folder;
-  const ScopedEnvironment no_bus("DBUS_SESSION_BUS_ADDRESS", nullptr);
-  const ScopedEnvironment runtime("XDG_RUNTIME_DIR", folder.Path().c_str());
-  PosixProcessStarter processes;
-  MprisPlayer port(processes);
-  EXPECT_TRUE(port.Send("1", LoggingPlayer(folder, "vlc"), "/m/a.mp3"));
-  EXPECT_TRUE(port.Send("1", LoggingPlayer(folder, "strawberry"), "/m/b.mp3"));
-  EXPECT_EQ(folder.Read("log"),
+TEST_F(MprisPlayerTest, AKnownPlayerIsGivenAFileInItsOwnWay) {
+  EXPECT_TRUE(port_.Send("1", LoggingPlayer("vlc"), "/m/a.mp3"));
+  EXPECT_TRUE(port_.Send("1", LoggingPlayer("strawberry"), "/m/b.mp3"));
+  EXPECT_EQ(folder_.Read("log"),
             "[--started-from-file][--playlist-enqueue][/m/a.mp3][--append][/m/b.mp3]");
-  const std::string mpv = LoggingPlayer(folder, "mpv");
-  EXPECT_EQ(port.Find(mpv), "");
-  EXPECT_FALSE(port.Send("1", mpv, "/m/c.mp3")) << "none listens";
-  EXPECT_FALSE(port.Replace(folder.Path("vlc"), "/l.m3u"));
+  const std::string mpv = LoggingPlayer("mpv");
+  EXPECT_EQ(port_.Find(mpv), "");
+  EXPECT_FALSE(port_.Send("1", mpv, "/m/c.mp3")) << "none listens";
+  EXPECT_FALSE(port_.Replace(folder_.Path("vlc"), "/l.m3u"));
   const FakeMpv fake;
-  EXPECT_EQ(port.Find(mpv), folder.Path("tunemeadow-mpv"));
-  EXPECT_TRUE(port.Send(MpvSocketPath(), mpv, "/m/\"\\\n\xFF.mp3"));
-  EXPECT_FALSE(port.Replace(mpv, "/l.m3u")) << "it says no";
+  EXPECT_EQ(port_.Find(mpv), folder_.Path("tunemeadow-mpv"));
+  EXPECT_TRUE(port_.Send(MpvSocketPath(), mpv, "/m/\"\\\n\xFF.mp3"));
+  EXPECT_FALSE(port_.Replace(mpv, "/l.m3u")) << "it says no";
   const std::string end = "],\"request_id\":71}\n";
   EXPECT_EQ(fake.log,
             (std::vector<std::string>{
@@ -183,10 +177,9 @@ TEST(MprisPlayer, AKnownPlayerIsGivenAFileInItsOwnWay) {
                 R"({"command":["loadlist","/l.m3u","replace")" + end}));
 }
 
-TEST(MprisPlayer, AFileGoesBehindTheLastTrackOfAListThatTakesIt) {
+TEST_F(MprisPlayerTest, AFileGoesBehindTheLastTrackOfAListThatTakesIt) {
   const PrivateBus daemon;
-  const TempFolder folder;
-  const std::string program = LoggingPlayer(folder, "Some-Player");
+  const std::string program = LoggingPlayer("Some-Player");
   const ScopedEnvironment address("DBUS_SESSION_BUS_ADDRESS", daemon.Address().constData());
   QDBusConnection bus = QDBusConnection::connectToBus(QString(daemon.Address()), "player");
   QThread thread;
@@ -194,30 +187,28 @@ TEST(MprisPlayer, AFileGoesBehindTheLastTrackOfAListThatTakesIt) {
   player.moveToThread(&thread);
   thread.start();
   ASSERT_TRUE(bus.registerVirtualObject("/org/mpris/MediaPlayer2", &player));
-  PosixProcessStarter processes;
-  MprisPlayer port(processes);
-  EXPECT_EQ(port.Find(program), "");
+  EXPECT_EQ(port_.Find(program), "");
   ASSERT_TRUE(bus.registerService("org.mpris.MediaPlayer2.some-player.instance7"));
-  const std::string window = port.Find(program);
+  const std::string window = port_.Find(program);
   EXPECT_EQ(window, "org.mpris.MediaPlayer2.some-player.instance7");
-  EXPECT_EQ(port.Find(folder.Path("some")), "") << "another player's name begins like this";
+  EXPECT_EQ(port_.Find(folder_.Path("some")), "") << "another player's name begins like this";
 
-  EXPECT_TRUE(port.Send(window, program, "/m/a #1.mp3"));
-  EXPECT_TRUE(port.Send(window, program, "/m/\xFF.mp3"));
+  EXPECT_TRUE(port_.Send(window, program, "/m/a #1.mp3"));
+  EXPECT_TRUE(port_.Send(window, program, "/m/\xFF.mp3"));
   EXPECT_EQ(player.calls,
             (std::vector<std::string>{
                 "file:///m/a%20%231.mp3 after /org/mpris/MediaPlayer2/TrackList/NoTrack",
                 "file:///m/%FF.mp3 after /t/1"}));
-  EXPECT_FALSE(ReadWholeFile(folder.Path("log"))) << "its program is not needed";
+  EXPECT_FALSE(ReadWholeFile(folder_.Path("log"))) << "its program is not needed";
 
   // One that has stopped answering, and one that keeps its list to itself.
   player.answers = false;
-  EXPECT_TRUE(port.Send(window, program, "/m/b.mp3"));
-  EXPECT_EQ(folder.Read("log"), "[-e][/m/b.mp3]");
+  EXPECT_TRUE(port_.Send(window, program, "/m/b.mp3"));
+  EXPECT_EQ(folder_.Read("log"), "[-e][/m/b.mp3]");
   player.answers = true;
   player.edits = false;
-  EXPECT_TRUE(MprisPlayer(processes).Send(window, program, "/m/c.mp3"));
-  EXPECT_EQ(folder.Read("log"), "[-e][/m/b.mp3][-e][/m/c.mp3]");
+  EXPECT_TRUE(MprisPlayer(processes_).Send(window, program, "/m/c.mp3"));
+  EXPECT_EQ(folder_.Read("log"), "[-e][/m/b.mp3][-e][/m/c.mp3]");
   EXPECT_EQ(player.calls.size(), 2U);
   thread.quit();
   thread.wait();

@@ -24,7 +24,7 @@ std::string Program(const TempFolder& folder, const std::string& name, const std
   return path;
 }
 
-/// The bytes of a file once it exists; empty where it does not within ten seconds.
+/// The bytes of a file once it exists; empty if it does not within ten seconds.
 std::string WaitForFile(const std::string& path) {
   for (int i = 0; i < 1000; ++i) {
     if (auto bytes = ReadWholeFile(path)) return *bytes;
