@@ -109,7 +109,7 @@ std::optional<std::string> AskMpv(std::span<const std::string> words) {
     return std::nullopt;
   }
   auto answer = AnswerOfMpv(socket_end.get(), last);
-  if (!answer || answer->find("\"error\":\"success\"") == std::string::npos) return std::nullopt;
+  if (!answer || answer->find(R"("error":"success")") == std::string::npos) return std::nullopt;
   return answer;
 }
 
