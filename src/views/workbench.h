@@ -86,7 +86,7 @@ struct Workbench {
   bool track_selection = true;  ///< chkTrackSelection
   bool try_preview = false;     ///< chkPlayPreview
   std::string WinampWindow;     ///< the running player found last; empty: unknown
-  std::string failed_player;    ///< could not be started; empty where the last one could
+  std::string failed_player;    ///< could not be started; empty if the last one could
 
   [[nodiscard]] TagPort& Tags() noexcept { return classic_tags_; }  ///< of every command
 
@@ -100,12 +100,12 @@ struct Workbench {
 };
 
 /// Renews the tree's nodes and the names of playlists and archives, and tells the window where
-/// something has changed. The nodes are read anew only where the catalogue was written since, or
+/// something has changed. The nodes are read again only where the catalogue was written since, or
 /// another kind was chosen. A hidden tree keeps its nodes; the names are renewed even then. A
 /// statement that fails leaves its part of the tree empty.
 void updatetreeview(Workbench& bench);
 
-/// Counts the tracks of the whole catalogue anew (session.track_count) and renews the tree. The
+/// Counts the tracks of the whole catalogue again (session.track_count) and renews the tree. The
 /// count stays where the statement fails.
 void UpdateTrackCount(Workbench& bench);
 

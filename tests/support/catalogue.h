@@ -34,7 +34,7 @@ class TestCatalogue {
 
   CellTable Rows(std::string_view statement) { return connection.Execute(statement).GetRows(); }
 
-  /// The first cell; "(none)" where there is no row.
+  /// The first cell; "(none)" if there is no row.
   std::string Value(std::string_view statement) {
     const CellTable rows = Rows(statement);
     return rows.Empty() ? "(none)" : std::string(rows.Cell(0, 0));

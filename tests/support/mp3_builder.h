@@ -41,8 +41,8 @@ using TagFields = std::vector<TagField>;
 struct Id3v2Options {
   int version = 3;
   std::size_t padding = 0;
-  bool utf16 = false;       ///< little-endian with byte order marks, else one byte per character
-  std::string more_frames;  ///< finished frames behind the fields
+  bool utf16 = false;  ///< little-endian with byte order marks, otherwise one byte per character
+  std::string more_frames;  ///< finished frames after the fields
 };
 
 inline std::string Id3v2Frame(std::string_view name, std::string_view body) {
@@ -127,7 +127,7 @@ inline std::string MpegFrame(const MpegHeader& header = {}, std::size_t size = k
   return Fixed(HeaderBytes(header), size, '\x55');
 }
 
-/// A frame with a Xing header 36 bytes behind its start.
+/// A frame with a Xing header 36 bytes after its start.
 inline std::string XingFrame(std::uint32_t frames, const MpegHeader& header = {}) {
   return Fixed(
       Fixed(HeaderBytes(header), 36, '\0') + "Xing" + BigEndian(1, 4) + BigEndian(frames, 4),

@@ -19,7 +19,7 @@
 
 namespace tunemeadow {
 
-/// The control of that name inside `window`. Throws where there is none: the test ends there.
+/// The control of that name inside `window`. Throws if there is none: the test ends there.
 template <typename Control>
 Control& Find(const QWidget& window, const char* name) {
   auto* control = window.findChild<Control*>(QString::fromUtf8(name));
