@@ -170,7 +170,10 @@ class SingleSave {
     details_.DetailsKeyed = false;
     details_.DetailsChanged = false;
     StoreCells();
-    bench_.interaction.SetStatus("Saved: " + details_.texts[TrackField::Songname] + ".");
+    const bool left_out = !file_written_.value_or(true);
+    bench_.interaction.SetStatus(
+        (left_out ? "Saved, but for a tag that could not be written: " : "Saved: ") +
+        details_.texts[TrackField::Songname] + ".");
   }
 
   void EscapeTexts() {

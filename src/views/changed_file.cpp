@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "core/dates.h"
 #include "core/paths.h"
 #include "files/file_facts.h"
 #include "store/database.h"
@@ -11,8 +12,7 @@ namespace tunemeadow {
 namespace {
 
 constexpr std::string_view kSentence =
-    " was changed by another program since it was read. Import it again, or a save overwrites "
-    "that.";
+    " was changed by another program since it was read. A save puts the catalogue's texts over it.";
 
 /// A catalogue that does not answer, and a row that was imported without a time, tell nothing.
 bool HasChanged(Workbench& bench, std::int64_t uid, const std::string& path) {
@@ -23,7 +23,7 @@ bool HasChanged(Workbench& bench, std::int64_t uid, const std::string& path) {
         bench.session.connection
             .Execute("select datetimeoffile from mp3sTabelle where uid=" + std::to_string(uid))
             .Fields("datetimeoffile");
-    return !known.empty() && known != now;
+    return ParseDateTime(known).has_value() && known != now;
   } catch (const DatabaseError&) {
     return false;
   }

@@ -33,6 +33,7 @@ TEST_F(PicturePanel, AddWritesTheEditorsTextsAndTheImageAndCorrectsTheRow) {
   bench_.details.texts[TrackField::Songname] = "D\xC5\x8Dmo";  // the o with its stroke is in no tag
   EXPECT_EQ(AddPictureCaption(bench_.details), "add");
   interaction_.WillChoose(folder_.Write("covers/cover.jpg", FakeJpeg()));
+  interaction_.statuses.clear();
   cmdAddpic_Click(bench_);
   EXPECT_EQ(bench_.PictureFile, folder_.Path("covers/cover.jpg"));
   EXPECT_EQ(session_.ini.GetString(kConfigSection, "ImageToSave", "", 0), folder_.Path("covers/"));

@@ -43,7 +43,7 @@ TEST_F(SingleSave, WritesTheTagsThenTheRowThenTheCells) {
   EXPECT_EQ(interaction_.statuses,
             (Texts{"Updating file (saving ID3v2Tag), please wait...",
                    "Updating file (saving ID3v1Tag), please wait...",
-                   "Updating file (saving LYRICS3Tag), please wait...", "Ready."}));
+                   "Updating file (saving LYRICS3Tag), please wait...", "Ready.", "Saved: ti."}));
   const Mp3Info tag = Tag("a.MP3");
   EXPECT_EQ(
       (Texts{tag.Title, tag.Artist, tag.TrackV2, tag.GenreV2, tag.Composer, StripNulls(tag.Url)}),
@@ -154,7 +154,7 @@ TEST_F(SingleSave, IgnoreGoesOnFromTagToTagAndSavesTheRow) {
                    "Error: LYRICS3-Tag can't be written!"}));
   EXPECT_EQ(Column("Songname || hasid3v1 || hasid3v2"), Texts{"new00"});
   EXPECT_FALSE(bench_.ListView1.IsFileWritten(0));
-  EXPECT_EQ(interaction_.Status(), "Ready.");
+  EXPECT_EQ(interaction_.Status(), "Saved, but for a tag that could not be written: new.");
   session_.preferences.chkWarn = false;
   bench_.details.texts[TrackField::Songname] = "newer";
   Save();

@@ -25,7 +25,7 @@ class FindFiles : public testing::Test {
   /// The paths found in `folder`, without the temporary folder's own path.
   std::vector<std::string> Find(const std::string& folder) {
     std::vector<std::string> list;
-    FindFilesRecursive(session_, interaction_, folder, options_, list);
+    left_out_ = FindFilesRecursive(session_, interaction_, folder, options_, list);
     for (std::string& path : list) {
       if (path.starts_with(temp_.Path() + "/")) path.erase(0, temp_.Path().size() + 1);
     }
@@ -36,6 +36,7 @@ class FindFiles : public testing::Test {
   TempFolder temp_, program_;
   Session session_{program_.Path(), "tunemeadow"};
   ScriptedInteraction interaction_;
+  LeftOut left_out_;
   WalkOptions options_{.extensions = "mp3;mp2;mpeg;;x", .recursive = true};
 };
 
@@ -99,6 +100,7 @@ TEST_F(FindFiles, PassesOverFoldersThatVanishOrMayNotBeRead) {
     const ScopedPlainUser user(temp_.Path());
     EXPECT_THAT(Find(), ElementsAre("a/a.mp3", "z/d.mp3"));
   }
+  EXPECT_EQ(left_out_.unreadable_folders, 1);
   std::filesystem::permissions(temp_.Path("locked"), std::filesystem::perms::owner_all);
   EXPECT_THAT(Find(temp_.Path("no such folder")), IsEmpty());
   EXPECT_THAT(Find("C:\\Music\\"), IsEmpty());

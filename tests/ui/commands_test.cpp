@@ -14,6 +14,7 @@
 #include <set>
 
 #include "support/main_window.h"
+#include "ui/kit/combo_names.h"
 #include "ui/shell/command_menus.h"
 #include "ui/shell/gestures.h"
 #include "views/tree.h"
@@ -246,7 +247,7 @@ TEST_F(Commands, ThoseOfTheTreeStandInTheBarWhileTheirNodeIsSelected) {
 }
 
 TEST_F(Commands, AScreenReaderIsToldTheNameOfEachControlAndHowManyRowsThereAre) {
-  for (QComboBox* combo : window_.findChildren<QComboBox*>()) {
+  for (QComboBox* combo : window_->findChildren<QComboBox*>()) {
     if (combo->isEditable()) {
       combo->setEditText("typed");
       EXPECT_NE(combo->lineEdit()->accessibleName(), "") << combo->objectName().toStdString();
@@ -258,11 +259,11 @@ TEST_F(Commands, AScreenReaderIsToldTheNameOfEachControlAndHowManyRowsThereAre) 
     ASSERT_EQ(told->childCount(), combo->isEditable() ? 2 : 1);
     EXPECT_EQ(told->indexOfChild(told->child(told->childCount() - 1)), told->childCount() - 1);
   }
-  EXPECT_EQ(window_.findChild<QWidget*>("ListView1")->accessibleName(), "Tracks, 2");
+  EXPECT_EQ(window_->findChild<QWidget*>("ListView1")->accessibleName(), "Tracks, 2");
   for (const char* name : {"Frame1", "Frame2", "StatusBar1"}) {
-    EXPECT_NE(window_.findChild<QWidget*>(name)->accessibleName(), "") << name;
+    EXPECT_NE(window_->findChild<QWidget*>(name)->accessibleName(), "") << name;
   }
-  auto* title = window_.findChild<QLineEdit*>("txtTitelSave");
+  auto* title = window_->findChild<QLineEdit*>("txtTitelSave");
   for (const std::string& text : {std::string(90, '<'), std::string("short")}) {
     Bench().details.texts[TrackField::Songname] = text;
     Bench().Watcher().DetailsChanged();

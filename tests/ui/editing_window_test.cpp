@@ -71,7 +71,7 @@ TEST_F(EditingWindow, SavingOneTrackWritesFileAndListAndLeavesTheFocusThere) {
   Type("txtInterpretSave", "Bea");
   QTest::keySequence(window_.get(), QKeySequence(Qt::CTRL | Qt::Key_S));
   EXPECT_EQ(Tags("Ash.mp3"), "Aspen/Bea");
-  EXPECT_EQ(Find<QLabel>(*window_, "StatusPanel1").text(), "Ready.");
+  EXPECT_EQ(Find<QLabel>(*window_, "StatusPanel1").text(), "Saved: Aspen.");
 }
 
 TEST_F(EditingWindow, AChangedTrackIsNotLeftWithoutAQuestion) {

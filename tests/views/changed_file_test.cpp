@@ -16,8 +16,8 @@ class ChangedFile : public CatalogueTest {};
 TEST_F(ChangedFile, ALoadedRowTellsThatItsFileHasAnotherTimeThanTheCatalogueKnows) {
   const std::string path = folder_.Write("a.mp3", "sound");
   const std::string told =
-      "a.mp3 was changed by another program since it was read. Import it again, or a save "
-      "overwrites that.";
+      "a.mp3 was changed by another program since it was read. A save puts the "
+      "catalogue's texts over it.";
   const struct {
     std::string location, time;
     bool changed;
@@ -27,6 +27,7 @@ TEST_F(ChangedFile, ALoadedRowTellsThatItsFileHasAnotherTimeThanTheCatalogueKnow
       {path, "2001-02-03 04:05:06", true},
       {path, FileTimeText(path), false},
       {path, "", false},
+      {path, "unknown", false},
   };
   interaction_.SetStatus("Ready.");
   for (const auto& row : rows) {

@@ -130,13 +130,12 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     case Qt::ToolTipRole:
       if (!IsWritten(index.row())) return QString(kUnwritten);
       return AsLiteralToolTip(WholeText(index.row(), index.column()));
-    case Qt::AccessibleDescriptionRole:
-      return IsWritten(index.row()) ? QVariant() : QVariant(QString(kUnwritten));
     case Qt::FontRole:
       return IsWritten(index.row()) ? QVariant() : UnwrittenFont();
     case Qt::AccessibleTextRole:
       return WholeText(index.row(), index.column());
     case Qt::AccessibleDescriptionRole:
+      if (!IsWritten(index.row())) return QString(kUnwritten);
       return TrackText(index.row());
     default:
       return {};
