@@ -71,7 +71,10 @@ TEST_F(EditingWindow, SavingOneTrackWritesFileAndListAndLeavesTheFocusThere) {
   Type("txtInterpretSave", "Bea");
   QTest::keySequence(window_.get(), QKeySequence(Qt::CTRL | Qt::Key_S));
   EXPECT_EQ(Tags("Ash.mp3"), "Aspen/Bea");
-  EXPECT_EQ(Find<QLabel>(*window_, "StatusPanel1").text(), "Saved: Aspen.");
+  const auto& status = Find<QLabel>(*window_, "StatusPanel1");
+  EXPECT_EQ(status.text(), "Saved: Aspen.");
+  EXPECT_EQ(status.palette().color(QPalette::Disabled, QPalette::WindowText),
+            status.palette().color(QPalette::Active, QPalette::WindowText));
 }
 
 TEST_F(EditingWindow, AChangedTrackIsNotLeftWithoutAQuestion) {

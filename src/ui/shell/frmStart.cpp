@@ -33,6 +33,28 @@
 namespace tunemeadow {
 namespace {
 
+/// Stays readable while the window takes no input: what it says belongs to the box that stands
+/// then.
+class StatusText : public QLabel {
+ public:
+  explicit StatusText(QWidget* parent) : QLabel(parent) { KeepReadable(); }
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    QLabel::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) KeepReadable();
+  }
+
+ private:
+  void KeepReadable() {
+    const QColor text = palette().color(QPalette::Active, QPalette::WindowText);
+    if (palette().color(QPalette::Disabled, QPalette::WindowText) == text) return;
+    QPalette look;
+    look.setColor(QPalette::Disabled, QPalette::WindowText, text);
+    setPalette(look);
+  }
+};
+
 QFrame* NamedFrame(const char* name, const QString& reader_name) {
   auto* frame = new QFrame;
   frame->setObjectName(QLatin1String(name));
@@ -78,7 +100,7 @@ frmStart::frmStart(Session& session, World& world)
 frmStart::~frmStart() = default;
 
 void frmStart::BuildStatusBar() {
-  status_label_ = new QLabel(this);
+  status_label_ = new StatusText(this);
   status_label_->setObjectName("StatusPanel1");
   status_label_->setTextFormat(Qt::PlainText);
   status_label_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
