@@ -37,7 +37,7 @@ class EditingWindow : public MainWindowTest {
   }
 
   QPushButton& Save() { return Find<QPushButton>(*window_, "cmdSpeichern"); }
-  /// Title and artist as the file tells them.
+  /// Title and artist as the file has them.
   std::string Tags(const char* name) {
     Mp3Info info;
     (void)ReadID3v2Tag(music_.Path(name), ID3v2Versions::kAny, info);

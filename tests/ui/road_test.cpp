@@ -3,20 +3,13 @@
 // import, search, sort, a click, the end, and the second start.
 #include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <filesystem>
 
-#include "run/program_folder.h"
-#include "support/mp3_builder.h"
-#include "support/scripted_world.h"
-#include "support/temp_folder.h"
-#include "support/window_driver.h"
+#include "support/list_rows.h"
+#include "support/main_window.h"
 #include "ui/kit/path_field.h"
-#include "ui/panes/result_view.h"
 #include "ui/panes/tree_pane.h"
-#include "ui/shell/frmStart.h"
 #include "ui/windows/library/frmImport.h"
-#include "ui/windows/library/frmPreferences.h"
 #include "ui/windows/library/frmStartInfos.h"
 
 namespace tunemeadow {
@@ -24,121 +17,86 @@ namespace {
 
 constexpr auto kOk = QMessageBox::Ok;
 
-class Road : public testing::Test {
+class Road : public MainWindowTest {
  protected:
   Road() {
-    std::filesystem::create_directories(program_.Path("run"));
-    std::filesystem::copy_file(TM_BINARY_DIR "/data/mp3s.mdb", program_.Path("run/mp3s.mdb"));
-    std::filesystem::copy_file(TM_SOURCE_DIR "/data/monster.mp3", program_.Path("run/monster.mp3"));
-    music_.Write("b/one.mp3",
-                 Mp3File().Id3v2({{"TIT2", "Zebra"}, {"TPE1", "Anna"}, {"TRCK", "10"}}).Frames(20));
-    music_.Write(
-        "two.mp3",
-        Mp3File()
-            .Id3v2({{"TIT2", "apple"}, {"TPE1", "Bert"}, {"TRCK", "9"}, {"USLT", "engla la"}})
-            .Frames(20));
-    music_.Write(
-        "three.mp3",
-        Mp3File().Id3v2({{"TIT2", "Mango"}, {"TPE1", "anna B"}, {"TRCK", "2"}}).Frames(20));
+    std::filesystem::copy_file(TM_BINARY_DIR "/data/mp3s.mdb", new_.Path("mp3s.mdb"));
+    std::filesystem::copy_file(TM_SOURCE_DIR "/data/monster.mp3", new_.Path("monster.mp3"));
+    const auto write = [&](const char* name, const TagFields& fields) {
+      music_.Write(name, Mp3File().Id3v2(fields).Frames(20));
+    };
+    write("b/one.mp3", {{"TIT2", "Zebra"}, {"TPE1", "Anna"}, {"TRCK", "10"}});
+    write("two.mp3", {{"TIT2", "apple"}, {"TPE1", "Bert"}, {"TRCK", "9"}, {"USLT", "engla la"}});
+    write("three.mp3", {{"TIT2", "Mango"}, {"TPE1", "anna B"}, {"TRCK", "2"}});
   }
 
-  std::string ProgramPath() { return program_.Path("run"); }
+  std::vector<std::string> Titles() { return ColumnOf(Bench().ListView1, TrackField::Songname); }
 
-  static int Rows(frmStart& window) {
-    return Find<QTreeView>(window, "ListView1").model()->rowCount();
-  }
-  static std::string Title(frmStart& window, int row) {
-    const auto& list = Find<QTreeView>(window, "ListView1");
-    return list.model()->index(row, 1).data().toString().toStdString();
-  }
-  static std::string Text(frmStart& window, const char* name) {
-    return Find<QLineEdit>(window, name).text().toStdString();
-  }
-
-  void FirstStart(frmStart& window) {
+  void FirstStart() {
     WhenModal<frmStartInfos> welcome([](frmStartInfos& shown) {
       EXPECT_EQ(shown.windowTitle(), "Welcome!");
       Press(shown, "cmdOK");
     });
-    ASSERT_TRUE(window.Form_Load());
+    BoxAnswers no_player{kOk};
+    Start(new_);
   }
 
-  void Import(frmStart& window) {
+  void Import() {
     WhenModal<frmImport> dialog([this](frmImport& shown) {
       Find<PathField>(shown, "lblScan").SetPath(music_.Path() + "/");
       Press(shown, "cmdOK");
     });
     BoxAnswers answers{kOk, kOk};
-    Trigger(window, "mnuFileImport");
+    Trigger(*window_, "mnuFileImport");
     EXPECT_EQ(answers.seen, (std::vector<std::string>{"Tunemeadow: Import 3 File(s)?",
                                                       "Import: 3 File(s) successfully imported."}));
   }
 
-  ScriptedWorld world_;
-  TempFolder program_;
-  TempFolder music_;
+  TempFolder new_;  ///< a program's folder as it is unpacked
 };
 
 TEST_F(Road, FromTheFirstStartToTheSecond) {
-  {
-    Session session(ProgramPath(), "tunemeadow");
-    session.preferences.chkRepair = false;
-    frmStart window(session, world_);
-    BoxAnswers no_player{kOk};
-    FirstStart(window);
-    EXPECT_EQ(no_player.seen.size(), 1u);
-    EXPECT_EQ(Rows(window), 1) << "the demonstration row";
-    EXPECT_EQ(Text(window, "txtLocationSave"), ProgramPath() + "/monster.mp3");
-    EXPECT_EQ(Find<QLabel>(window, "StatusPanel1").text(),
-              "Now it's recommended to scan your disk for mp3 files");
+  FirstStart();
+  EXPECT_EQ(Titles(), std::vector<std::string>{"Monster"}) << "the demonstration row";
+  EXPECT_EQ(Shown("txtLocationSave"), new_.Path("monster.mp3"));
+  EXPECT_EQ(Find<QLabel>(*window_, "StatusPanel1").text(),
+            "Now it's recommended to scan your disk for mp3 files");
 
-    Import(window);
-    EXPECT_EQ(Rows(window), 4);
-    const auto* tree = Find<LibraryTree>(window, "TreeView1").model();
-    EXPECT_EQ(tree->index(1, 0, tree->index(0, 0)).data().toString(), "Database [4 Files]");
+  Import();
+  EXPECT_EQ(List().model()->rowCount(), 4);
+  const auto* tree = Find<LibraryTree>(*window_, "TreeView1").model();
+  EXPECT_EQ(tree->index(1, 0, tree->index(0, 0)).data().toString(), "Database [4 Files]");
 
-    Find<QComboBox>(window, "cboArtistSearch").setEditText("ANNA");
-    Press(window, "cmdSuchen");
-    EXPECT_EQ(Rows(window), 2);
-    auto& list = Find<ResultView>(window, "ListView1");
-    list.Sort(8);
-    EXPECT_EQ(Title(window, 0), "Mango") << "track 2 before track 10";
-    list.Sort(8);
-    EXPECT_EQ(Title(window, 0), "Zebra");
+  Find<QComboBox>(*window_, "cboArtistSearch").setEditText("ANNA");
+  Press(*window_, "cmdSuchen");
+  List().Sort(8);
+  EXPECT_EQ(Titles(), (std::vector<std::string>{"Mango", "Zebra"})) << "track 2 before track 10";
+  List().Sort(8);
+  EXPECT_EQ(Titles(), (std::vector<std::string>{"Zebra", "Mango"}));
 
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, {},
-                      list.visualRect(list.model()->index(0, 1)).center());
-    EXPECT_EQ(Text(window, "txtTitelSave"), "Zebra");
-    EXPECT_EQ(Text(window, "txtInterpretSave"), "Anna");
-    Press(window, "cmdSwitch_1");
-    EXPECT_TRUE(Find<QLineEdit>(window, "txtSituationSave").isVisible());
+  ClickRow(List(), 0);
+  EXPECT_EQ(Shown("txtTitelSave") + Shown("txtInterpretSave"), "ZebraAnna");
+  Press(*window_, "cmdSwitch_1");
+  EXPECT_TRUE(Find<QLineEdit>(*window_, "txtSituationSave").isVisible());
 
-    list.setColumnHidden(11, true);
-    window.resize(901, 655);
-    window.close();
-  }
-  Session session(ProgramPath(), "tunemeadow");
-  frmStart window(session, world_);
-  ASSERT_TRUE(window.Form_Load());
-  EXPECT_FALSE(session.first_run);
-  EXPECT_EQ(Rows(window), 4);
-  EXPECT_EQ(window.size(), QSize(901, 655));
-  EXPECT_TRUE(Find<QTreeView>(window, "ListView1").isColumnHidden(11));
-  window.close();
+  List().setColumnHidden(11, true);
+  window_->resize(901, 655);
+  Start(new_);
+  EXPECT_FALSE(session_->first_run);
+  EXPECT_EQ(List().model()->rowCount(), 4);
+  EXPECT_EQ(window_->size(), QSize(901, 655));
+  EXPECT_TRUE(List().isColumnHidden(11));
 }
 
 TEST_F(Road, ClosingDuringABatchOnlyCancelsIt) {
-  Session session(ProgramPath(), "tunemeadow");
-  session.ini.SaveStrings(kConfigSection, {{"firstrun", "1"}, {"lblConfigWinamp", "/bin/true"}});
-  frmStart window(session, world_);
-  ASSERT_TRUE(window.Form_Load());
-  session.busy = true;
-  EXPECT_FALSE(window.close());
-  EXPECT_TRUE(session.CancelRequested);
-  EXPECT_TRUE(session.connection.IsOpen());
-  session.busy = false;
-  EXPECT_TRUE(window.close());
-  EXPECT_FALSE(session.connection.IsOpen());
+  Start();
+  session_->busy = true;
+  EXPECT_FALSE(window_->close());
+  EXPECT_TRUE(session_->CancelRequested);
+  EXPECT_TRUE(Catalogue().IsOpen());
+  session_->busy = false;
+  EXPECT_TRUE(window_->close());
+  EXPECT_FALSE(Catalogue().IsOpen());
 }
 
 }  // namespace
