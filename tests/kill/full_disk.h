@@ -14,7 +14,7 @@ namespace tunemeadow::kill {
 /// Takes it away with what is on it.
 void UnmountSmallDisk(const std::string& folder);
 
-/// Makes the file `path` so long that `room` bytes stay free on its disk. False where that failed.
+/// Makes the file `path` so long that `room` bytes stay free on its disk. False if that failed.
 [[nodiscard]] bool FillDisk(const std::string& path, std::int64_t room);
 
 }  // namespace tunemeadow::kill

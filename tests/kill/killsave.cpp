@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // killsave MP3 [--short] [WRITER...]: cuts the save of each writer short in every way and looks
-// what is left. For each call that changes a file: killed before it, behind it and in the middle of
+// what is left. For each call that changes a file: killed before it, after it and in the middle of
 // it; ENOSPC and EIO from it, once and for good; each failure with a kill at a later call; the same
 // within the recovery; the power cut anywhere; and a disk that is full. The file must be the old
 // one or the new one, byte for byte, nothing may be left in the program's folder, and the next save
@@ -74,7 +74,7 @@ std::int64_t SizeOf(const Operation& call) {
   return call.call == Call::kReserve ? call.length - call.offset : 0;
 }
 
-/// Before, behind and in the middle of each call, in as many places as it takes for `least` kills.
+/// Before, after and in the middle of each call, in as many places as it takes for `least` kills.
 std::vector<Blow> Kills(const std::vector<Operation>& calls, std::size_t least,
                         std::mt19937& random) {
   std::vector<Blow> blows;
@@ -146,16 +146,10 @@ class Ordeal {
   void Run() {
     const std::vector<Blow> kills = Kills(calls_, measure_.kills, random_);
     for (const Blow& blow : measure_.every_failure ? kills : Some(kills, measure_.kills)) {
-      scratch_.Clear(false);
-      stage_.Set(begin_);
-      const Report report = stage_.Run(scenario_, blow, &scratch_);
-      inquest_.AfterKill(inquest_.Obliged(report), Describe(blow, calls_));
+      inquest_.AfterKill(inquest_.Obliged(Struck(blow)), Describe(blow, calls_));
     }
     for (const Blow& blow : Failures(calls_, measure_.every_failure)) {
-      scratch_.Clear(false);
-      stage_.Set(begin_);
-      const Report report = stage_.Run(scenario_, blow, &scratch_);
-      inquest_.AfterFailure(report, Describe(blow, calls_));
+      inquest_.AfterFailure(Struck(blow), Describe(blow, calls_));
     }
     FailAndKill();
     CutThePower(begin_, calls_, measure_.power_cuts, true);
@@ -178,6 +172,13 @@ class Ordeal {
   }
 
  private:
+  /// The saves from the beginning, with this blow.
+  Report Struck(const Blow& blow) {
+    scratch_.Clear(false);
+    stage_.Set(begin_);
+    return stage_.Run(scenario_, blow, &scratch_);
+  }
+
   /// One call fails, or each that needs room from one on, and a later one is killed in its middle.
   void FailAndKill() {
     using Extent = Blow::Extent;
@@ -186,19 +187,14 @@ class Ordeal {
     for (std::uint32_t call = 0; call < calls_.size(); call += step) {
       for (Blow blow : {Blow{Blow::Kind::kFail, call, 0, ENOSPC, Extent::kRoomLater},
                         Blow{Blow::Kind::kFail, call, 0, EIO, Extent::kOneCall}}) {
-        scratch_.Clear(false);
-        stage_.Set(begin_);
-        stage_.Run(scenario_, blow, &scratch_);
+        Struck(blow);
         const std::uint32_t later = scratch_.Calls() - std::min(scratch_.Calls(), call + 1);
         const auto kills =
             std::min(later, static_cast<std::uint32_t>(measure_.kills_after_failure));
         for (std::uint32_t i = 0; i < kills; ++i) {
-          // The call behind a failed write of the journal only cuts it off: begin with the next.
+          // The call after a failed write of the journal only cuts it off: begin with the next.
           blow.kill_at = call + 1 + (1 + i * later / kills) % later;
-          scratch_.Clear(false);
-          stage_.Set(begin_);
-          const Report report = stage_.Run(scenario_, blow, &scratch_);
-          inquest_.AfterFailureAndKill(report, Describe(blow, calls_));
+          inquest_.AfterFailureAndKill(Struck(blow), Describe(blow, calls_));
         }
       }
     }

@@ -16,7 +16,7 @@ namespace tunemeadow::kill {
 using Step = std::function<bool(UndoJournal& journal, const std::string& path)>;
 
 struct File {
-  std::function<std::string()> bytes;  ///< before; made anew each time, for a child gets a copy of
+  std::function<std::string()> bytes;  ///< before; made again each time, for a child gets a copy of
                                        ///< all that is kept
   std::vector<Step> steps;             ///< one after the other
 };

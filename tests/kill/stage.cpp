@@ -50,6 +50,18 @@ bool InChild(Play play) {
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
+/// What lies in the folders of a stage, by its names below that.
+std::vector<std::string> FileNames(const std::string& stage) {
+  std::vector<std::string> names;
+  for (const std::string_view folder : kFolders) {
+    const std::string inside = std::string(folder) + "/";
+    for (const auto& entry : std::filesystem::directory_iterator(stage + "/" + inside)) {
+      names.push_back(inside + entry.path().filename().string());
+    }
+  }
+  return names;
+}
+
 }  // namespace
 
 Stage::Stage(std::string folder) : folder_(std::move(folder)) {
@@ -61,12 +73,8 @@ Stage::Stage(std::string folder) : folder_(std::move(folder)) {
 std::string Stage::NameOf(std::size_t file) { return "music/" + std::to_string(file) + ".mp3"; }
 
 void Stage::Set(const Image& image) const {
-  for (const std::string_view folder : kFolders) {
-    const std::string path = folder_ + "/" + std::string(folder);
-    for (const auto& entry : std::filesystem::directory_iterator(path)) {
-      const std::string name = std::string(folder) + "/" + entry.path().filename().string();
-      if (!image.contains(name)) std::filesystem::remove(entry.path());
-    }
+  for (const std::string& name : FileNames(folder_)) {
+    if (!image.contains(name)) std::filesystem::remove(folder_ + "/" + name);
   }
   const struct timespec hour_ago = {.tv_sec = time(nullptr) - 3600, .tv_nsec = 0};
   const struct timespec times[2] = {hour_ago, hour_ago};
@@ -84,12 +92,8 @@ void Stage::Set(const Image& image) const {
 
 Image Stage::Get() const {
   Image image;
-  for (const std::string_view folder : kFolders) {
-    const std::string path = folder_ + "/" + std::string(folder);
-    for (const auto& entry : std::filesystem::directory_iterator(path)) {
-      const std::string name = std::string(folder) + "/" + entry.path().filename().string();
-      image[name] = ReadWholeFile(entry.path().string()).value_or("unreadable");
-    }
+  for (const std::string& name : FileNames(folder_)) {
+    image[name] = ReadWholeFile(folder_ + "/" + name).value_or("unreadable");
   }
   return image;
 }

@@ -16,7 +16,7 @@ namespace tunemeadow::kill {
 
 inline constexpr std::size_t kMostFiles = 8;
 
-/// What a child tells of itself, as far as it came.
+/// What a child says of itself, as far as it came.
 struct Report {
   bool finished = false;                            ///< the child came to its end
   std::array<std::uint32_t, kMostFiles> written{};  ///< a bit for each step that said so
@@ -48,7 +48,7 @@ class Stage {
   Report Run(const Scenario& scenario, const Blow& blow = {}, Tape* tape = nullptr,
              std::uint32_t mask = ~0U) const;
 
-  /// Rolls back in a process of its own. False where that was killed.
+  /// Rolls back in a process of its own. False if that was killed.
   bool Recover(const Blow& blow = {}, Tape* tape = nullptr) const;
 
   /// The run in which recoveries take place: another one of the machine after a power cut.
