@@ -135,8 +135,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     case Qt::AccessibleTextRole:
       return WholeText(index.row(), index.column());
     case Qt::AccessibleDescriptionRole:
-      if (!IsWritten(index.row())) return QString(kUnwritten);
-      return TrackText(index.row());
+      return DescriptionOf(index.row());
     default:
       return {};
   }
@@ -150,6 +149,11 @@ QString ListModel::TrackText(int row) const {
     if (!part.isEmpty()) parts.append(part);
   }
   return parts.join(QLatin1String(", "));
+}
+
+QString ListModel::DescriptionOf(int row) const {
+  if (IsWritten(row)) return TrackText(row);
+  return QString(kUnwritten) + QLatin1String(" ") + TrackText(row);
 }
 
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {

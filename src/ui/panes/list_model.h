@@ -49,6 +49,9 @@ class ListModel : public QAbstractTableModel {
   /// What a screen reader says of the row: "title, artist, album".
   [[nodiscard]] QString TrackText(int row) const;
 
+  /// The same, behind the warning of a row whose file could not be written.
+  [[nodiscard]] QString DescriptionOf(int row) const;
+
   /// Image of a file of this kind, told by the last three characters of its location; a warning for
   /// one that could not be written.
   [[nodiscard]] QIcon RowIcon(int row) const;
