@@ -76,7 +76,7 @@ struct FailedFile {
 
 /// The log window behind a run, where files failed.
 void ListFailedFiles(Interaction& interaction, const std::vector<FailedFile>& failed,
-                     std::size_t count) {
+                     std::size_t count, bool complete) {
   if (failed.empty()) return;
   interaction.ShowJob("Mass-saving", 1);
   interaction.AddJobLine(std::to_string(failed.size()) + " of " + std::to_string(count) +
@@ -84,6 +84,7 @@ void ListFailedFiles(Interaction& interaction, const std::vector<FailedFile>& fa
   for (const FailedFile& file : failed) {
     interaction.AddJobLine("ERROR: " + DisplayPath(file.path) + " : " + file.reasons);
   }
+  if (!complete) interaction.AddJobLine("Stopped before the end: not every file was tried.");
   interaction.SetJobStep(1, "", "");
   interaction.EndJob();
 }
@@ -257,7 +258,7 @@ void SaveTextsForMany(Workbench& bench) {
   if (complete) {
     TellTagResult(bench, std::to_string(count) + " file(s) successfully saved.", watch);
   }
-  ListFailedFiles(bench.interaction, failed, count);
+  ListFailedFiles(bench.interaction, failed, count, complete);
 }
 
 }  // namespace tunemeadow

@@ -124,12 +124,15 @@ bool SearchPanels::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void SearchPanels::BindTyping() {
-  const auto typed = [this] {
-    if (!first_->cboCDArchive->isHidden()) return;
-    ChooseName(*first_->cboPlaylists, {});
-    ChooseName(*first_->cboCDArchive, {});
-  };
   for (const TextControl& control : controls_) {
+    const auto typed = [this, line = control.Line()] {
+      if (!first_->cboCDArchive->isHidden()) return;
+      // The folder of an archive that was clicked goes with its archive.
+      const bool of_archive = !first_->cboCDArchive->currentText().isEmpty();
+      if (of_archive && line != first_->txtLocation) first_->txtLocation->clear();
+      ChooseName(*first_->cboPlaylists, {});
+      ChooseName(*first_->cboCDArchive, {});
+    };
     connect(control.Line(), &QLineEdit::textEdited, this, typed);
     if (control.combo != nullptr) connect(control.combo, &QComboBox::activated, this, typed);
   }
