@@ -89,6 +89,12 @@ void ListFailedFiles(Interaction& interaction, const std::vector<FailedFile>& fa
   interaction.EndJob();
 }
 
+/// For the status line.
+std::string SavedSentence(std::size_t failed, std::size_t count) {
+  const std::string all = std::to_string(count) + " file(s).";
+  return failed == 0 ? "Saved: " + all : "Saved: " + std::to_string(count - failed) + " of " + all;
+}
+
 class MassSave {
  public:
   MassSave(Workbench& bench, std::vector<TickedField> ticked)
@@ -254,6 +260,7 @@ void SaveTextsForMany(Workbench& bench) {
     failed = run.Failed();
   }
   ShowTracksAgain(bench, complete);
+  if (complete) bench.interaction.SetStatus(SavedSentence(failed.size(), count));
   TellLosses(bench, losses);
   if (complete) {
     TellTagResult(bench, std::to_string(count) + " file(s) successfully saved.", watch);

@@ -137,7 +137,7 @@ TEST_F(MassSaving, TickedFieldsTakeTheEditorsTextAllOthersKeepTheTracksOwn) {
   EXPECT_THAT(interaction_.progress, ElementsAre(1, 2, 3));
   EXPECT_THAT(interaction_.loading_lines, ElementsAre("saving..."));
   EXPECT_TRUE(interaction_.SawStatus(folder_.Path("music/2.mp3")));
-  EXPECT_EQ(interaction_.Status(), "Ready.");
+  EXPECT_EQ(interaction_.Status(), "Saved: 3 file(s).");
   EXPECT_THAT(
       interaction_.BoxTexts(),
       ElementsAre(kAskAll + "3 items(s) with the Album,Genre,URL-Tag in the Database and in "
