@@ -21,7 +21,6 @@ namespace {
 constexpr char kAccents = 1;          ///< below every byte of a weight
 constexpr char kCommonSecondary = 5;  ///< below every other secondary weight
 constexpr char32_t kTableEnd = 0x500;
-constexpr char32_t kReplacement = 0xFFFD;
 
 struct Weights {
   std::string primary, secondary;
